@@ -1,0 +1,43 @@
+#include "analysis/DuplicateGroup.h"
+
+#include <QFileInfo>
+
+namespace {
+
+QDateTime creationTime(const QString &path)
+{
+    const QFileInfo file(path);
+    const QDateTime birth = file.fileTime(QFileDevice::FileBirthTime);
+    return birth.isValid() ? birth : file.fileTime(QFileDevice::FileModificationTime);
+}
+
+} // namespace
+
+qsizetype indexOfKeptCopy(const QList<QString> &files)
+{
+    qsizetype kept = 0;
+    QDateTime oldest = creationTime(files.first());
+    for (qsizetype i = 1; i < files.size(); ++i) {
+        if (const QDateTime created = creationTime(files.at(i)); created < oldest) {
+            oldest = created;
+            kept = i;
+        }
+    }
+    return kept;
+}
+
+void markAllButKeptCopy(DuplicateGroup &group)
+{
+    QSet<QString> marked;
+    if (group.files.size() >= 2) {
+        marked = QSet<QString>(group.files.cbegin(), group.files.cend());
+        marked.remove(group.files.at(indexOfKeptCopy(group.files)));
+    }
+    setMarkedFiles(group, marked);
+}
+
+void setMarkedFiles(DuplicateGroup &group, const QSet<QString> &marked)
+{
+    group.markedFiles = marked;
+    group.hasMarkedFiles = !marked.isEmpty();
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+/// The pool tasks that hold a pointer to their owner, so that the owner can outlive them.
+///
+/// Lives on the owner's thread; the tasks themselves see nothing of it but the question whether to give up.
+class BackgroundTasks
+{
+public:
+    BackgroundTasks();
+    /// Asks the running tasks to give up and waits until the last one has returned.
+    ~BackgroundTasks();
+    Q_DISABLE_COPY_MOVE(BackgroundTasks)
+
+    /// Runs \a task on the global thread pool.
+    void start(std::function<void()> task);
+
+    /// A question a task may ask from any thread, for as long as it runs: whether its owner is going away.
+    [[nodiscard]] std::function<bool()> abandoned() const;
+
+    /// What the destructor does, for an owner with things to take down afterwards.
+    void finish();
+
+private:
+    struct State
+    {
+        std::atomic<bool> abandoned{false};
+        std::atomic<int> running{0};
+    };
+    /// Shared with the tasks: the last of them still touches the counter when the waiting side may already go on.
+    std::shared_ptr<State> m_state;
+};

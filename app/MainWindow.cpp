@@ -1,0 +1,171 @@
+#include "app/MainWindow.h"
+
+#include "app/StyleSheets.h"
+#include "results/CategoryFilter.h"
+#include "ui_MainWindow.h"
+
+#include <QHBoxLayout>
+#include <QScrollBar>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+// Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker leaves the
+// pictures of a static library out.
+static void initResources()
+{
+    Q_INIT_RESOURCE(resources);
+}
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(new Ui::MainWindow)
+{
+    initResources();
+    ui->setupUi(this);
+    // Twice: each change of the scroll bar asks for up to two batches.
+    connectScrollBar();
+    connectScrollBar();
+
+    scanOptions.fileTypes = QStringList{QStringLiteral("picture"), QStringLiteral("video"),
+        QStringLiteral("audio"), QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
+    scanOptionsSet = true;
+    setWindowTitle(tr("Quillory"));
+    setWindowIcon(QIcon(QStringLiteral(":/icon/images/logo.png")));
+
+    installCentralContainer(createTopBar());
+    setStyleSheet(StyleSheets::mainWindow);
+    setFixedHeight(723);
+    setFixedWidth(1025);
+
+    ui->treeWidgetBg->setStyleSheet(StyleSheets::treeFrame);
+    ui->treeDuplicates->setStyleSheet(StyleSheets::resultsTree);
+    ui->treeDuplicates->setFocusPolicy(Qt::NoFocus);
+    ui->treeDuplicates->setHeaderHidden(true);
+    connectResultsPage();
+    markSelected(ui->btnAll, true);
+    applyStyleSheets();
+
+    connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
+    connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);
+    populateScanFolders();
+    setFocusOrder();
+}
+
+MainWindow::~MainWindow()
+{
+    tasks.finish();
+    delete ui;
+}
+
+void MainWindow::connectScrollBar()
+{
+    const QScrollBar *const bar = ui->treeDuplicates->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) {
+        if (bar->maximum() > 0 && value > 0.9 * bar->maximum())
+            on_treeDuplicates_scroll();
+    });
+}
+
+/// Creates the bar with the help and menu buttons at its right edge.
+QWidget *MainWindow::createTopBar()
+{
+    btnHelp = new QPushButton(this);
+    btnHelp->setObjectName(QStringLiteral("btnHelp"));
+    btnHelp->setFixedSize(32, 32);
+    btnHelp->setAccessibleName(tr("Help"));
+    btnHelp->setAccessibleDescription(tr("Opens the online help page in the browser"));
+    btnMenu = new QToolButton(this);
+    btnMenu->setObjectName(QStringLiteral("btnMenu"));
+    btnMenu->setFixedSize(32, 32);
+    btnMenu->setPopupMode(QToolButton::InstantPopup);
+    btnMenu->setAccessibleName(tr("Menu"));
+    btnMenu->setAccessibleDescription(tr("Opens the menu with About, Support and Help"));
+    createHelpMenu();
+
+    auto *const topBar = new QWidget(this);
+    topBar->setObjectName(QStringLiteral("topBar"));
+    topBar->setFixedHeight(60);
+    auto *const layout = new QHBoxLayout(topBar);
+    layout->setContentsMargins(15, 5, 15, 5);
+    layout->setSpacing(16);
+    layout->addStretch();
+    layout->addWidget(btnHelp);
+    layout->addWidget(btnMenu);
+    connectHelpButton();
+    return topBar;
+}
+
+/// Puts the bar above the pages. The layout takes the pages out of the designer's central widget, which is then
+/// discarded with what is left in it.
+void MainWindow::installCentralContainer(QWidget *topBar)
+{
+    auto *const container = new QWidget;
+    auto *const layout = new QVBoxLayout(container);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(topBar);
+    layout->addWidget(ui->stackedWidget);
+    setCentralWidget(container);
+    container->setStyleSheet(StyleSheets::centralContainer);
+}
+
+void MainWindow::connectResultsPage()
+{
+    connect(ui->btnSelectAll, &QPushButton::clicked, this, &MainWindow::selectAllGroups);
+    connect(ui->btnUnselect, &QPushButton::clicked, this, &MainWindow::unselectAll);
+    connect(ui->btnRemoveSelected, &QPushButton::clicked, this, &MainWindow::removeSelected);
+    // The form has connected it by name already. Going back twice does no harm.
+    connect(ui->btnBack, &QPushButton::clicked, this, &MainWindow::on_btnBack_clicked);
+
+    const auto connectCategory = [this](QPushButton *button, const QString &key) {
+        connect(button, &QPushButton::clicked, this, [this, button, key] { showCategory(key, button); });
+    };
+    connectCategory(ui->btnAll, QStringLiteral("all"));
+    connectCategory(ui->btnPictures, QStringLiteral("picture"));
+    connectCategory(ui->btnVideos, QStringLiteral("video"));
+    connectCategory(ui->btnAudios, QStringLiteral("audio"));
+    connectCategory(ui->btnDocuments, QStringLiteral("document"));
+    connectCategory(ui->btnArchives, QStringLiteral("archive"));
+    connectCategory(ui->btnOthers, QStringLiteral("other"));
+}
+
+void MainWindow::applyStyleSheets()
+{
+    for (QPushButton *button : categoryButtons())
+        button->setStyleSheet(StyleSheets::categoryButton);
+    ui->listScanFolders->setStyleSheet(StyleSheets::scanFolderList);
+    for (QPushButton *button : {ui->btnScanOptions, ui->btnStopScan})
+        button->setStyleSheet(StyleSheets::outlineButton(8));
+    for (QPushButton *button : {ui->btnSelectAll, ui->btnUnselect, ui->btnBack})
+        button->setStyleSheet(StyleSheets::outlineButton(15));
+    ui->btnStartScan->setStyleSheet(StyleSheets::gradientButton(QSize(120, 35), 8));
+    ui->btnRemoveSelected->setStyleSheet(StyleSheets::gradientButton(QSize(90, 30), 15));
+    ui->btnAddFolder->setIcon(QIcon(QStringLiteral(":/icon/images/add_icon.png")));
+    ui->btnAddFolder->setIconSize(QSize(25, 25));
+    ui->btnAddFolder->setText(tr(" Add"));
+    ui->btnAddFolder->setStyleSheet(StyleSheets::addFolderButton);
+    ui->progressBar->setStyleSheet(StyleSheets::progressBar);
+}
+
+void MainWindow::on_btnBack_clicked()
+{
+    ui->stackedWidget->setCurrentWidget(ui->page);
+    ui->treeDuplicates->clear();
+    ui->labelStatsInfo->clear();
+    ui->btnStartScan->setEnabled(true);
+}
+
+/// Tab goes through the controls as the eye does: top bar first, then each page from its top left.
+void MainWindow::setFocusOrder()
+{
+    QList<QWidget *> order{btnHelp, btnMenu, ui->listScanFolders};
+    for (int i = 0; i < ui->listScanFolders->count(); ++i)
+        order.append(folderRowButton(i));
+    order << ui->btnAddFolder << ui->btnScanOptions << ui->btnStartScan << ui->btnStopScan;
+    for (QPushButton *button : categoryButtons())
+        order.append(button);
+    order << ui->btnBack << ui->btnUnselect << ui->btnSelectAll << ui->btnRemoveSelected;
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
+}

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "analysis/DuplicateGroup.h"
+#include "app/BackgroundTasks.h"
+#include "scan/ScanOptions.h"
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QMainWindow>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QLabel;
+class QListWidgetItem;
+class QPushButton;
+class QTimer;
+class QToolButton;
+class QTreeWidgetItem;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The program's one window: start page, scan page and results page, and all state of a scan and its result.
+///
+/// Everything runs on the GUI thread. The two pool tasks (collection, analysis) reach the window through queued calls
+/// only and never touch a member. The definitions stand beside what they are about: app/ (places, help), scan/,
+/// analysis/ and results/.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget *parent = nullptr);
+    /// Ends the running tasks early and waits for them; they hold a pointer to the window.
+    ~MainWindow() override;
+
+private slots:
+    void on_btnScanOptions_clicked();
+    void on_btnStopScan_clicked();
+    void onCategoryClicked(QString type);
+    void on_btnBack_clicked();
+    void showAbout();
+    void on_treeDuplicates_scroll();
+    void refreshCurrentBatchUI();
+
+private:
+    // MainWindow.cpp
+    void connectScrollBar();
+    QWidget *createTopBar();
+    void installCentralContainer(QWidget *topBar);
+    void connectResultsPage();
+    void applyStyleSheets();
+    void setFocusOrder();
+
+    // ScanFolderList.cpp
+    void populateScanFolders();
+    void addVolumeRow(const QString &rootPath, bool readOnly);
+    void addFolder();
+    void appendFolderRow(QWidget *row, int height, const QString &path, QPushButton *deleteButton);
+    [[nodiscard]] QWidget *folderRowButton(int row) const;
+    [[nodiscard]] QStringList scanFolders() const;
+
+    // HelpMenu.cpp
+    void createHelpMenu();
+    void connectHelpButton();
+
+    // ScanRun.cpp
+    void startScan();
+    void startScanningWithOptions();
+    void resetScan();
+    void startCollection(const QStringList &folders, const ScanOptions &options);
+    void startStatusDots();
+    void showElapsedTime();
+
+    // AnalysisRun.cpp
+    void finalizeScanUI();
+    void deliverGroups(QList<DuplicateGroup> delivered);
+    void forgetShownResults();
+
+    // ResultsTree.cpp
+    void runLoad(const std::function<void()> &load);
+    bool postponeDuringLoad(const std::function<void()> &step);
+    void loadCategory(const QString &type);
+    void clearTree();
+    void showNoDuplicates();
+    void loadNextBatch();
+    [[nodiscard]] QList<DuplicateGroup *> groupsOf(const QString &category) const;
+    void rebuildCategoryIndex();
+    void saveCheckStates();
+    void setResultActionsEnabled(bool enabled);
+
+    // GroupRow.cpp
+    QTreeWidgetItem *createGroupItem(const QString &fileName, const QList<QString> &files, qint64 size,
+        const QDateTime &modified, bool hasMarkedFiles, const QSet<QString> &markedFiles);
+    QTreeWidgetItem *createGroupItem(const DuplicateGroup &group);
+
+    // LoadingPanel.cpp
+    void showLoadingOverlay();
+    void hideLoadingOverlay();
+    void createLoadingPanel();
+    void startLoadingDots();
+    void stopLoadingDots();
+
+    // CategoryFilter.cpp
+    void showCategory(const QString &key, QPushButton *button);
+    void setCategoryButtonsEnabled(bool enabled);
+    [[nodiscard]] QList<QPushButton *> categoryButtons() const;
+
+    // SelectionAndDeletion.cpp
+    void selectAllGroups();
+    void unselectAll();
+    void removeSelected();
+    void showNote(const QString &title, const QString &text);
+
+    QList<DuplicateGroup> groups;
+    QMap<QString, QList<DuplicateGroup *>> groupsByCategory;
+    qint32 firstBatchSize = 20;
+    qint32 nextBatchSize = 20;
+    bool allBatchesLoaded = false;
+    QString currentCategory;
+    qint32 loadedGroupCount = 0;
+    bool loadingOverlayActive = false;
+    bool batchLoading = false;
+    bool allSelected = false;
+    Ui::MainWindow *ui;
+    QWidget *loadingOverlay = nullptr;
+    QLabel *loadingLabel = nullptr;
+    QTimer *loadingTimer = nullptr;
+    QString loadingText = tr("Loading duplicate files,  wait...");
+    qint32 loadingDotIndex = 0;
+    QPushButton *btnHelp = nullptr;
+    QToolButton *btnMenu = nullptr;
+    QList<DuplicateGroup *> allGroups;
+    ScanOptions scanOptions;
+    bool scanOptionsSet = false;
+    QElapsedTimer elapsedTimer;
+    QTimer *progressTimer = nullptr;
+    QTimer *statusDotsTimer = nullptr;
+    QString scanStatusText;
+    qint32 statusDotCount = 0;
+    qint32 duplicatesFound = 0;
+    QStringList collectedFiles;
+    bool stopRequested = false;
+    QTimer *scanTimer = nullptr;
+
+    /// A category is being put into the tree, see postponeDuringLoad().
+    bool categoryLoading = false;
+    /// What asked to run during a category load, in the order of asking.
+    QList<std::function<void()>> postponedSteps;
+    BackgroundTasks tasks;
+};

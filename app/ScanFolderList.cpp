@@ -1,0 +1,114 @@
+#include "app/MainWindow.h"
+
+#include "app/StyleSheets.h"
+#include "ui_MainWindow.h"
+
+#include <QFileDialog>
+#include <QFileIconProvider>
+#include <QHBoxLayout>
+#include <QStorageInfo>
+
+// A row's path is the text of its first label: the list is the only store of the places to scan.
+
+void MainWindow::populateScanFolders()
+{
+    ui->listScanFolders->setSpacing(6);
+    ui->listScanFolders->clear();
+    const QList<QStorageInfo> volumes = QStorageInfo::mountedVolumes();
+    for (const QStorageInfo &volume : volumes) {
+        if (volume.isValid() && volume.isReady() && !volume.rootPath().isEmpty())
+            addVolumeRow(volume.rootPath(), volume.isReadOnly());
+    }
+    ui->listScanFolders->clearSelection();
+    ui->listScanFolders->setCurrentRow(-1);
+}
+
+void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
+{
+    auto *const row = new QWidget(this);
+    // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the same.
+    auto *const pathHolder = new QLabel(rootPath, row);
+    pathHolder->move(16, 14);
+    pathHolder->hide();
+
+    auto *const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(5, 2, 5, 2);
+    layout->setSpacing(10);
+    auto *const icon = new QLabel(row);
+    icon->setPixmap(QFileIconProvider().icon(QFileInfo(rootPath)).pixmap(24, 24));
+    layout->addWidget(icon);
+    auto *const name = new QLabel(rootPath, row);
+    name->setStyleSheet(StyleSheets::folderName);
+    layout->addWidget(name);
+    auto *const lock = new QLabel(row);
+    if (readOnly) {
+        lock->setPixmap(QPixmap(QStringLiteral(":/icons/lock.png")).scaled(16, 16));
+        lock->setAccessibleName(tr("Read-only"));
+        lock->setAccessibleDescription(tr("Files on this volume cannot be deleted"));
+    }
+    layout->addWidget(lock);
+    layout->addStretch();
+    auto *const deleteButton = new QPushButton(row);
+    deleteButton->setFixedSize(24, 24);
+    deleteButton->setIcon(QIcon(QStringLiteral(":/icon/images/delete_icon.png")));
+    deleteButton->setIconSize(QSize(20, 20));
+    deleteButton->setStyleSheet(StyleSheets::borderless);
+    layout->addWidget(deleteButton);
+
+    appendFolderRow(row, 45, rootPath, deleteButton);
+}
+
+void MainWindow::addFolder()
+{
+    const QString path =
+        QFileDialog::getExistingDirectory(this, tr("Select Folder"), QString(), QFileDialog::ShowDirsOnly);
+    if (path.isEmpty())
+        return;
+
+    auto *const row = new QWidget(this);
+    auto *const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(10, 6, 10, 6);
+    layout->setSpacing(8);
+    auto *const pathLabel = new QLabel(path, row);
+    pathLabel->setStyleSheet(StyleSheets::addedFolderPath);
+    layout->addWidget(pathLabel);
+    layout->addStretch();
+    auto *const deleteButton = new QPushButton(QStringLiteral("\U0001F5D1\uFE0F"), row);
+    deleteButton->setFixedSize(24, 24);
+    layout->addWidget(deleteButton);
+
+    appendFolderRow(row, 48, path, deleteButton);
+}
+
+/// Appends a built row, \a height pixels high, whose button takes it out of the list again.
+void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, QPushButton *deleteButton)
+{
+    auto *const item = new QListWidgetItem;
+    item->setSizeHint(QSize(0, height));
+    ui->listScanFolders->addItem(item);
+    ui->listScanFolders->setItemWidget(item, row);
+    QWidget *const previous = folderRowButton(ui->listScanFolders->count() - 2);
+    setTabOrder(previous ? previous : ui->listScanFolders, deleteButton);
+    deleteButton->setAccessibleName(tr("Remove %1 from the list").arg(path));
+    deleteButton->setAccessibleDescription(tr("Takes the place out of the list; nothing on the disk is deleted"));
+    connect(deleteButton, &QPushButton::clicked, this,
+        [this, item] { delete ui->listScanFolders->takeItem(ui->listScanFolders->row(item)); });
+}
+
+/// The delete button of a row of the list; null when there is no such row.
+QWidget *MainWindow::folderRowButton(int row) const
+{
+    const QWidget *const widget = ui->listScanFolders->itemWidget(ui->listScanFolders->item(row));
+    return widget ? widget->findChild<QPushButton *>() : nullptr;
+}
+
+QStringList MainWindow::scanFolders() const
+{
+    QStringList folders;
+    for (int i = 0; i < ui->listScanFolders->count(); ++i) {
+        const QWidget *const row = ui->listScanFolders->itemWidget(ui->listScanFolders->item(i));
+        if (const auto *const label = row ? row->findChild<QLabel *>() : nullptr)
+            folders.append(label->text());
+    }
+    return folders;
+}

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Renders the SVG masters next to this script to the PNGs that resources.qrc compiles in.
+set -euo pipefail
+
+art=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+out=$(dirname -- "$art")
+
+fail() {
+    printf 'render.sh: %s\n' "$1" >&2
+    exit 1
+}
+
+# render MASTER WIDTH HEIGHT PNG [COLOUR]; sizes in pixels, COLOUR replaces the master's currentColor.
+render() {
+    local master=$art/$1 png=$out/$4
+    [[ -r $master ]] || fail "cannot read master $master"
+    local style="svg { color: ${5:-#7a8faa}; }" error
+    error=$(rsvg-convert --width "$2" --height "$3" --stylesheet <(printf '%s\n' "$style") \
+        --output "$png" "$master" 2>&1) || fail "cannot render $master to $png: ${error//$'\n'/ }"
+}
+
+command -v rsvg-convert >/dev/null || fail "rsvg-convert not found (Debian package librsvg2-bin)"
+mkdir -p "$out/images" "$out/icons" 2>/dev/null || fail "cannot create $out/images and $out/icons"
+
+render logo.svg            256  256 images/logo.png
+render add_icon.svg        100  100 images/add_icon.png
+render delete_icon.svg      80   80 images/delete_icon.png
+render help.svg             96   96 images/help.png
+render help.svg             96   96 images/help_hover.png '#1769ff'
+render menu.svg             96   96 images/menu.png
+render menu.svg             96   96 images/menu_hover.png '#1769ff'
+render scan_image_bg_1.svg 564  484 images/scan_image_bg_1.png
+render scan_bg.svg        2142  342 images/scan_bg.png
+render lock.svg             32   32 icons/lock.png

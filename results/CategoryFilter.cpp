@@ -1,0 +1,38 @@
+#include "results/CategoryFilter.h"
+
+#include "app/MainWindow.h"
+#include "ui_MainWindow.h"
+
+#include <QPushButton>
+#include <QStyle>
+
+void markSelected(QPushButton *button, bool selected)
+{
+    button->setProperty("selected", selected);
+    // A style sheet looks at a property only while it polishes the widget.
+    button->style()->unpolish(button);
+    button->style()->polish(button);
+}
+
+QList<QPushButton *> MainWindow::categoryButtons() const
+{
+    return {ui->btnAll, ui->btnPictures, ui->btnVideos, ui->btnAudios, ui->btnDocuments, ui->btnArchives,
+        ui->btnOthers};
+}
+
+void MainWindow::setCategoryButtonsEnabled(bool enabled)
+{
+    for (QPushButton *button : categoryButtons())
+        button->setEnabled(enabled);
+}
+
+void MainWindow::showCategory(const QString &key, QPushButton *button)
+{
+    if (postponeDuringLoad([this, key, button] { showCategory(key, button); }))
+        return;
+    onCategoryClicked(key);
+    // Only now, so that the buttons change their look when the tree holds the new rows.
+    for (QPushButton *each : categoryButtons())
+        markSelected(each, false);
+    markSelected(button, true);
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+class QPushButton;
+
+/// Gives a category button the look of the selected one, or takes it away.
+void markSelected(QPushButton *button, bool selected);

@@ -1,0 +1,92 @@
+#include "app/MainWindow.h"
+
+#include "app/StyleSheets.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QThread>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+using std::chrono_literals::operator""ms;
+
+/// Shows the loading panel on the first call of the window's life. Later calls only leave a widget that is never shown.
+void MainWindow::showLoadingOverlay()
+{
+    if (loadingOverlay)
+        return;
+    loadingOverlay = new QWidget(this, Qt::Dialog | Qt::FramelessWindowHint);
+    if (loadingOverlayActive)
+        return;
+    loadingOverlayActive = true;
+    loadingOverlay->hide();
+    loadingOverlay->deleteLater();
+    loadingOverlay = nullptr;
+    stopLoadingDots();
+
+    createLoadingPanel();
+    loadingOverlay->move(
+        geometry().center() - QPoint(loadingOverlay->width() / 2, loadingOverlay->height() / 2));
+    startLoadingDots();
+    loadingLabel->setText(loadingText);
+    loadingOverlay->show();
+    loadingOverlay->raise();
+}
+
+void MainWindow::createLoadingPanel()
+{
+    loadingOverlay = new QWidget(this, Qt::Dialog | Qt::FramelessWindowHint);
+    loadingOverlay->setAttribute(Qt::WA_DeleteOnClose, false);
+    loadingOverlay->setFixedSize(300, 100);
+    loadingOverlay->setStyleSheet(StyleSheets::loadingPanel);
+    auto *const layout = new QVBoxLayout(loadingOverlay);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    loadingLabel = new QLabel(loadingText, loadingOverlay);
+    loadingLabel->setAlignment(Qt::AlignCenter);
+    loadingLabel->setStyleSheet(StyleSheets::loadingLabel);
+    layout->addStretch();
+    layout->addWidget(loadingLabel);
+    layout->addStretch();
+}
+
+void MainWindow::startLoadingDots()
+{
+    if (loadingTimer)
+        return;
+    loadingTimer = new QTimer(this);
+    connect(loadingTimer, &QTimer::timeout, this, [this] {
+        loadingDotIndex = (loadingDotIndex + 1) % 4;
+        if (loadingLabel)
+            loadingLabel->setText(loadingText + QString(loadingDotIndex, u'.'));
+    });
+    loadingTimer->start(400ms);
+}
+
+void MainWindow::stopLoadingDots()
+{
+    if (!loadingTimer)
+        return;
+    loadingTimer->stop();
+    loadingTimer->deleteLater();
+    loadingTimer = nullptr;
+}
+
+void MainWindow::hideLoadingOverlay()
+{
+    if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
+        QMetaObject::invokeMethod(this, &MainWindow::hideLoadingOverlay, Qt::QueuedConnection);
+        return;
+    }
+    if (loadingOverlay) {
+        loadingOverlay->close();
+        loadingOverlay->deleteLater();
+        loadingOverlay = nullptr;
+        loadingLabel = nullptr;
+        // What the user does meanwhile waits its turn: the rows of a load are not there yet.
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    stopLoadingDots();
+}

@@ -1,0 +1,51 @@
+#include "results/Thumbnail.h"
+
+#include <QImageReader>
+#include <QPersistentModelIndex>
+#include <QPointer>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize thumbnailSize(32, 32);
+
+/// A format that can decode at a reduced size does so at this multiple of the thumbnail's, for smooth edges.
+constexpr int decodingFactor = 4;
+
+QSize scaledToThumbnail(const QSize &size)
+{
+    return size.scaled(thumbnailSize, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+}
+
+} // namespace
+
+QPixmap loadThumbnail(const QString &path)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    const QSize decoded = scaledToThumbnail(size) * decodingFactor;
+    const bool reduce = size.isValid() && reader.supportsOption(QImageIOHandler::ScaledSize)
+        && size.width() > decoded.width() && size.height() > decoded.height();
+    if (reduce)
+        reader.setScaledSize(decoded);
+    const QImage image = reader.read();
+    if (image.isNull())
+        return {};
+    const QSize target = scaledToThumbnail(reduce ? size : image.size());
+    return QPixmap::fromImage(image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+void loadThumbnailLater(QTreeWidget *tree, QTreeWidgetItem *row, const QString &path)
+{
+    const auto load = [tree = QPointer<QTreeWidget>(tree), path,
+                          index = QPersistentModelIndex(tree->indexFromItem(row))] {
+        if (!tree || !index.isValid())
+            return;
+        if (const QPixmap thumbnail = loadThumbnail(path); !thumbnail.isNull())
+            tree->itemFromIndex(index)->setIcon(0, QIcon(thumbnail));
+    };
+    QTimer::singleShot(0, load);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "scan/ScanOptions.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+
+// Shared by every scan of the process: a scan that is started while another one still runs counts into the
+// same numbers.
+
+/// Files of the current scan that passed the location and hidden-file rules. Any thread.
+extern std::atomic<qint32> scannedFileCount;
+/// Files of the current scan that were added to the result. Any thread.
+extern std::atomic<qint32> acceptedFileCount;
+/// scannedFileCount at the last progress report. Never reset, so a scan that starts below the mark of the one
+/// before reports by time alone until it has passed the mark. Atomic only because two scans may overlap.
+extern std::atomic<qint32> lastReportedCount;
+
+/// What the walk tells its caller, called on the walking thread. All three must be set.
+struct CollectionCallbacks
+{
+    /// Once, after the counting pass.
+    std::function<void()> counted;
+    /// Each time 100 more files were scanned or 800 ms have passed: the file's path as the walk returned it,
+    /// and the scanned share of the counted files in per cent, which exceeds 100 when files were added since.
+    std::function<void(const QString &path, int percent)> progress;
+    /// Asked for every entry; true ends the walk early with whatever was collected so far.
+    std::function<bool()> abandoned;
+};
+
+/// Walks \a folders in order, twice (to count, then to collect), and returns the paths of the files that the
+/// rules of \a options let through, in the order of the walk. Links are never followed and hidden entries never
+/// entered. A folder listed twice is walked twice; what cannot be read yields nothing. Runs on any one thread.
+QStringList collectFiles(
+    const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);
+
+/// Whether the location rules of \a options leave out the file with this canonical path. All are plain prefix
+/// tests that ignore case, so C:/WindowsApps falls to the rule for C:/Windows as well.
+bool isSkippedLocation(
+    const QString &canonicalPath, const ScanOptions &options, const QString &desktopFolder);

@@ -1,0 +1,84 @@
+#include "scan/ScanOptionsDialog.h"
+
+#include "ui_ScanOptionsDialog.h"
+
+#include <QDebug>
+
+#include <array>
+#include <utility>
+
+namespace {
+
+/// The type boxes with their category keys, in the order in which the keys are handed out.
+std::array<std::pair<QCheckBox *, QString>, 6> typeBoxes(const Ui::ScanOptionsDialog &ui)
+{
+    return {{
+        {ui.chkTypeArchive, QStringLiteral("archive")},
+        {ui.chkTypeDoc, QStringLiteral("document")},
+        {ui.chkTypeAudio, QStringLiteral("audio")},
+        {ui.chkTypeVideo, QStringLiteral("video")},
+        {ui.chkTypePhoto, QStringLiteral("picture")},
+        {ui.chkTypeOthers, QStringLiteral("other")},
+    }};
+}
+
+} // namespace
+
+ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
+    : QDialog(parent)
+    , ui(new Ui::ScanOptionsDialog)
+{
+    ui->setupUi(this);
+    setFixedHeight(490);
+    setFixedWidth(793);
+    connect(ui->btnOkScanOptions, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->btnCancelScanOptions, &QPushButton::clicked, this, &QDialog::reject);
+
+    for (const auto &[box, key] : typeBoxes(*ui))
+        box->setChecked(true);
+    for (QCheckBox *box : {ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop})
+        box->setChecked(true);
+    // No item is called "K", so both units stay at the first one, "KB".
+    ui->spinMinSize->setValue(0);
+    ui->comboMinUnit->setCurrentText(QStringLiteral("K"));
+    ui->spinMaxSize->setValue(0);
+    ui->comboMaxUnit->setCurrentText(QStringLiteral("K"));
+    qDebug() << "chkSkipSystem checked:" << ui->chkSkipSystem->isChecked();
+}
+
+ScanOptionsDialog::~ScanOptionsDialog()
+{
+    delete ui;
+}
+
+ScanOptions ScanOptionsDialog::getOptions() const
+{
+    ScanOptions options;
+    for (const auto &[box, key] : typeBoxes(*ui)) {
+        if (box->isChecked())
+            options.fileTypes.append(key);
+    }
+    options.minSize = ui->spinMinSize->value();
+    options.minUnit = ui->comboMinUnit->currentText();
+    options.maxSize = ui->spinMaxSize->value();
+    options.maxUnit = ui->comboMaxUnit->currentText();
+    options.skipSystem = ui->chkSkipSystem->isChecked();
+    options.skipApps = ui->chkSkipApps->isChecked();
+    options.skipHiddenFolders = ui->chkSkipHiddenFolder->isChecked();
+    options.skipDesktop = ui->chkSkipDesktop->isChecked();
+    return options;
+}
+
+void ScanOptionsDialog::setOptions(const ScanOptions &options)
+{
+    for (const auto &[box, key] : typeBoxes(*ui))
+        box->setChecked(options.fileTypes.contains(key));
+    ui->spinMinSize->setValue(options.minSize);
+    ui->comboMinUnit->setCurrentText(options.minUnit);
+    ui->spinMaxSize->setValue(options.maxSize);
+    ui->comboMaxUnit->setCurrentText(options.maxUnit);
+    ui->chkSkipSystem->setChecked(options.skipSystem);
+    ui->chkSkipApps->setChecked(options.skipApps);
+    ui->chkSkipHiddenFolder->setChecked(options.skipHiddenFolders);
+    ui->chkSkipDesktop->setChecked(options.skipDesktop);
+}

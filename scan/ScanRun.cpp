@@ -1,0 +1,172 @@
+#include "app/MainWindow.h"
+
+#include "scan/FileCollection.h"
+#include "scan/ScanOptionsDialog.h"
+#include "ui_MainWindow.h"
+
+#include <QDebug>
+#include <QTime>
+#include <QTimer>
+
+#include <chrono>
+
+using std::chrono_literals::operator""ms;
+
+namespace {
+
+constexpr std::chrono::milliseconds tickInterval = 500ms;
+
+/// Stops and deletes a timer and forgets it.
+void discardTimer(QTimer *&timer)
+{
+    if (timer)
+        timer->stop();
+    delete timer;
+    timer = nullptr;
+}
+
+void discardTimerLater(QTimer *&timer)
+{
+    if (!timer)
+        return;
+    timer->stop();
+    timer->deleteLater();
+    timer = nullptr;
+}
+
+} // namespace
+
+void MainWindow::startScan()
+{
+    resetScan();
+    stopRequested = false;
+    ui->stackedWidget->setCurrentWidget(ui->scanpage);
+    ui->progressBar->setValue(0);
+    ui->btnStopScan->setEnabled(true);
+    startScanningWithOptions();
+}
+
+void MainWindow::startScanningWithOptions()
+{
+    ui->progressBar->setValue(0);
+    duplicatesFound = 0;
+    collectedFiles.clear();
+    elapsedTimer.start();
+    scannedFileCount = 0;
+    acceptedFileCount = 0;
+
+    discardTimer(progressTimer);
+    progressTimer = new QTimer(this);
+    connect(progressTimer, &QTimer::timeout, this, &MainWindow::showElapsedTime);
+    progressTimer->start(tickInterval);
+
+    QMetaObject::invokeMethod(this, &MainWindow::startStatusDots, Qt::QueuedConnection);
+    startCollection(scanFolders(), scanOptions);
+}
+
+/// Runs the walk on the pool. What it reports is queued to the GUI thread, its list last of all.
+void MainWindow::startCollection(const QStringList &folders, const ScanOptions &options)
+{
+    const auto queue = [this](auto step) {
+        QMetaObject::invokeMethod(this, std::move(step), Qt::QueuedConnection);
+    };
+    const CollectionCallbacks callbacks{
+        .counted =
+            [this, queue] {
+                queue([this] {
+                    ui->progressBar->setValue(0);
+                    ui->labelFilesScannedValue->setText(QStringLiteral("0"));
+                });
+            },
+        .progress =
+            [this, queue](const QString &path, int percent) {
+                queue([this, path, percent] {
+                    ui->labelCurrentFile->setText(tr("Scanning:") + path);
+                    ui->progressBar->setValue(percent);
+                    ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
+                });
+            },
+        .abandoned = tasks.abandoned(),
+    };
+    tasks.start([this, queue, folders, options, callbacks] {
+        const QStringList collected = collectFiles(folders, options, callbacks);
+        if (callbacks.abandoned())
+            return;
+        queue([this] { ui->progressBar->setValue(100); });
+        queue([this, collected] {
+            collectedFiles = collected;
+            finalizeScanUI();
+        });
+    });
+}
+
+void MainWindow::showElapsedTime()
+{
+    const int seconds = static_cast<int>(elapsedTimer.elapsed() / 1000);
+    ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
+    // Never counted up, so the analysis's own figure stands for half a second at most.
+    ui->labelDuplicatesFoundValue->setText(QString::number(duplicatesFound));
+    ui->labelElapsedTimeValue->setText(QTime(0, 0, 0).addSecs(seconds).toString(QStringLiteral("hh:mm:ss")));
+}
+
+void MainWindow::startStatusDots()
+{
+    scanStatusText = tr("Scanning, please wait");
+    statusDotCount = 0;
+    discardTimer(statusDotsTimer);
+    statusDotsTimer = new QTimer(this);
+    connect(statusDotsTimer, &QTimer::timeout, this, [this] {
+        statusDotCount = (statusDotCount + 1) % 4;
+        ui->labelScanStatus->setText(scanStatusText + QString(statusDotCount, u'.'));
+    });
+    statusDotsTimer->start(tickInterval);
+}
+
+void MainWindow::resetScan()
+{
+    collectedFiles.clear();
+    forgetShownResults();
+    groups.clear();
+    rebuildCategoryIndex();
+    duplicatesFound = 0;
+    ui->progressBar->setValue(0);
+    discardTimer(progressTimer);
+    discardTimerLater(scanTimer);
+    if (loadingOverlay) {
+        loadingOverlay->hide();
+        delete loadingOverlay;
+        loadingOverlay = nullptr;
+        loadingLabel = nullptr;
+    }
+    ui->labelFilesScannedValue->setText(QStringLiteral("0"));
+    ui->labelDuplicatesFoundValue->setText(QStringLiteral("0"));
+    ui->labelElapsedTimeValue->setText(QStringLiteral("00:00:00"));
+    ui->labelScanStatus->clear();
+    ui->labelCurrentFile->clear();
+    ui->btnStopScan->setEnabled(true);
+}
+
+/// Stop takes the user back to the start page but lets the run go on: its results open the results page later.
+void MainWindow::on_btnStopScan_clicked()
+{
+    stopRequested = true;
+    resetScan();
+    hideLoadingOverlay();
+    discardTimerLater(scanTimer);
+    ui->stackedWidget->setCurrentWidget(ui->page);
+}
+
+void MainWindow::on_btnScanOptions_clicked()
+{
+    qDebug() << "ScanOptions Slot Triggered!";
+    ScanOptionsDialog dialog(this);
+    // Settings without any skip rule are not shown again: the dialog then opens with its own defaults.
+    if (!scanOptions.fileTypes.isEmpty()
+        && (scanOptions.skipSystem || scanOptions.skipApps || scanOptions.skipHiddenFolders
+            || scanOptions.skipDesktop))
+        dialog.setOptions(scanOptions);
+    if (dialog.exec() == QDialog::Accepted) {
+        scanOptions = dialog.getOptions();
+        scanOptionsSet = true;
+    }
+}
