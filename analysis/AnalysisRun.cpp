@@ -24,7 +24,8 @@ void MainWindow::finalizeScanUI()
     const AnalysisCallbacks callbacks{
         .progress =
             [bar = ui->progressBar](int percent) {
-                QMetaObject::invokeMethod(bar, [bar, percent] { bar->setValue(percent); }, Qt::QueuedConnection);
+                QMetaObject::invokeMethod(
+                    bar, [bar, percent] { bar->setValue(percent); }, Qt::QueuedConnection);
             },
         .duplicatesFound =
             [label = ui->labelDuplicatesFoundValue](qsizetype files) {
@@ -69,7 +70,8 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
     QTimer::singleShot(100ms, this, [this] { onCategoryClicked(QStringLiteral("all")); });
 }
 
-/// Takes the rows of the shown category down, so that their ticks can never be saved into groups of another result.
+/// Takes the rows of the shown category down, so that their ticks can never be saved into groups of another
+/// result.
 void MainWindow::forgetShownResults()
 {
     ui->treeDuplicates->clear();

@@ -16,8 +16,8 @@ namespace {
 
 using SizeClasses = QMap<qint64, QList<QString>>;
 
-/// Starting a map-reduce and waiting for it costs about 50 to 100 us. With this many size classes under way at once
-/// the wait overlaps with work.
+/// Starting a map-reduce and waiting for it costs about 50 to 100 us. With this many size classes under way
+/// at once the wait overlaps with work.
 constexpr std::size_t classesInFlight = 32;
 
 SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()> &abandoned)
@@ -35,7 +35,8 @@ SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()>
     return classes;
 }
 
-/// Fingerprints the size classes of two or more files in ascending order of size, a few classes ahead of the reader.
+/// Fingerprints the size classes of two or more files in ascending order of size, a few classes ahead of the
+/// reader.
 class FingerprintQueue
 {
 public:

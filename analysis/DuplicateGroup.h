@@ -25,13 +25,13 @@ struct DuplicateGroup
     QSet<QString> markedFiles;
 };
 
-/// Position in \a files of the copy to keep: the one created first, judged by modification time where a file has no
-/// creation time, and the earlier in the list where times are equal. \a files must not be empty.
-/// Asks the file system once per file.
+/// Position in \a files of the copy to keep: the one created first, judged by modification time where a file
+/// has no creation time, and the earlier in the list where times are equal. \a files must not be empty. Asks
+/// the file system once per file.
 qsizetype indexOfKeptCopy(const QList<QString> &files);
 
-/// Marks every path of the group but that of the copy to keep. The kept path stays unmarked everywhere, also when it
-/// stands in the group twice; a group of fewer than two files gets no mark.
+/// Marks every path of the group but that of the copy to keep. The kept path stays unmarked everywhere, also
+/// when it stands in the group twice; a group of fewer than two files gets no mark.
 void markAllButKeptCopy(DuplicateGroup &group);
 
 /// Replaces the marks of the group.

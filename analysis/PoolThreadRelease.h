@@ -4,8 +4,8 @@
 
 /// For its lifetime, gives the current thread back to the global thread pool if it is one of the pool's own.
 ///
-/// A pool thread that waits for work in its own pool takes a place that the work may need: with one thread, or with
-/// as many waiting tasks as threads, nobody would be left to do it.
+/// A pool thread that waits for work in its own pool takes a place that the work may need: with one thread,
+/// or with as many waiting tasks as threads, nobody would be left to do it.
 class PoolThreadRelease
 {
 public:

@@ -32,6 +32,7 @@ private:
         std::atomic<bool> abandoned{false};
         std::atomic<int> running{0};
     };
-    /// Shared with the tasks: the last of them still touches the counter when the waiting side may already go on.
+    /// Shared with the tasks: the last of them still touches the counter when the waiting side may already go
+    /// on.
     std::shared_ptr<State> m_state;
 };

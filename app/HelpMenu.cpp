@@ -48,7 +48,8 @@ void MainWindow::showAbout()
 {
     const QStringList paragraphs{
         tr("Quillory v%1").arg(quilloryVersion),
-        tr("A powerful and easy-to-use duplicate file finder tool that helps you find and remove duplicate files "
+        tr("A powerful and easy-to-use duplicate file finder tool that helps you find and remove duplicate "
+           "files "
            "from your Windows or Mac computer, freeing up valuable disk space and optimizing your system's "
            "performance."),
         tr("© 2026 The Quillory authors"),

@@ -10,8 +10,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-// Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker leaves the
-// pictures of a static library out.
+// Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker
+// leaves the pictures of a static library out.
 static void initResources()
 {
     Q_INIT_RESOURCE(resources);
@@ -27,8 +27,9 @@ MainWindow::MainWindow(QWidget *parent)
     connectScrollBar();
     connectScrollBar();
 
-    scanOptions.fileTypes = QStringList{QStringLiteral("picture"), QStringLiteral("video"),
-        QStringLiteral("audio"), QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
+    scanOptions.fileTypes =
+        QStringList{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
+            QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
     scanOptionsSet = true;
     setWindowTitle(tr("Quillory"));
     setWindowIcon(QIcon(QStringLiteral(":/icon/images/logo.png")));
@@ -96,8 +97,8 @@ QWidget *MainWindow::createTopBar()
     return topBar;
 }
 
-/// Puts the bar above the pages. The layout takes the pages out of the designer's central widget, which is then
-/// discarded with what is left in it.
+/// Puts the bar above the pages. The layout takes the pages out of the designer's central widget, which is
+/// then discarded with what is left in it.
 void MainWindow::installCentralContainer(QWidget *topBar)
 {
     auto *const container = new QWidget;

@@ -26,9 +26,9 @@ class MainWindow;
 
 /// The program's one window: start page, scan page and results page, and all state of a scan and its result.
 ///
-/// Everything runs on the GUI thread. The two pool tasks (collection, analysis) reach the window through queued calls
-/// only and never touch a member. The definitions stand beside what they are about: app/ (places, help), scan/,
-/// analysis/ and results/.
+/// Everything runs on the GUI thread. The two pool tasks (collection, analysis) reach the window through
+/// queued calls only and never touch a member. The definitions stand beside what they are about: app/
+/// (places, help), scan/, analysis/ and results/.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT

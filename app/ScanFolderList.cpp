@@ -26,7 +26,8 @@ void MainWindow::populateScanFolders()
 void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
 {
     auto *const row = new QWidget(this);
-    // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the same.
+    // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the
+    // same.
     auto *const pathHolder = new QLabel(rootPath, row);
     pathHolder->move(16, 14);
     pathHolder->hide();
@@ -90,7 +91,8 @@ void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, 
     QWidget *const previous = folderRowButton(ui->listScanFolders->count() - 2);
     setTabOrder(previous ? previous : ui->listScanFolders, deleteButton);
     deleteButton->setAccessibleName(tr("Remove %1 from the list").arg(path));
-    deleteButton->setAccessibleDescription(tr("Takes the place out of the list; nothing on the disk is deleted"));
+    deleteButton->setAccessibleDescription(
+        tr("Takes the place out of the list; nothing on the disk is deleted"));
     connect(deleteButton, &QPushButton::clicked, this,
         [this, item] { delete ui->listScanFolders->takeItem(ui->listScanFolders->row(item)); });
 }

@@ -108,8 +108,8 @@ QPushButton:hover {
 }
 )");
 
-// The stray quote and the slashed comments make Qt drop the rule for the selected row: rows keep their own look
-// when clicked. Tidying them up would bring the rule into force.
+// The stray quote and the slashed comments make Qt drop the rule for the selected row: rows keep their own
+// look when clicked. Tidying them up would bring the rule into force.
 constexpr QLatin1StringView scanFolderList(R"(
 QListWidget {
     background: #f3f3f3;
@@ -162,12 +162,11 @@ constexpr QLatin1StringView folderName("font-size: 14px;");
 constexpr QLatin1StringView addedFolderPath("font-size: 14px; color: #333;");
 constexpr QLatin1StringView borderless("border: none;");
 
-constexpr QLatin1StringView loadingPanel(
-    "\n"
-    "        background: rgba(243, 247, 255, 0.98);\n"
-    "        border-radius: 18px;\n"
-    "        border: 1px solid #e2eafd;\n"
-    "    ");
+constexpr QLatin1StringView loadingPanel("\n"
+                                         "        background: rgba(243, 247, 255, 0.98);\n"
+                                         "        border-radius: 18px;\n"
+                                         "        border: 1px solid #e2eafd;\n"
+                                         "    ");
 constexpr QLatin1StringView loadingLabel(
     "font-size:17px; color:#376cff; font-weight:500;background:transparent; border:none;");
 

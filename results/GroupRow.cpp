@@ -17,13 +17,13 @@ QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool 
     row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
     // The tree shows one column only; size and time are carried for whoever asks the row.
     row->setText(1, ResultTexts::fileSize(file.size()));
-    row->setText(2,
-        file.fileTime(QFileDevice::FileModificationTime).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
+    row->setText(
+        2, file.fileTime(QFileDevice::FileModificationTime).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
     return row;
 }
 
-/// \a files counts the files that are gone from the disk as well, so a group whose missing files were ticked never
-/// looks fully ticked.
+/// \a files counts the files that are gone from the disk as well, so a group whose missing files were ticked
+/// never looks fully ticked.
 Qt::CheckState groupCheckState(qsizetype ticked, qsizetype files)
 {
     if (ticked == 0)
@@ -40,11 +40,12 @@ QTreeWidgetItem *MainWindow::createGroupItem(const DuplicateGroup &group)
 }
 
 /// Appends the row of one group, with a row for each of its files that still exists, and returns it.
-QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QList<QString> &files, qint64 size,
-    [[maybe_unused]] const QDateTime &modified, [[maybe_unused]] bool hasMarkedFiles,
+QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QList<QString> &files,
+    qint64 size, [[maybe_unused]] const QDateTime &modified, [[maybe_unused]] bool hasMarkedFiles,
     const QSet<QString> &markedFiles)
 {
-    auto *const groupRow = new QTreeWidgetItem(QStringList{ResultTexts::groupTitle(fileName, size, files.size())});
+    auto *const groupRow =
+        new QTreeWidgetItem(QStringList{ResultTexts::groupTitle(fileName, size, files.size())});
     // Without effect outside a tree: groups appear collapsed.
     groupRow->setExpanded(true);
     groupRow->setFlags(groupRow->flags() | Qt::ItemIsUserCheckable);

@@ -38,8 +38,8 @@ private:
 
 } // namespace
 
-void saveTicks(QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown,
-    const QList<QSet<QString>> &ticked)
+void saveTicks(
+    QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &ticked)
 {
     const qsizetype loaded = std::min(shown.size(), ticked.size());
     const GroupsByFiles sameFiles(groups, shown.first(loaded));

@@ -12,7 +12,8 @@
 
 using std::chrono_literals::operator""ms;
 
-/// Shows the loading panel on the first call of the window's life. Later calls only leave a widget that is never shown.
+/// Shows the loading panel on the first call of the window's life. Later calls only leave a widget that is
+/// never shown.
 void MainWindow::showLoadingOverlay()
 {
     if (loadingOverlay)

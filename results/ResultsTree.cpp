@@ -37,8 +37,9 @@ void MainWindow::onCategoryClicked(QString type)
 
 /// Runs \a load as the one category load under way, then whatever asked to run in the meantime.
 ///
-/// A load processes pending events when it closes the loading panel. A delivery, a second load or a deletion that came
-/// in there would pull the groups from under the first one, or save its ticks into the wrong groups.
+/// A load processes pending events when it closes the loading panel. A delivery, a second load or a deletion
+/// that came in there would pull the groups from under the first one, or save its ticks into the wrong
+/// groups.
 void MainWindow::runLoad(const std::function<void()> &load)
 {
     if (postponeDuringLoad([this, load] { runLoad(load); }))
@@ -51,7 +52,8 @@ void MainWindow::runLoad(const std::function<void()> &load)
         postponedSteps.takeFirst()();
 }
 
-/// Keeps \a step for the end of the category load under way; false when there is none and the step may run at once.
+/// Keeps \a step for the end of the category load under way; false when there is none and the step may run at
+/// once.
 bool MainWindow::postponeDuringLoad(const std::function<void()> &step)
 {
     if (categoryLoading)
@@ -121,7 +123,8 @@ void MainWindow::loadNextBatch()
     batchLoading = true;
     const QList<DuplicateGroup *> list = groupsOf(currentCategory);
     const qint32 count = static_cast<qint32>(list.size());
-    const qint32 end = std::min(count, loadedGroupCount + (loadedGroupCount == 0 ? firstBatchSize : nextBatchSize));
+    const qint32 end =
+        std::min(count, loadedGroupCount + (loadedGroupCount == 0 ? firstBatchSize : nextBatchSize));
     ui->treeDuplicates->setUpdatesEnabled(false);
     for (qint32 i = loadedGroupCount; i < end; ++i)
         createGroupItem(*list.at(i))->setData(0, categoryRole, currentCategory);

@@ -27,8 +27,8 @@ QPixmap loadThumbnail(const QString &path)
     QImageReader reader(path);
     const QSize size = reader.size();
     const QSize decoded = scaledToThumbnail(size) * decodingFactor;
-    const bool reduce = size.isValid() && reader.supportsOption(QImageIOHandler::ScaledSize)
-        && size.width() > decoded.width() && size.height() > decoded.height();
+    const bool reduce = size.isValid() && reader.supportsOption(QImageIOHandler::ScaledSize) &&
+                        size.width() > decoded.width() && size.height() > decoded.height();
     if (reduce)
         reader.setScaledSize(decoded);
     const QImage image = reader.read();

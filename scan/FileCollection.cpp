@@ -87,7 +87,8 @@ public:
 
     bool isDue(qint32 scanned)
     {
-        if (scanned - lastReportedCount < reportEveryFiles && m_sinceReport.elapsed() < reportEveryMilliseconds)
+        if (scanned - lastReportedCount < reportEveryFiles &&
+            m_sinceReport.elapsed() < reportEveryMilliseconds)
             return false;
         lastReportedCount = scanned;
         m_sinceReport.restart();
@@ -105,17 +106,16 @@ int percentOf(qint32 scanned, qint32 total)
 
 } // namespace
 
-bool isSkippedLocation(
-    const QString &canonicalPath, const ScanOptions &options, const QString &desktopFolder)
+bool isSkippedLocation(const QString &canonicalPath, const ScanOptions &options, const QString &desktopFolder)
 {
     const auto isBelow = [&](QStringView prefix) {
         return canonicalPath.startsWith(prefix, Qt::CaseInsensitive);
     };
     if (canonicalPath.isEmpty())
         return false;
-    return (options.skipSystem && isBelow(u"C:/Windows"))
-        || (options.skipApps && (isBelow(u"C:/Program Files") || isBelow(u"C:/Program Files (x86)")))
-        || (options.skipDesktop && isBelow(desktopFolder));
+    return (options.skipSystem && isBelow(u"C:/Windows")) ||
+           (options.skipApps && (isBelow(u"C:/Program Files") || isBelow(u"C:/Program Files (x86)"))) ||
+           (options.skipDesktop && isBelow(desktopFolder));
 }
 
 QStringList collectFiles(

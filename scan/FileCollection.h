@@ -32,8 +32,9 @@ struct CollectionCallbacks
 };
 
 /// Walks \a folders in order, twice (to count, then to collect), and returns the paths of the files that the
-/// rules of \a options let through, in the order of the walk. Links are never followed and hidden entries never
-/// entered. A folder listed twice is walked twice; what cannot be read yields nothing. Runs on any one thread.
+/// rules of \a options let through, in the order of the walk. Links are never followed and hidden entries
+/// never entered. A folder listed twice is walked twice; what cannot be read yields nothing. Runs on any one
+/// thread.
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);
 

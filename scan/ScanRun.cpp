@@ -146,7 +146,8 @@ void MainWindow::resetScan()
     ui->btnStopScan->setEnabled(true);
 }
 
-/// Stop takes the user back to the start page but lets the run go on: its results open the results page later.
+/// Stop takes the user back to the start page but lets the run go on: its results open the results page
+/// later.
 void MainWindow::on_btnStopScan_clicked()
 {
     stopRequested = true;
@@ -161,9 +162,8 @@ void MainWindow::on_btnScanOptions_clicked()
     qDebug() << "ScanOptions Slot Triggered!";
     ScanOptionsDialog dialog(this);
     // Settings without any skip rule are not shown again: the dialog then opens with its own defaults.
-    if (!scanOptions.fileTypes.isEmpty()
-        && (scanOptions.skipSystem || scanOptions.skipApps || scanOptions.skipHiddenFolders
-            || scanOptions.skipDesktop))
+    if (!scanOptions.fileTypes.isEmpty() && (scanOptions.skipSystem || scanOptions.skipApps ||
+                                                scanOptions.skipHiddenFolders || scanOptions.skipDesktop))
         dialog.setOptions(scanOptions);
     if (dialog.exec() == QDialog::Accepted) {
         scanOptions = dialog.getOptions();

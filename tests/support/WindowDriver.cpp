@@ -1,0 +1,161 @@
+#include "tests/support/WindowDriver.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+constexpr int pollMilliseconds = 5;
+
+template <typename Visit>
+void forEachFileRow(QTreeWidget *tree, Visit visit)
+{
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *const group = tree->topLevelItem(i);
+        for (int j = 0; j < group->childCount(); ++j)
+            visit(group->child(j));
+    }
+}
+
+} // namespace
+
+void withModalDialogs(const std::function<void()> &action, const std::function<void(QWidget *)> &handle)
+{
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&handle] {
+        if (QWidget *const dialog = QApplication::activeModalWidget())
+            handle(dialog);
+    });
+    poll.start(pollMilliseconds);
+    action();
+}
+
+WindowDriver::WindowDriver()
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    m_window.show();
+}
+
+void WindowDriver::click(const char *buttonName)
+{
+    find<QAbstractButton>(buttonName)->click();
+}
+
+QTreeWidget *WindowDriver::tree()
+{
+    return find<QTreeWidget>("treeDuplicates");
+}
+
+QString WindowDriver::labelText(const char *name)
+{
+    return find<QLabel>(name)->text();
+}
+
+QString WindowDriver::page()
+{
+    return find<QStackedWidget>("stackedWidget")->currentWidget()->objectName();
+}
+
+QStringList WindowDriver::folders()
+{
+    QStringList paths;
+    auto *const list = find<QListWidget>("listScanFolders");
+    for (int i = 0; i < list->count(); ++i)
+        paths.append(list->itemWidget(list->item(i))->findChild<QLabel *>()->text());
+    return paths;
+}
+
+void WindowDriver::removeAllFolders()
+{
+    auto *const list = find<QListWidget>("listScanFolders");
+    while (list->count() > 0)
+        list->itemWidget(list->item(0))->findChild<QPushButton *>()->click();
+}
+
+void WindowDriver::addFolder(const QString &path)
+{
+    withModalDialogs([this] { click("btnAddFolder"); },
+        [&path](QWidget *dialog) {
+            if (auto *const chooser = qobject_cast<QFileDialog *>(dialog)) {
+                chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+                QMetaObject::invokeMethod(chooser, "accept");
+            }
+        });
+}
+
+void WindowDriver::setFolders(const QStringList &paths)
+{
+    removeAllFolders();
+    for (const QString &path : paths)
+        addFolder(path);
+}
+
+bool WindowDriver::scan(int milliseconds)
+{
+    click("btnStartScan");
+    return waitForResults(milliseconds);
+}
+
+bool WindowDriver::waitForResults(int milliseconds)
+{
+    return QTest::qWaitFor(
+        [this] { return page() == u"duplicatespage" && tree()->topLevelItemCount() > 0; }, milliseconds);
+}
+
+QStringList WindowDriver::groupTitles()
+{
+    QStringList titles;
+    for (int i = 0; i < tree()->topLevelItemCount(); ++i)
+        titles.append(tree()->topLevelItem(i)->text(0));
+    return titles;
+}
+
+QStringList WindowDriver::filePaths()
+{
+    QStringList paths;
+    forEachFileRow(tree(), [&paths](const QTreeWidgetItem *row) { paths.append(row->text(0)); });
+    return paths;
+}
+
+QStringList WindowDriver::tickedPaths()
+{
+    QStringList paths;
+    forEachFileRow(tree(), [&paths](const QTreeWidgetItem *row) {
+        if (row->checkState(0) == Qt::Checked)
+            paths.append(row->text(0));
+    });
+    return paths;
+}
+
+QTreeWidgetItem *WindowDriver::fileRow(const QString &path)
+{
+    QTreeWidgetItem *found = nullptr;
+    forEachFileRow(tree(), [&](QTreeWidgetItem *row) {
+        if (!found && row->text(0) == path)
+            found = row;
+    });
+    return found;
+}
+
+void WindowDriver::tick(const QString &path, bool ticked)
+{
+    fileRow(path)->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
+}
+
+QList<ShownBox> WindowDriver::clickAndCloseBoxes(const char *buttonName)
+{
+    QList<ShownBox> boxes;
+    withModalDialogs([&] { click(buttonName); },
+        [&boxes](QWidget *dialog) {
+            if (auto *const box = qobject_cast<QMessageBox *>(dialog)) {
+                boxes.append({box->windowTitle(), box->text()});
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+    return boxes;
+}

@@ -1,0 +1,51 @@
+#include "tests/support/TestFiles.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// The main job from end to end: add a folder, scan it, look at the duplicates, delete the ticked copies.
+class tst_wholeRoad : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void deletesTickedCopiesAndNothingElse();
+};
+
+void tst_wholeRoad::deletesTickedCopiesAndNothingElse()
+{
+    const QTemporaryDir folder;
+    const auto path = [&folder](const char *name) { return folder.filePath(QLatin1StringView(name)); };
+    writeFile(path("photos/cat.jpg"), QByteArray(20000, 'c'));
+    writeFile(path("photos/copy of cat.jpg"), QByteArray(20000, 'c'));
+    writeFile(path("notes.txt"), "notes");
+    writeFile(path("backup/notes.txt"), "notes");
+    writeFile(path("backup/other.txt"), "other");
+    writeFile(path("alone.pdf"), "nothing is like me");
+
+    WindowDriver driver;
+    driver.setFolders({folder.path()});
+    QVERIFY(driver.scan());
+
+    QCOMPARE(driver.groupTitles().size(), 2);
+    const QStringList shown = driver.filePaths();
+    const QStringList ticked = driver.tickedPaths();
+    QCOMPARE(QSet<QString>(shown.cbegin(), shown.cend()),
+        (QSet<QString>{path("photos/cat.jpg"), path("photos/copy of cat.jpg"), path("notes.txt"),
+            path("backup/notes.txt")}));
+    QCOMPARE(ticked.size(), 2);
+
+    QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),
+        (QList<ShownBox>{{QStringLiteral("Deletion Complete"),
+            QStringLiteral("Deleted 2 files successfully, 0 files failed.")}}));
+    for (const QString &file : shown)
+        QCOMPARE(QFile::exists(file), !ticked.contains(file));
+    QVERIFY(QFile::exists(path("backup/other.txt")));
+    QVERIFY(QFile::exists(path("alone.pdf")));
+    QCOMPARE(driver.tree()->topLevelItemCount(), 0);
+}
+
+QTEST_MAIN(tst_wholeRoad)
+#include "tst_wholeRoad.moc"
