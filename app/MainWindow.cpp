@@ -2,6 +2,7 @@
 
 #include "app/StyleSheets.h"
 #include "results/CategoryFilter.h"
+#include "results/TickBoxDelegate.h"
 #include "ui_MainWindow.h"
 
 #include <QHBoxLayout>
@@ -43,6 +44,8 @@ MainWindow::MainWindow(QWidget *parent)
     ui->treeDuplicates->setStyleSheet(StyleSheets::resultsTree);
     ui->treeDuplicates->setFocusPolicy(Qt::NoFocus);
     ui->treeDuplicates->setHeaderHidden(true);
+    ui->treeDuplicates->setIconSize(QSize(32, 32));
+    ui->treeDuplicates->setItemDelegate(new TickBoxDelegate(ui->treeDuplicates));
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
@@ -147,6 +150,17 @@ void MainWindow::applyStyleSheets()
     ui->btnAddFolder->setText(tr(" Add"));
     ui->btnAddFolder->setStyleSheet(StyleSheets::addFolderButton);
     ui->progressBar->setStyleSheet(StyleSheets::progressBar);
+    for (const QAbstractScrollArea *area : {static_cast<QAbstractScrollArea *>(ui->listScanFolders),
+             static_cast<QAbstractScrollArea *>(ui->treeDuplicates)}) {
+        area->verticalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
+        area->horizontalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
+    }
+}
+
+void MainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    widenCategoryButtons();
 }
 
 void MainWindow::on_btnBack_clicked()

@@ -158,6 +158,43 @@ QProgressBar::chunk {
 }
 )");
 
+// The frames' and the container's rules reach the scroll bars too and would leave them half drawn.
+constexpr QLatin1StringView scrollBar(R"(
+QScrollBar {
+    background: transparent;
+    border: none;
+    margin: 0;
+}
+QScrollBar:vertical {
+    width: 10px;
+}
+QScrollBar:horizontal {
+    height: 10px;
+}
+QScrollBar::handle {
+    background: #c9dcf0;
+    border: none;
+    border-radius: 4px;
+    margin: 1px;
+}
+QScrollBar::handle:vertical {
+    min-height: 32px;
+}
+QScrollBar::handle:horizontal {
+    min-width: 32px;
+}
+QScrollBar::handle:hover {
+    background: #8dc2f7;
+}
+QScrollBar::add-line, QScrollBar::sub-line {
+    width: 0;
+    height: 0;
+}
+QScrollBar::add-page, QScrollBar::sub-page {
+    background: transparent;
+}
+)");
+
 constexpr QLatin1StringView folderName("font-size: 14px;");
 constexpr QLatin1StringView addedFolderPath("font-size: 14px; color: #333;");
 constexpr QLatin1StringView borderless("border: none;");
