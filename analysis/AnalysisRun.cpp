@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "analysis/DuplicateAnalysis.h"
+#include "app/TimerDisposal.h"
 #include "ui_MainWindow.h"
 
 #include <QPointer>
@@ -13,10 +14,7 @@ using std::chrono_literals::operator""ms;
 /// Starts the analysis of the files just collected. It cannot be stopped.
 void MainWindow::finalizeScanUI()
 {
-    if (statusDotsTimer)
-        statusDotsTimer->stop();
-    delete statusDotsTimer;
-    statusDotsTimer = nullptr;
+    discardTimer(statusDotsTimer);
     ui->labelScanStatus->setText(tr("Analyzing duplicates, please wait..."));
     ui->labelCurrentFile->setText(tr("Analyzing..."));
     ui->btnStopScan->setEnabled(false);
@@ -38,11 +36,11 @@ void MainWindow::finalizeScanUI()
         QList<DuplicateGroup> found = findDuplicates(paths, callbacks);
         if (callbacks.abandoned())
             return;
-        const auto deliver = [guard, found = std::move(found)]() mutable {
+        auto deliver = [guard, found = std::move(found)]() mutable {
             if (guard)
                 guard->deliverGroups(std::move(found));
         };
-        QMetaObject::invokeMethod(window, deliver, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(window, std::move(deliver), Qt::QueuedConnection);
     });
 }
 

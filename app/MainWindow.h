@@ -106,7 +106,6 @@ private:
     void hideLoadingOverlay();
     void createLoadingPanel();
     void startLoadingDots();
-    void stopLoadingDots();
 
     // CategoryFilter.cpp
     void showCategory(const QString &key, QPushButton *button);

@@ -39,6 +39,7 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     icon->setPixmap(QFileIconProvider().icon(QFileInfo(rootPath)).pixmap(24, 24));
     layout->addWidget(icon);
     auto *const name = new QLabel(rootPath, row);
+    name->setTextFormat(Qt::PlainText);
     name->setStyleSheet(StyleSheets::folderName);
     layout->addWidget(name);
     auto *const lock = new QLabel(row);
@@ -71,6 +72,7 @@ void MainWindow::addFolder()
     layout->setContentsMargins(10, 6, 10, 6);
     layout->setSpacing(8);
     auto *const pathLabel = new QLabel(path, row);
+    pathLabel->setTextFormat(Qt::PlainText);
     pathLabel->setStyleSheet(StyleSheets::addedFolderPath);
     layout->addWidget(pathLabel);
     layout->addStretch();
@@ -93,8 +95,11 @@ void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, 
     deleteButton->setAccessibleName(tr("Remove %1 from the list").arg(path));
     deleteButton->setAccessibleDescription(
         tr("Takes the place out of the list; nothing on the disk is deleted"));
-    connect(deleteButton, &QPushButton::clicked, this,
-        [this, item] { delete ui->listScanFolders->takeItem(ui->listScanFolders->row(item)); });
+    // Once only: the button outlives its item until control returns to the event loop.
+    connect(
+        deleteButton, &QPushButton::clicked, this,
+        [this, item] { delete ui->listScanFolders->takeItem(ui->listScanFolders->row(item)); },
+        Qt::SingleShotConnection);
 }
 
 /// The delete button of a row of the list; null when there is no such row.

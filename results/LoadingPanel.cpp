@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/StyleSheets.h"
+#include "app/TimerDisposal.h"
 
 #include <QCoreApplication>
 #include <QLabel>
@@ -25,7 +26,7 @@ void MainWindow::showLoadingOverlay()
     loadingOverlay->hide();
     loadingOverlay->deleteLater();
     loadingOverlay = nullptr;
-    stopLoadingDots();
+    discardTimerLater(loadingTimer);
 
     createLoadingPanel();
     loadingOverlay->move(
@@ -66,15 +67,6 @@ void MainWindow::startLoadingDots()
     loadingTimer->start(400ms);
 }
 
-void MainWindow::stopLoadingDots()
-{
-    if (!loadingTimer)
-        return;
-    loadingTimer->stop();
-    loadingTimer->deleteLater();
-    loadingTimer = nullptr;
-}
-
 void MainWindow::hideLoadingOverlay()
 {
     if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
@@ -89,5 +81,5 @@ void MainWindow::hideLoadingOverlay()
         // What the user does meanwhile waits its turn: the rows of a load are not there yet.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
-    stopLoadingDots();
+    discardTimerLater(loadingTimer);
 }

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/TimerDisposal.h"
 #include "scan/FileCollection.h"
 #include "scan/ScanOptionsDialog.h"
 #include "ui_MainWindow.h"
@@ -15,24 +16,6 @@ using std::chrono_literals::operator""ms;
 namespace {
 
 constexpr std::chrono::milliseconds tickInterval = 500ms;
-
-/// Stops and deletes a timer and forgets it.
-void discardTimer(QTimer *&timer)
-{
-    if (timer)
-        timer->stop();
-    delete timer;
-    timer = nullptr;
-}
-
-void discardTimerLater(QTimer *&timer)
-{
-    if (!timer)
-        return;
-    timer->stop();
-    timer->deleteLater();
-    timer = nullptr;
-}
 
 } // namespace
 
