@@ -2,7 +2,7 @@
 
 #include "app/StyleSheets.h"
 #include "results/CategoryFilter.h"
-#include "results/TickBoxDelegate.h"
+#include "results/ResultsDelegate.h"
 #include "ui_MainWindow.h"
 
 #include <QHBoxLayout>
@@ -45,7 +45,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->treeDuplicates->setFocusPolicy(Qt::NoFocus);
     ui->treeDuplicates->setHeaderHidden(true);
     ui->treeDuplicates->setIconSize(QSize(32, 32));
-    ui->treeDuplicates->setItemDelegate(new TickBoxDelegate(ui->treeDuplicates));
+    ui->treeDuplicates->setItemDelegate(new ResultsDelegate(ui->treeDuplicates));
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
