@@ -149,15 +149,19 @@ void tst_analysisProgress::movesFrom33To66Percent()
 void tst_analysisProgress::countsTheFilesThatHaveACopy()
 {
     const QByteArray head = randomBytes(4096, 1);
-    const QList<QString> paths{
-        add("x"),                           // alone in its size: nothing is said
-        add("aa"), add("aa"),               // two copies
-        add("aaa"), add("bbb"), add("aaa"), // two more, and one without
-        add("aaaa"), add("bbbb"),           // none
-        add("ccccc"), add("ccccc"), add("ccccc"), add(head + "12"),
-        add(head + "34"),                          // two copies, for only their heads count
-        add(head + "567"), add("8" + head + "90"), // one copy more of those two
+    QList<QString> paths;
+    const auto addFiles = [&](const QList<QByteArray> &contents) {
+        for (const QByteArray &content : contents)
+            paths.append(add(content));
     };
+    addFiles({"x"}); // alone in its size: nothing is said about it
+    addFiles({"aa", "aa"});
+    addFiles({"aaa", "bbb", "aaa"});
+    addFiles({"aaaa", "bbbb"});
+    addFiles({"ccccc", "ccccc", "ccccc"});
+    // Copies of one another, for only their heads count; and then one more of another size.
+    addFiles({head + "12", head + "34"});
+    addFiles({head + "567", "8" + head + "90"});
     QCOMPARE(Analysis(paths).found, (QList<qsizetype>{2, 4, 4, 7, 9, 10}));
 }
 
