@@ -18,7 +18,9 @@ qsizetype indexOfKeptCopy(const QList<QString> &files)
     qsizetype kept = 0;
     QDateTime oldest = creationTime(files.first());
     for (qsizetype i = 1; i < files.size(); ++i) {
-        if (const QDateTime created = creationTime(files.at(i)); created < oldest) {
+        const QDateTime created = creationTime(files.at(i));
+        // A file that is gone has no time, and no time would compare as the earliest of all.
+        if (created.isValid() && (!oldest.isValid() || created < oldest)) {
             oldest = created;
             kept = i;
         }

@@ -26,8 +26,8 @@ struct DuplicateGroup
 };
 
 /// Position in \a files of the copy to keep: the one created first, judged by modification time where a file
-/// has no creation time, and the earlier in the list where times are equal. \a files must not be empty. Asks
-/// the file system once per file.
+/// has no creation time, and the earlier in the list where times are equal. A file that is gone is kept only
+/// when all are. \a files must not be empty. Asks the file system once per file.
 qsizetype indexOfKeptCopy(const QList<QString> &files);
 
 /// Marks every path of the group but that of the copy to keep. The kept path stays unmarked everywhere, also

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 
 void writeFile(const QString &path, const QByteArray &content)
 {
@@ -20,4 +21,25 @@ void setModificationTime(const QString &path, qint64 seconds)
     if (!file.open(QIODevice::ReadWrite) ||
         !file.setFileTime(start.addSecs(seconds), QFileDevice::FileModificationTime))
         qFatal("Cannot set the time of %s", qPrintable(path));
+}
+
+bool writeFilesOneAfterAnother(const QStringList &paths, const QByteArray &content)
+{
+    const auto birthTime = [](const QString &path) {
+        return QFileInfo(path).fileTime(QFileDevice::FileBirthTime);
+    };
+    QDateTime previous;
+    for (const QString &path : paths) {
+        writeFile(path, content);
+        if (!birthTime(path).isValid())
+            return false;
+        // The file system's clock ticks only every few milliseconds.
+        while (previous.isValid() && birthTime(path) <= previous) {
+            QThread::msleep(2);
+            QFile::remove(path);
+            writeFile(path, content);
+        }
+        previous = birthTime(path);
+    }
+    return true;
 }

@@ -1,0 +1,64 @@
+#include "tests/support/OrdinaryUser.h"
+
+#include <QFile>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_UNIX
+constexpr uid_t root = 0;
+constexpr uid_t nobody = 65534;
+
+bool becomeNobody()
+{
+    return geteuid() == root && seteuid(nobody) == 0;
+}
+
+bool becomeRoot()
+{
+    return seteuid(root) == 0;
+}
+#else
+bool becomeNobody()
+{
+    return false;
+}
+
+bool becomeRoot()
+{
+    return true;
+}
+#endif
+
+void setPermissions(const QString &path, QFile::Permissions permissions)
+{
+    if (!QFile::setPermissions(path, permissions))
+        qFatal("Cannot set the permissions of %s", qPrintable(path));
+}
+
+} // namespace
+
+OrdinaryUser::OrdinaryUser()
+    : m_changed(becomeNobody())
+{
+}
+
+OrdinaryUser::~OrdinaryUser()
+{
+    if (m_changed && !becomeRoot())
+        qFatal("Cannot become root again");
+}
+
+void letEverybodyIn(const QString &folder)
+{
+    setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
+                               QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+}
+
+void letNobodyIn(const QString &path)
+{
+    setPermissions(path, {});
+}

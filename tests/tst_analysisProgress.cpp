@@ -1,0 +1,240 @@
+#include "analysis/FileHash.h"
+#include "tests/support/AnalysisRecorder.h"
+#include "tests/support/PoolThreads.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/TestFiles.h"
+
+#include <QFileInfo>
+#include <QMutex>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace {
+
+/// The analysis told plainly: one size after the other, one file after the other, everything counted anew.
+struct PlainAnalysis
+{
+    explicit PlainAnalysis(const QList<QString> &paths)
+    {
+        std::map<qint64, QList<QString>> classes;
+        for (const QString &path : paths)
+            classes[QFileInfo(path).size()].append(path);
+        qsizetype processed = 0;
+        for (const auto &[size, members] : classes) {
+            if (members.size() < 2) {
+                processed += members.size();
+                continue;
+            }
+            for (const QString &path : members) {
+                if (const QByteArray hash = computeFileHash(path, 4096); !hash.isEmpty())
+                    table[hash].append(path);
+                ++processed;
+                percents.append(static_cast<int>(33 + processed * 33 / paths.size()));
+            }
+            found.append(countDuplicates());
+        }
+    }
+
+    [[nodiscard]] QList<QList<QString>> files() const
+    {
+        QList<QList<QString>> result;
+        for (const auto &[hash, copies] : table) {
+            if (copies.size() >= 2)
+                result.append(copies);
+        }
+        return result;
+    }
+
+    std::map<QByteArray, QList<QString>> table;
+    QList<int> percents;
+    QList<qsizetype> found;
+
+private:
+    [[nodiscard]] qsizetype countDuplicates() const
+    {
+        qsizetype count = 0;
+        for (const QList<QString> &copies : files())
+            count += copies.size();
+        return count;
+    }
+};
+
+} // namespace
+
+/// What the analysis reports while it runs, on how many threads it can live, and how it is ended early.
+class tst_analysisProgress : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void movesFrom33To66Percent_data();
+    void movesFrom33To66Percent();
+    void countsTheFilesThatHaveACopy();
+    void isTheSameAsThePlainWay_data();
+    void isTheSameAsThePlainWay();
+    void endsOnThePoolItself_data();
+    void endsOnThePoolItself();
+    void endsWithNothingWhenAbandoned_data();
+    void endsWithNothingWhenAbandoned();
+
+private:
+    QString add(const QByteArray &content);
+    QList<QString> addManySizes(int sizes);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    int m_files = 0;
+};
+
+void tst_analysisProgress::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    m_files = 0;
+}
+
+QString tst_analysisProgress::add(const QByteArray &content)
+{
+    const QString path = m_folder->filePath(QString::number(++m_files));
+    writeFile(path, content);
+    return path;
+}
+
+/// One to four files of each size, some of them alike.
+QList<QString> tst_analysisProgress::addManySizes(int sizes)
+{
+    QList<QString> paths;
+    for (int i = 0; i < sizes; ++i) {
+        const QByteArray content = randomBytes(i * 97 % 9001, static_cast<quint32>(i));
+        for (int copy = 0; copy <= i % 4; ++copy)
+            paths.append(add(copy == 1 ? QByteArray(content.size(), 'x') : content));
+    }
+    return paths;
+}
+
+void tst_analysisProgress::movesFrom33To66Percent_data()
+{
+    // The sizes of the files; a negative one stands for as many files that are gone.
+    QTest::addColumn<QList<int>>("sizes");
+    QTest::addColumn<QList<int>>("percents");
+
+    QTest::newRow("nothing") << QList<int>{} << QList<int>{};
+    QTest::newRow("one file") << QList<int>{5} << QList<int>{};
+    QTest::newRow("all of different size") << QList<int>{1, 2, 3, 4} << QList<int>{};
+    QTest::newRow("two files") << QList<int>{5, 5} << QList<int>{49, 66};
+    QTest::newRow("four of ten, the largest")
+        << QList<int>{9, 1, 2, 9, 3, 4, 9, 5, 6, 9} << QList<int>{56, 59, 62, 66};
+    QTest::newRow("four of ten, the smallest")
+        << QList<int>{1, 1, 2, 1, 3, 4, 1, 5, 6, 7} << QList<int>{36, 39, 42, 46};
+    QTest::newRow("three classes") << QList<int>{30, 20, 20, 10, 30, 40, 10}
+                                   << QList<int>{37, 42, 47, 51, 56, 61};
+    QTest::newRow("files that are gone") << QList<int>{-1, 3, -2, 3} << QList<int>{41, 49, 57, 66};
+}
+
+void tst_analysisProgress::movesFrom33To66Percent()
+{
+    QFETCH(const QList<int>, sizes);
+    QList<QString> paths;
+    for (const int size : sizes)
+        paths.append(
+            size < 0 ? m_folder->filePath(QStringLiteral("gone%1").arg(size)) : add(QByteArray(size, 'x')));
+    QTEST(Analysis(paths).percents, "percents");
+}
+
+void tst_analysisProgress::countsTheFilesThatHaveACopy()
+{
+    const QByteArray head = randomBytes(4096, 1);
+    QList<QString> paths;
+    const auto addFiles = [&](const QList<QByteArray> &contents) {
+        for (const QByteArray &content : contents)
+            paths.append(add(content));
+    };
+    addFiles({"x"}); // alone in its size: nothing is said about it
+    addFiles({"aa", "aa"});
+    addFiles({"aaa", "bbb", "aaa"});
+    addFiles({"aaaa", "bbbb"});
+    addFiles({"ccccc", "ccccc", "ccccc"});
+    // Copies of one another, for only their heads count; and then one more of another size.
+    addFiles({head + "12", head + "34"});
+    addFiles({head + "567", "8" + head + "90"});
+    QCOMPARE(Analysis(paths).found, (QList<qsizetype>{2, 4, 4, 7, 9, 10}));
+}
+
+void tst_analysisProgress::isTheSameAsThePlainWay_data()
+{
+    QTest::addColumn<int>("sizes");
+    QTest::addColumn<int>("threads");
+
+    for (const int threads : {1, 2, 8}) {
+        for (const int sizes : {5, 43, 44, 130})
+            QTest::addRow("%d sizes on %d threads", sizes, threads) << sizes << threads;
+    }
+}
+
+/// More sizes than are under way at a time, so each has to be read back in its turn.
+void tst_analysisProgress::isTheSameAsThePlainWay()
+{
+    QFETCH(const int, sizes);
+    QFETCH(const int, threads);
+    const PoolSize size(threads);
+    const QList<QString> paths = addManySizes(sizes);
+    const PlainAnalysis plain(paths);
+    const Analysis analysis(paths);
+    QVERIFY(plain.files().size() > 1);
+    QCOMPARE(analysis.files(), plain.files());
+    QCOMPARE(analysis.percents, plain.percents);
+    QCOMPARE(analysis.found, plain.found);
+}
+
+void tst_analysisProgress::endsOnThePoolItself_data()
+{
+    QTest::addColumn<int>("threads");
+    QTest::newRow("on the only thread") << 1;
+    QTest::newRow("on both threads at once") << 2;
+    QTest::newRow("on all four threads at once") << 4;
+}
+
+/// Every thread of the pool analyses, and all that they wait for is to be done in the pool.
+void tst_analysisProgress::endsOnThePoolItself()
+{
+    QFETCH(const int, threads);
+    const QList<QString> paths = addManySizes(60);
+    const PlainAnalysis plain(paths);
+    const PoolSize size(threads);
+    QMutex mutex;
+    QList<QList<QList<QString>>> results;
+    runOnPoolThreads(threads, [&] {
+        const Analysis analysis(paths);
+        const QMutexLocker lock(&mutex);
+        results.append(analysis.files());
+    });
+    QCOMPARE(results, QList<QList<QList<QString>>>(threads, plain.files()));
+}
+
+void tst_analysisProgress::endsWithNothingWhenAbandoned_data()
+{
+    QTest::addColumn<int>("patience");
+    for (const int patience : {0, 1, 200, 380, 420, 500, 600})
+        QTest::addRow("at question %d", patience) << patience;
+}
+
+/// Wherever the analysis is when it is abandoned, it is over at the next size.
+void tst_analysisProgress::endsWithNothingWhenAbandoned()
+{
+    QFETCH(const int, patience);
+    const QList<QString> paths = addManySizes(150);
+    const PoolSize size(2);
+    const Analysis analysis(paths, patience);
+    QVERIFY(analysis.groups.isEmpty());
+    // It asks at least once for each file before it opens the first one, and once for each size.
+    QVERIFY(analysis.found.size() <= std::max<qsizetype>(0, patience - paths.size()));
+    QVERIFY(analysis.found.size() < PlainAnalysis(paths).found.size());
+}
+
+QTEST_GUILESS_MAIN(tst_analysisProgress)
+#include "tst_analysisProgress.moc"

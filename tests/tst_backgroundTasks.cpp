@@ -1,0 +1,202 @@
+#include "app/BackgroundTasks.h"
+#include "tests/support/PoolThreads.h"
+
+#include <QSemaphore>
+#include <QTest>
+#include <QThread>
+#include <QThreadPool>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <thread>
+
+namespace {
+
+constexpr int patience = 30'000;
+
+/// Lets a task that is to be waited for take its time.
+void dawdle()
+{
+    QThread::msleep(30);
+}
+
+} // namespace
+
+/// Tasks never outlive their owner.
+class tst_backgroundTasks : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void runsATaskOnThePool();
+    void finishWaitsForTheRunningTask();
+    void destructorWaitsForTheRunningTasks();
+    void finishIsSeenByTheTasks();
+    void skipsATaskThatNeverStarted_data();
+    void skipsATaskThatNeverStarted();
+    void finishesWithoutAnyTask();
+    void questionOutlivesTheOwner();
+    void ownersDoNotDisturbEachOther();
+    void finishesWhileTasksEnd();
+};
+
+void tst_backgroundTasks::runsATaskOnThePool()
+{
+    BackgroundTasks tasks;
+    QSemaphore ran;
+    std::atomic<bool> onPool{false};
+    tasks.start([&] {
+        onPool = QThreadPool::globalInstance()->contains(QThread::currentThread());
+        ran.release();
+    });
+    QVERIFY(ran.tryAcquire(1, patience));
+    QVERIFY(onPool);
+    QVERIFY(!tasks.abandoned()());
+}
+
+/// The task does not ask whether it is to give up.
+void tst_backgroundTasks::finishWaitsForTheRunningTask()
+{
+    BackgroundTasks tasks;
+    QSemaphore started;
+    std::atomic<bool> done{false};
+    tasks.start([&] {
+        started.release();
+        dawdle();
+        done = true;
+    });
+    QVERIFY(started.tryAcquire(1, patience));
+    tasks.finish();
+    QVERIFY(done);
+}
+
+void tst_backgroundTasks::destructorWaitsForTheRunningTasks()
+{
+    const PoolSize size(3);
+    QSemaphore started;
+    std::atomic<int> done{0};
+    {
+        BackgroundTasks tasks;
+        for (int i = 0; i < 3; ++i) {
+            tasks.start([&] {
+                started.release();
+                dawdle();
+                ++done;
+            });
+        }
+        QVERIFY(started.tryAcquire(3, patience));
+    }
+    QCOMPARE(done.load(), 3);
+}
+
+/// The task ends by nothing else: unseen, it hangs and the program is aborted.
+void tst_backgroundTasks::finishIsSeenByTheTasks()
+{
+    const PoolSize size(2);
+    auto tasks = std::make_unique<BackgroundTasks>();
+    QSemaphore started;
+    std::atomic<bool> seen{false};
+    tasks->start([&, abandoned = tasks->abandoned()] {
+        started.release();
+        while (!abandoned())
+            std::this_thread::yield();
+        seen = true;
+    });
+    QVERIFY(started.tryAcquire(1, patience));
+    QVERIFY(!seen);
+    runOnPoolThreads(1, [&tasks] { tasks->finish(); });
+    QVERIFY(seen);
+    QVERIFY(tasks->abandoned()());
+}
+
+void tst_backgroundTasks::skipsATaskThatNeverStarted_data()
+{
+    QTest::addColumn<int>("threads");
+    for (const int threads : {1, 2})
+        QTest::addRow("%d threads", threads) << threads;
+}
+
+void tst_backgroundTasks::skipsATaskThatNeverStarted()
+{
+    QFETCH(const int, threads);
+    const PoolSize size(threads);
+    std::atomic<int> ran{0};
+    QSemaphore started;
+    BackgroundTasks tasks;
+    for (int i = 0; i < threads; ++i) {
+        tasks.start([&, abandoned = tasks.abandoned()] {
+            started.release();
+            while (!abandoned())
+                std::this_thread::yield();
+            ++ran;
+        });
+    }
+    QVERIFY(started.tryAcquire(threads, patience));
+    for (int i = 0; i < 20; ++i)
+        tasks.start([&ran] { ++ran; });
+    tasks.finish();
+    QCOMPARE(ran.load(), threads);
+
+    tasks.start([&ran] { ++ran; });
+    tasks.finish();
+    QCOMPARE(ran.load(), threads);
+}
+
+void tst_backgroundTasks::finishesWithoutAnyTask()
+{
+    BackgroundTasks tasks;
+    tasks.finish();
+    tasks.finish();
+    QVERIFY(tasks.abandoned()());
+}
+
+void tst_backgroundTasks::questionOutlivesTheOwner()
+{
+    std::function<bool()> abandoned;
+    {
+        const BackgroundTasks tasks;
+        abandoned = tasks.abandoned();
+        QVERIFY(!abandoned());
+    }
+    QVERIFY(abandoned());
+}
+
+void tst_backgroundTasks::ownersDoNotDisturbEachOther()
+{
+    const PoolSize size(2);
+    BackgroundTasks staying;
+    BackgroundTasks going;
+    QSemaphore mayEnd;
+    std::atomic<bool> done{false};
+    staying.start([&] { done = mayEnd.tryAcquire(1, patience); });
+    // Must not wait for the other one's task, which would be for ever.
+    runOnPoolThreads(1, [&going] { going.finish(); });
+    QVERIFY(!done);
+    QVERIFY(!staying.abandoned()());
+    mayEnd.release();
+    QTRY_VERIFY_WITH_TIMEOUT(done, patience);
+}
+
+/// The last task may end at the very moment when the wait begins.
+void tst_backgroundTasks::finishesWhileTasksEnd()
+{
+    const PoolSize size(4);
+    for (int round = 0; round < 500; ++round) {
+        std::atomic<int> running{0};
+        {
+            BackgroundTasks tasks;
+            for (int i = 0; i < 3; ++i) {
+                tasks.start([&running] {
+                    ++running;
+                    std::this_thread::yield();
+                    --running;
+                });
+            }
+        }
+        QCOMPARE(running.load(), 0);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_backgroundTasks)
+#include "tst_backgroundTasks.moc"

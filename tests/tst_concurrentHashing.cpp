@@ -1,0 +1,169 @@
+#include "analysis/FileHash.h"
+#include "tests/support/PoolThreads.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/TestFiles.h"
+
+#include <QMutex>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThreadPool>
+
+#include <atomic>
+#include <memory>
+
+namespace {
+
+constexpr int chunk = 4096;
+
+QList<QString> pathsOf(const QList<FileHash> &hashes)
+{
+    QList<QString> paths;
+    for (const FileHash &hash : hashes)
+        paths.append(hash.filePath);
+    return paths;
+}
+
+QList<QByteArray> digestsOf(const QList<FileHash> &hashes)
+{
+    QList<QByteArray> digests;
+    for (const FileHash &hash : hashes)
+        digests.append(hash.hash);
+    return digests;
+}
+
+} // namespace
+
+/// The fingerprints of many files at once.
+class tst_concurrentHashing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void keepsTheOrder_data();
+    void keepsTheOrder();
+    void yieldsNothingForNothing();
+    void keepsDuplicatesAndFilesThatCannotBeOpened();
+    void handsPathsBackAsTheyCame();
+    void endsOnThePoolItself_data();
+    void endsOnThePoolItself();
+    void lendsItsThreadForTheTimeOnly();
+    void hashesNothingOnceAbandoned();
+
+private:
+    QTemporaryDir m_folder;
+    QList<QString> m_paths;
+    /// The fingerprints of m_paths, computed one by one.
+    QList<QByteArray> m_digests;
+};
+
+void tst_concurrentHashing::initTestCase()
+{
+    QVERIFY(m_folder.isValid());
+    // Large and small ones in turn, so that those that come later are ready sooner.
+    for (int i = 0; i < 300; ++i) {
+        m_paths.append(m_folder.filePath(QString::number(i)));
+        writeFile(m_paths.last(), randomBytes(i % 2 == 0 ? 20000 + i : i, static_cast<quint32>(i)));
+        m_digests.append(computeFileHash(m_paths.last(), chunk));
+    }
+}
+
+void tst_concurrentHashing::keepsTheOrder_data()
+{
+    QTest::addColumn<int>("threads");
+    for (const int threads : {1, 2, 8})
+        QTest::addRow("%d threads", threads) << threads;
+}
+
+void tst_concurrentHashing::keepsTheOrder()
+{
+    QFETCH(const int, threads);
+    const PoolSize size(threads);
+    const QList<FileHash> hashes = computeHashesConcurrently(m_paths);
+    QCOMPARE(pathsOf(hashes), m_paths);
+    QCOMPARE(digestsOf(hashes), m_digests);
+}
+
+void tst_concurrentHashing::yieldsNothingForNothing()
+{
+    QCOMPARE(computeHashesConcurrently({}).size(), 0);
+}
+
+void tst_concurrentHashing::keepsDuplicatesAndFilesThatCannotBeOpened()
+{
+    const QString missing = m_folder.filePath(QStringLiteral("missing"));
+    const QList<QString> paths{
+        missing, m_paths.at(0), m_folder.path(), m_paths.at(0), missing, m_paths.at(1)};
+    const QList<FileHash> hashes = computeHashesConcurrently(paths);
+    QCOMPARE(pathsOf(hashes), paths);
+    QCOMPARE(digestsOf(hashes),
+        (QList<QByteArray>{{}, m_digests.at(0), {}, m_digests.at(0), {}, m_digests.at(1)}));
+}
+
+void tst_concurrentHashing::handsPathsBackAsTheyCame()
+{
+    const QString roundabout = m_folder.path() + QStringLiteral("//./7");
+    const QList<FileHash> hashes = computeHashesConcurrently({roundabout});
+    QCOMPARE(pathsOf(hashes), QList<QString>{roundabout});
+    QCOMPARE(digestsOf(hashes), QList<QByteArray>{m_digests.at(7)});
+}
+
+void tst_concurrentHashing::endsOnThePoolItself_data()
+{
+    QTest::addColumn<int>("threads");
+    QTest::newRow("on the only thread") << 1;
+    QTest::newRow("on both threads at once") << 2;
+    QTest::newRow("on all four threads at once") << 4;
+}
+
+/// Every thread of the pool waits for work that is to be done in the pool.
+void tst_concurrentHashing::endsOnThePoolItself()
+{
+    QFETCH(const int, threads);
+    const PoolSize size(threads);
+    QMutex mutex;
+    QList<QList<FileHash>> results;
+    runOnPoolThreads(threads, [&] {
+        const QList<FileHash> hashes = computeHashesConcurrently(m_paths);
+        const QMutexLocker lock(&mutex);
+        results.append(hashes);
+    });
+    QCOMPARE(results.size(), threads);
+    for (const QList<FileHash> &hashes : std::as_const(results)) {
+        QCOMPARE(pathsOf(hashes), m_paths);
+        QCOMPARE(digestsOf(hashes), m_digests);
+    }
+}
+
+/// A thread that is lent and not taken back, or taken back without being lent, changes the size of the pool
+/// for good.
+void tst_concurrentHashing::lendsItsThreadForTheTimeOnly()
+{
+    const PoolSize size(2);
+    QThreadPool *const pool = QThreadPool::globalInstance();
+    const auto hashOften = [this] {
+        for (int i = 0; i < 20; ++i)
+            computeHashesConcurrently(m_paths.first(3));
+    };
+    hashOften();
+    runOnPoolThreads(1, hashOften);
+    QVERIFY(pool->waitForDone());
+    QCOMPARE(pool->activeThreadCount(), 0);
+}
+
+void tst_concurrentHashing::hashesNothingOnceAbandoned()
+{
+    const PoolSize size(2);
+    std::atomic<int> asked{0};
+    QFuture<QList<FileHash>> future = startComputingHashes(m_paths, [&asked] { return ++asked > 100; });
+    const QList<FileHash> hashes = future.result();
+    QCOMPARE(pathsOf(hashes), m_paths);
+    QCOMPARE(asked.load(), int(m_paths.size()));
+    QCOMPARE(digestsOf(hashes).count(QByteArray()), m_paths.size() - 100);
+    for (qsizetype i = 0; i < hashes.size(); ++i)
+        QVERIFY(hashes.at(i).hash.isEmpty() || hashes.at(i).hash == m_digests.at(i));
+}
+
+QTEST_GUILESS_MAIN(tst_concurrentHashing)
+#include "tst_concurrentHashing.moc"

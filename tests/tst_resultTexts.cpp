@@ -1,0 +1,152 @@
+#include "results/ResultTexts.h"
+
+#include <QLocale>
+#include <QTest>
+
+namespace {
+
+constexpr qint64 gibi = 1024LL * 1024 * 1024;
+
+DuplicateGroup groupOf(qsizetype files, qint64 size)
+{
+    DuplicateGroup group;
+    group.files = QList<QString>(files, QStringLiteral("/x"));
+    group.size = size;
+    return group;
+}
+
+} // namespace
+
+/// The texts of the results page.
+class tst_resultTexts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void sizeOfAGroup_data();
+    void sizeOfAGroup();
+    void sizeOfAFile_data();
+    void sizeOfAFile();
+    void titleOfAGroup_data();
+    void titleOfAGroup();
+    void totals_data();
+    void totals();
+};
+
+void tst_resultTexts::initTestCase()
+{
+    // Numbers look the same everywhere, also where people write 1.024,50.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+}
+
+void tst_resultTexts::sizeOfAGroup_data()
+{
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<QString>("text");
+
+    const auto row = [](qint64 bytes, const char *text) {
+        QTest::addRow("%lld bytes", static_cast<long long>(bytes)) << bytes << QString::fromLatin1(text);
+    };
+    row(0, "0 B");
+    row(1, "1 B");
+    row(1023, "1023 B");
+    row(1024, "1.00 KB");
+    row(1025, "1.00 KB");
+    row(1536, "1.50 KB");
+    row(20'000, "19.53 KB");
+    row(1'048'575, "1024.00 KB");
+    row(1'048'576, "1.00 MB");
+    row(1'572'864, "1.50 MB");
+    row(gibi, "1024.00 MB");
+    row(5 * gibi, "5120.00 MB");
+    row(2000 * gibi, "2048000.00 MB");
+}
+
+void tst_resultTexts::sizeOfAGroup()
+{
+    QFETCH(const qint64, bytes);
+    QTEST(ResultTexts::groupSize(bytes), "text");
+}
+
+void tst_resultTexts::sizeOfAFile_data()
+{
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<QString>("text");
+
+    const auto row = [](qint64 bytes, const char *text) {
+        QTest::addRow("%lld bytes", static_cast<long long>(bytes)) << bytes << QString::fromLatin1(text);
+    };
+    row(0, "0 KB");
+    row(1023, "0 KB");
+    row(1024, "1 KB");
+    row(2047, "1 KB");
+    row(2048, "2 KB");
+    row(1'048'576, "1024 KB");
+    row(5 * gibi, "5242880 KB");
+}
+
+void tst_resultTexts::sizeOfAFile()
+{
+    QFETCH(const qint64, bytes);
+    QTEST(ResultTexts::fileSize(bytes), "text");
+}
+
+void tst_resultTexts::titleOfAGroup_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<int>("files");
+    QTest::addColumn<QString>("title");
+
+    QTest::newRow("plain") << QStringLiteral("cat.jpg") << qint64(2048) << 2
+                           << QStringLiteral("cat.jpg    2.00 KB, 2 file(s)");
+    QTest::newRow("many files") << QStringLiteral("a") << qint64(0) << 12345
+                                << QStringLiteral("a    0 B, 12345 file(s)");
+    QTest::newRow("placeholders") << QStringLiteral("%1 %2 %3 %L1 %%n.txt") << qint64(1023) << 3
+                                  << QStringLiteral("%1 %2 %3 %L1 %%n.txt    1023 B, 3 file(s)");
+    QTest::newRow("blanks") << QStringLiteral("  x  ") << qint64(1) << 2
+                            << QStringLiteral("  x      1 B, 2 file(s)");
+    QTest::newRow("not Latin") << QStringLiteral("שלום\U0001F600") << 5 * gibi << 2
+                               << QStringLiteral("שלום\U0001F600    5120.00 MB, 2 file(s)");
+}
+
+void tst_resultTexts::titleOfAGroup()
+{
+    QFETCH(const QString, fileName);
+    QFETCH(const qint64, size);
+    QFETCH(const int, files);
+    QTEST(ResultTexts::groupTitle(fileName, size, files), "title");
+}
+
+void tst_resultTexts::totals_data()
+{
+    QTest::addColumn<QList<DuplicateGroup>>("groups");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("no group") << QList<DuplicateGroup>{}
+                              << QStringLiteral("Total 0 duplicates, 0 files, size 0.00 GB");
+    QTest::newRow("empty files") << QList{groupOf(2, 0)}
+                                 << QStringLiteral("Total 1 duplicates, 2 files, size 0.00 GB");
+    QTest::newRow("three of 1 GiB") << QList{groupOf(3, gibi)}
+                                    << QStringLiteral("Total 1 duplicates, 3 files, size 3.00 GB");
+    QTest::newRow("several groups") << QList{groupOf(3, gibi), groupOf(2, gibi / 4), groupOf(5, 1000)}
+                                    << QStringLiteral("Total 3 duplicates, 10 files, size 3.50 GB");
+    QTest::newRow("a hundredth") << QList{groupOf(2, gibi / 200)}
+                                 << QStringLiteral("Total 1 duplicates, 2 files, size 0.01 GB");
+    QTest::newRow("huge") << QList{groupOf(1500, 2000 * gibi)}
+                          << QStringLiteral("Total 1 duplicates, 1500 files, size 3000000.00 GB");
+}
+
+void tst_resultTexts::totals()
+{
+    QFETCH(QList<DuplicateGroup>, groups);
+    QList<DuplicateGroup *> pointers;
+    for (DuplicateGroup &group : groups)
+        pointers.append(&group);
+    QTEST(ResultTexts::totals(pointers), "text");
+}
+
+QTEST_GUILESS_MAIN(tst_resultTexts)
+#include "tst_resultTexts.moc"

@@ -1,0 +1,305 @@
+#include "tests/support/Collecting.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+
+namespace {
+
+/// A report is due after this time as well, and after 100 files.
+constexpr int reportMilliseconds = 800;
+constexpr const char *reportedForTheTime = "The scan took so long that it reported for the time as well";
+
+struct Report
+{
+    QString path;
+    int percent = 0;
+    qint32 scanned = 0;
+};
+
+/// One scan, with all that it told and asked.
+struct Scan
+{
+    explicit Scan(const QStringList &folders, const ScanOptions &options = everyType())
+    {
+        QElapsedTimer clock;
+        clock.start();
+        collected = collectFiles(folders, options, callbacks());
+        slow = clock.hasExpired(reportMilliseconds);
+    }
+
+    /// Runs \a inBetween after the counting pass.
+    Scan(const QStringList &folders, const std::function<void()> &inBetween)
+    {
+        CollectionCallbacks all = callbacks();
+        all.counted = [counted = all.counted, &inBetween] {
+            counted();
+            inBetween();
+        };
+        collected = collectFiles(folders, everyType(), all);
+    }
+
+    [[nodiscard]] QList<int> percents() const
+    {
+        QList<int> result;
+        for (const Report &report : reports)
+            result.append(report.percent);
+        return result;
+    }
+
+    [[nodiscard]] QList<qint32> counts() const
+    {
+        QList<qint32> result;
+        for (const Report &report : reports)
+            result.append(report.scanned);
+        return result;
+    }
+
+    QStringList collected;
+    QList<Report> reports;
+    int counted = 0;
+    bool reportedBeforeCounted = false;
+    /// Whether it took so long that a report may have been due for the time alone.
+    bool slow = false;
+
+private:
+    CollectionCallbacks callbacks()
+    {
+        return {
+            .counted = [this] { ++counted; },
+            .progress =
+                [this](const QString &path, int percent) {
+                    reportedBeforeCounted = reportedBeforeCounted || counted == 0;
+                    reports.append({path, percent, scannedFileCount});
+                },
+            .abandoned = [] { return false; },
+        };
+    }
+};
+
+} // namespace
+
+/// What a scan reports while it runs, and how it is ended early.
+class tst_scanProgress : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void reportsEveryHundredFiles();
+    void reportsThePathJustScanned();
+    void countsFilesOfOtherTypesAsScanned();
+    void keepsTheMarkOfTheScanBefore();
+    void reportsAfterSomeTime();
+    void exceedsHundredPercentWhenFilesAppear();
+    void isAtZeroPercentWhenNothingWasCounted();
+    void countsOnceAndSaysSoOnce();
+    void endsWhenAbandoned_data();
+    void endsWhenAbandoned();
+
+private:
+    void write(const QString &name, int files) const;
+    [[nodiscard]] QString path(const QString &name) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_scanProgress::initTestCase()
+{
+    QCOMPARE(scannedFileCount.load(), 0);
+    QCOMPARE(acceptedFileCount.load(), 0);
+    QCOMPARE(lastReportedCount.load(), 0);
+}
+
+void tst_scanProgress::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    // A process that has not scanned yet.
+    scannedFileCount = 0;
+    acceptedFileCount = 0;
+    lastReportedCount = 0;
+}
+
+QString tst_scanProgress::path(const QString &name) const
+{
+    return m_folder->filePath(name);
+}
+
+/// Writes files named after their number.
+void tst_scanProgress::write(const QString &name, int files) const
+{
+    for (int i = 0; i < files; ++i)
+        writeFile(path(name.arg(i)), "x");
+}
+
+void tst_scanProgress::reportsEveryHundredFiles()
+{
+    write(QStringLiteral("a/%1.jpg"), 130);
+    write(QStringLiteral("b/%1.jpg"), 120);
+    const Scan scan({path(QStringLiteral("a")), path(QStringLiteral("b"))});
+    QCOMPARE(scannedFileCount.load(), 250);
+    QCOMPARE(acceptedFileCount.load(), 250);
+    if (scan.slow)
+        QSKIP(reportedForTheTime);
+    QCOMPARE(scan.counts(), (QList<qint32>{100, 200}));
+    QCOMPARE(scan.percents(), (QList<int>{40, 80}));
+    QCOMPARE(lastReportedCount.load(), 200);
+}
+
+void tst_scanProgress::reportsThePathJustScanned()
+{
+    write(QStringLiteral("%1.jpg"), 300);
+    const Scan scan({m_folder->path()});
+    QVERIFY(scan.reports.size() >= 2);
+    for (const Report &report : scan.reports) {
+        QCOMPARE(report.path, scan.collected.at(report.scanned - 1));
+        QCOMPARE(report.percent, report.scanned * 100 / 300);
+    }
+}
+
+void tst_scanProgress::countsFilesOfOtherTypesAsScanned()
+{
+    write(QStringLiteral("%1.jpg"), 10);
+    write(QStringLiteral("%1.txt"), 290);
+    ScanOptions options = everyType();
+    options.fileTypes = {QStringLiteral("picture")};
+    const Scan scan({m_folder->path()}, options);
+    QCOMPARE(scan.collected.size(), 10);
+    QCOMPARE(scannedFileCount.load(), 300);
+    QCOMPARE(acceptedFileCount.load(), 10);
+    if (scan.slow)
+        QSKIP(reportedForTheTime);
+    QCOMPARE(scan.percents(), (QList<int>{33, 66, 100}));
+}
+
+/// The mark of the last report outlives the scan: the next one first has to get 100 files beyond it.
+void tst_scanProgress::keepsTheMarkOfTheScanBefore()
+{
+    write(QStringLiteral("a/%1.jpg"), 250);
+    write(QStringLiteral("b/%1.jpg"), 70);
+    const QString a = path(QStringLiteral("a"));
+    const QString b = path(QStringLiteral("b"));
+    const Scan first({a});
+    const Scan smaller({a});
+    const Scan larger({a, b});
+    if (first.slow || smaller.slow || larger.slow)
+        QSKIP(reportedForTheTime);
+    QCOMPARE(first.counts(), (QList<qint32>{100, 200}));
+    QCOMPARE(smaller.counts(), QList<qint32>());
+    QCOMPARE(larger.counts(), QList<qint32>{300});
+    QCOMPARE(larger.percents(), QList<int>{93});
+    QCOMPARE(lastReportedCount.load(), 300);
+}
+
+void tst_scanProgress::reportsAfterSomeTime()
+{
+    write(QStringLiteral("%1.jpg"), 4);
+    lastReportedCount = 1000;
+    bool collecting = false;
+    bool waited = false;
+    QStringList reported;
+    const CollectionCallbacks callbacks{
+        .counted = [&collecting] { collecting = true; },
+        .progress = [&reported](const QString &file, int) { reported.append(file); },
+        .abandoned =
+            [&] {
+                // Asked after the first file of the collecting pass, so the second one is late.
+                if (collecting && !waited) {
+                    waited = true;
+                    QThread::msleep(reportMilliseconds + 20);
+                }
+                return false;
+            },
+    };
+    const QStringList collected = collectFiles({m_folder->path()}, everyType(), callbacks);
+    QCOMPARE(collected.size(), 4);
+    QVERIFY(reported.contains(collected.at(1)));
+    QVERIFY(reported.size() < 4);
+    QVERIFY(lastReportedCount <= 4);
+}
+
+void tst_scanProgress::exceedsHundredPercentWhenFilesAppear()
+{
+    write(QStringLiteral("%1.jpg"), 50);
+    const Scan scan({m_folder->path()}, [this] { write(QStringLiteral("new %1.jpg"), 200); });
+    QVERIFY(!scan.reports.isEmpty());
+    for (const Report &report : scan.reports)
+        QCOMPARE(report.percent, report.scanned * 100 / 50);
+    QVERIFY(scan.reports.last().percent > 100);
+}
+
+void tst_scanProgress::isAtZeroPercentWhenNothingWasCounted()
+{
+    const Scan scan({m_folder->path()}, [this] { write(QStringLiteral("new %1.jpg"), 100); });
+    QVERIFY(!scan.reports.isEmpty());
+    for (const Report &report : scan.reports)
+        QCOMPARE(report.percent, 0);
+}
+
+/// The files of all folders are counted before the first of them is collected.
+void tst_scanProgress::countsOnceAndSaysSoOnce()
+{
+    write(QStringLiteral("a/%1.jpg"), 100);
+    write(QStringLiteral("b/%1.jpg"), 100);
+    const Scan scan({path(QStringLiteral("a")), path(QStringLiteral("b"))});
+    QCOMPARE(scan.counted, 1);
+    QVERIFY(!scan.reportedBeforeCounted);
+    QVERIFY(!scan.reports.isEmpty());
+    QCOMPARE(scan.reports.first().percent, scan.reports.first().scanned * 100 / 200);
+
+    const Scan nothing({});
+    QCOMPARE(nothing.counted, 1);
+    QCOMPARE(nothing.reports.size(), 0);
+}
+
+void tst_scanProgress::endsWhenAbandoned_data()
+{
+    QTest::addColumn<int>("questions");
+    QTest::addColumn<bool>("allSkipped");
+
+    // 30 files in each pass.
+    QTest::newRow("before it begins") << 0 << false;
+    QTest::newRow("while counting") << 5 << false;
+    QTest::newRow("while collecting") << 40 << false;
+    QTest::newRow("while skipping everything") << 40 << true;
+}
+
+/// Once the answer is yes, each of the two passes may ask once more and then has to be over.
+void tst_scanProgress::endsWhenAbandoned()
+{
+    QFETCH(const int, questions);
+    QFETCH(const bool, allSkipped);
+    const QString home = QDir(m_folder->path()).canonicalPath();
+    qputenv("HOME", home.toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.toUtf8());
+    const QStringList folders{path(QStringLiteral("Desktop")), path(QStringLiteral("Desktop/sub"))};
+    write(QStringLiteral("Desktop/%1.jpg"), 10);
+    write(QStringLiteral("Desktop/sub/%1.jpg"), 10);
+    ScanOptions options = everyType();
+    options.skipDesktop = allSkipped;
+    const QStringList all = collect(folders);
+    QCOMPARE(all.size(), 30);
+
+    int asked = 0;
+    CollectionCallbacks callbacks = silentCallbacks();
+    callbacks.abandoned = [&asked, questions] { return ++asked > questions; };
+    const QStringList collected = collectFiles(folders, options, callbacks);
+    QVERIFY2(asked <= questions + 2, qPrintable(QString::number(asked)));
+    if (!allSkipped) {
+        QVERIFY(collected.size() <= std::max(questions - 30, 0) + 1);
+        QCOMPARE(collected, all.first(collected.size()));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_scanProgress)
+#include "tst_scanProgress.moc"

@@ -1,0 +1,185 @@
+#include "tests/support/Collecting.h"
+#include "tests/support/SpecialFiles.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+/// Which places a scan leaves out when asked to.
+class tst_skipRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void skipsProtectedPlaces_data();
+    void skipsProtectedPlaces();
+    void skipsTheDesktop();
+    void judgesTheDesktopByWhereAFileReallyIs();
+    void countsNoSkippedFile();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const;
+    /// Makes a desktop of our own the user's; false where it cannot be moved.
+    bool redirectDesktop();
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    /// Resolved, for the folder for temporary files may lie behind a link.
+    QString m_home;
+};
+
+void tst_skipRules::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    m_home = QDir(m_folder->path()).canonicalPath();
+}
+
+QString tst_skipRules::path(const QString &name) const
+{
+    return m_home + u'/' + name;
+}
+
+bool tst_skipRules::redirectDesktop()
+{
+    // The tests run one by one in a process of their own, so nobody misses the real home.
+    qputenv("HOME", m_home.toUtf8());
+    qputenv("XDG_CONFIG_HOME", m_home.toUtf8());
+    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) ==
+           path(QStringLiteral("Desktop"));
+}
+
+void tst_skipRules::skipsProtectedPlaces_data()
+{
+    QTest::addColumn<QString>("rule");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("skipped");
+
+    const auto row = [](const char *rule, const char *path, bool skipped) {
+        QTest::addRow("%s: %s", rule, path)
+            << QString::fromLatin1(rule) << QString::fromLatin1(path) << skipped;
+    };
+    row("system", "C:/Windows/System32/a.dll", true);
+    row("system", "c:/windows/System32/a.dll", true);
+    row("system", "C:/WINDOWS", true);
+    row("system", "C:/WindowsApps/x.jpg", true);
+    row("system", "C:/Windo/x.jpg", false);
+    row("system", "D:/Windows/x.jpg", false);
+    row("system", "/C:/Windows/x.jpg", false);
+    row("system", "/home/C:/Windows/x.jpg", false);
+    row("system", "C:\\Windows\\x.jpg", false);
+    row("system", "C:/Program Files/x.jpg", false);
+    row("system", "/home/me/Desktop/x.jpg", false);
+
+    row("apps", "C:/Program Files/App/x.jpg", true);
+    row("apps", "c:/PROGRAM files/App/x.jpg", true);
+    row("apps", "C:/Program Files (x86)/App/x.jpg", true);
+    row("apps", "C:/Program FilesX/x.jpg", true);
+    row("apps", "C:/Program/x.jpg", false);
+    row("apps", "C:/ProgramData/x.jpg", false);
+    row("apps", "D:/Program Files/x.jpg", false);
+    row("apps", "C:/Windows/x.jpg", false);
+    row("apps", "/home/me/Desktop/x.jpg", false);
+
+    row("desktop", "/home/me/Desktop/x.jpg", true);
+    row("desktop", "/home/me/Desktop/sub/x.jpg", true);
+    row("desktop", "/HOME/Me/desktop/x.jpg", true);
+    row("desktop", "/home/me/Desktop of old/x.jpg", true);
+    row("desktop", "/home/me/Documents/x.jpg", false);
+    row("desktop", "/home/me/x.jpg", false);
+    row("desktop", "/mnt/home/me/Desktop/x.jpg", false);
+    row("desktop", "C:/Windows/x.jpg", false);
+
+    row("hidden", "C:/Windows/x.jpg", false);
+    row("hidden", "C:/Program Files/x.jpg", false);
+    row("hidden", "/home/me/Desktop/x.jpg", false);
+
+    row("none", "C:/Windows/x.jpg", false);
+    row("none", "/home/me/Desktop/x.jpg", false);
+    row("all", "C:/Windows/x.jpg", true);
+    row("all", "C:/Program Files/x.jpg", true);
+    row("all", "/home/me/Desktop/x.jpg", true);
+    row("all", "/home/me/x.jpg", false);
+    // The place of a file that could not be found out is protected by no rule.
+    row("all", "", false);
+}
+
+void tst_skipRules::skipsProtectedPlaces()
+{
+    QFETCH(const QString, rule);
+    QFETCH(const QString, path);
+    const bool all = rule == u"all";
+    ScanOptions options = everyType();
+    options.skipSystem = all || rule == u"system";
+    options.skipApps = all || rule == u"apps";
+    options.skipDesktop = all || rule == u"desktop";
+    options.skipHiddenFolders = all || rule == u"hidden";
+    QTEST(isSkippedLocation(path, options, QStringLiteral("/home/me/Desktop")), "skipped");
+}
+
+void tst_skipRules::skipsTheDesktop()
+{
+    if (!redirectDesktop())
+        QSKIP("The desktop cannot be moved here");
+    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
+    writeFile(path(QStringLiteral("Desktop/sub/2.jpg")), "below it");
+    writeFile(path(QStringLiteral("Documents/Desktop/3.jpg")), "only named like it");
+    writeFile(path(QStringLiteral("4.jpg")), "beside it");
+    const QStringList beside{path(QStringLiteral("4.jpg")), path(QStringLiteral("Documents/Desktop/3.jpg"))};
+    const QStringList below{path(QStringLiteral("Desktop/1.jpg")), path(QStringLiteral("Desktop/sub/2.jpg"))};
+
+    ScanOptions options = everyType();
+    QCOMPARE(sorted(collect({m_home}, options)), sorted(beside + below));
+    options.skipSystem = true;
+    options.skipApps = true;
+    options.skipHiddenFolders = true;
+    QCOMPARE(sorted(collect({m_home}, options)), sorted(beside + below));
+    options = everyType();
+    options.skipDesktop = true;
+    QCOMPARE(sorted(collect({m_home}, options)), beside);
+    QCOMPARE(collect({path(QStringLiteral("Desktop")), path(QStringLiteral("Desktop/sub"))}, options),
+        QStringList());
+}
+
+void tst_skipRules::judgesTheDesktopByWhereAFileReallyIs()
+{
+    if (!redirectDesktop())
+        QSKIP("The desktop cannot be moved here");
+    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
+    writeFile(path(QStringLiteral("elsewhere/2.jpg")), "far from it");
+    const QString toDesktop = path(QStringLiteral("link to desktop"));
+    const QString toElsewhere = path(QStringLiteral("Desktop/link to elsewhere"));
+    if (!makeLink(path(QStringLiteral("Desktop")), toDesktop) ||
+        !makeLink(path(QStringLiteral("elsewhere")), toElsewhere))
+        QSKIP("There are no symbolic links here");
+
+    ScanOptions options = everyType();
+    options.skipDesktop = true;
+    const QString roundabout = path(QStringLiteral("elsewhere/../Desktop"));
+    QCOMPARE(collect({toDesktop, roundabout, toElsewhere}, options),
+        QStringList{toElsewhere + QStringLiteral("/2.jpg")});
+}
+
+void tst_skipRules::countsNoSkippedFile()
+{
+    if (!redirectDesktop())
+        QSKIP("The desktop cannot be moved here");
+    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
+    writeFile(path(QStringLiteral("Desktop/2.jpg")), "on it");
+    writeFile(path(QStringLiteral("3.jpg")), "beside it");
+    writeFile(path(QStringLiteral("4.txt")), "beside it, of another type");
+    ScanOptions options = everyType();
+    options.skipDesktop = true;
+    options.fileTypes = {QStringLiteral("picture")};
+    QCOMPARE(collect({m_home}, options), QStringList{path(QStringLiteral("3.jpg"))});
+    QCOMPARE(scannedFileCount.load(), 2);
+    QCOMPARE(acceptedFileCount.load(), 1);
+}
+
+QTEST_GUILESS_MAIN(tst_skipRules)
+#include "tst_skipRules.moc"

@@ -1,0 +1,306 @@
+#include "results/Thumbnail.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/TestFiles.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+/// The left half red, the right half blue.
+QImage halves(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixelColor(x, y, 2 * x < size.width() ? Qt::red : Qt::blue);
+    }
+    return image;
+}
+
+QByteArray encoded(const QImage &image, const char *format)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, format))
+        qFatal("Cannot write a picture as %s", format);
+    return buffer.data();
+}
+
+/// Colours survive scaling and lossy formats only roughly.
+bool isRoughly(const QColor &color, const QColor &expected)
+{
+    constexpr int tolerance = 40;
+    return std::abs(color.red() - expected.red()) < tolerance &&
+           std::abs(color.green() - expected.green()) < tolerance &&
+           std::abs(color.blue() - expected.blue()) < tolerance;
+}
+
+} // namespace
+
+/// The small pictures of the file rows.
+class tst_thumbnail : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void fitsInto32By32_data();
+    void fitsInto32By32();
+    void showsTheWholePicture_data();
+    void showsTheWholePicture();
+    void readsThePictureWhateverItsSuffix();
+    void keepsTransparency();
+    void isNullForWhatIsNoPicture_data();
+    void isNullForWhatIsNoPicture();
+    void toleratesATruncatedPicture_data();
+    void toleratesATruncatedPicture();
+    void givesItsRowAnIconLater();
+    void leavesTheRowAloneWithoutPicture();
+    void givesTheIconToTheRowItWasMeantFor();
+    void toleratesThatTheRowIsGone_data();
+    void toleratesThatTheRowIsGone();
+
+private:
+    [[nodiscard]] QString write(const QString &name, const QByteArray &content) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_thumbnail::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+QString tst_thumbnail::write(const QString &name, const QByteArray &content) const
+{
+    writeFile(m_folder->filePath(name), content);
+    return m_folder->filePath(name);
+}
+
+void tst_thumbnail::fitsInto32By32_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QSize>("thumbnail");
+
+    const auto row = [](const QSize &size, const QSize &thumbnail) {
+        for (const char *const format : {"png", "jpg", "bmp"})
+            QTest::addRow("%d x %d %s", size.width(), size.height(), format)
+                << QByteArray(format) << size << thumbnail;
+    };
+    row({32, 32}, {32, 32});
+    row({33, 33}, {32, 32});
+    row({640, 480}, {32, 24});
+    row({480, 640}, {24, 32});
+    row({2000, 1000}, {32, 16});
+    row({100, 99}, {32, 32});
+    row({100, 90}, {32, 28});
+    // Small ones are enlarged.
+    row({1, 1}, {32, 32});
+    row({2, 1}, {32, 16});
+    row({16, 8}, {32, 16});
+    // However long and thin, there is one line of pixels at least.
+    row({3000, 1}, {32, 1});
+    row({1, 3000}, {1, 32});
+    row({3000, 10}, {32, 1});
+    row({128, 1}, {32, 1});
+    row({130, 2}, {32, 1});
+}
+
+void tst_thumbnail::fitsInto32By32()
+{
+    QFETCH(const QByteArray, format);
+    QFETCH(const QSize, size);
+    const QString path = write(QStringLiteral("picture"), encoded(halves(size), format.constData()));
+    const QPixmap thumbnail = loadThumbnail(path);
+    QTEST(thumbnail.size(), "thumbnail");
+    QCOMPARE(thumbnail.size(), QPixmap(path).scaled(32, 32, Qt::KeepAspectRatio).size());
+}
+
+void tst_thumbnail::showsTheWholePicture_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QSize>("size");
+    for (const char *const format : {"png", "jpg", "bmp"}) {
+        for (const QSize size : {QSize(1600, 900), QSize(64, 64), QSize(20, 10), QSize(900, 1600)})
+            QTest::addRow("%d x %d %s", size.width(), size.height(), format) << QByteArray(format) << size;
+    }
+}
+
+void tst_thumbnail::showsTheWholePicture()
+{
+    QFETCH(const QByteArray, format);
+    QFETCH(const QSize, size);
+    const QImage thumbnail =
+        loadThumbnail(write(QStringLiteral("picture"), encoded(halves(size), format.constData()))).toImage();
+    QVERIFY(!thumbnail.isNull());
+    const int right = thumbnail.width() - 1;
+    const int bottom = thumbnail.height() - 1;
+    for (const int y : {0, bottom / 2, bottom}) {
+        QVERIFY(isRoughly(thumbnail.pixelColor(0, y), Qt::red));
+        QVERIFY(isRoughly(thumbnail.pixelColor(right / 2 - 3, y), Qt::red));
+        QVERIFY(isRoughly(thumbnail.pixelColor(right / 2 + 4, y), Qt::blue));
+        QVERIFY(isRoughly(thumbnail.pixelColor(right, y), Qt::blue));
+    }
+}
+
+void tst_thumbnail::readsThePictureWhateverItsSuffix()
+{
+    const QString path = write(QStringLiteral("png.jpg"), encoded(halves({64, 32}), "png"));
+    QCOMPARE(loadThumbnail(path).size(), QSize(32, 16));
+    QCOMPARE(loadThumbnail(write(QStringLiteral("%1.JPG"), encoded(halves({64, 32}), "jpg"))).size(),
+        QSize(32, 16));
+}
+
+void tst_thumbnail::keepsTransparency()
+{
+    QImage image(64, 64, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    const QImage thumbnail = loadThumbnail(write(QStringLiteral("x.png"), encoded(image, "png"))).toImage();
+    QCOMPARE(thumbnail.size(), QSize(32, 32));
+    QCOMPARE(thumbnail.pixelColor(16, 16).alpha(), 0);
+}
+
+void tst_thumbnail::isNullForWhatIsNoPicture_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray png = encoded(halves({64, 64}), "png");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("text") << QByteArray("This is no picture at all.\n").repeated(100);
+    QTest::newRow("noise") << randomBytes(5000, 1);
+    QTest::newRow("png signature alone") << png.first(8);
+    QTest::newRow("png header alone") << png.first(33);
+    QTest::newRow("jpg signature alone") << encoded(halves({64, 64}), "jpg").first(4);
+    QTest::newRow("one byte") << QByteArray("x");
+}
+
+void tst_thumbnail::isNullForWhatIsNoPicture()
+{
+    QFETCH(const QByteArray, content);
+    for (const char *const name : {"x.jpg", "x.jpeg", "x.png", "x.gif", "x.bmp", "x.webp"})
+        QVERIFY2(loadThumbnail(write(QLatin1StringView(name), content)).isNull(), name);
+    QVERIFY(loadThumbnail(m_folder->filePath(QStringLiteral("missing.jpg"))).isNull());
+    QVERIFY(loadThumbnail(m_folder->path()).isNull());
+}
+
+void tst_thumbnail::toleratesATruncatedPicture_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<int>("percent");
+    for (const char *const format : {"png", "jpg", "bmp"}) {
+        for (const int percent : {10, 50, 90, 99})
+            QTest::addRow("%d%% of a %s", percent, format) << QByteArray(format) << percent;
+    }
+}
+
+/// Such a picture is shown as far as Qt gets with it, and not at all when it gets nowhere.
+void tst_thumbnail::toleratesATruncatedPicture()
+{
+    QFETCH(const QByteArray, format);
+    QFETCH(const int, percent);
+    QImage noise(640, 480, QImage::Format_RGB32);
+    const QByteArray bytes = randomBytes(noise.sizeInBytes(), 2);
+    std::copy(bytes.cbegin(), bytes.cend(), noise.bits());
+    const QByteArray whole = encoded(noise, format.constData());
+    const QString path = write(QStringLiteral("x"), whole.first(whole.size() * percent / 100));
+    const QPixmap thumbnail = loadThumbnail(path);
+    QCOMPARE(thumbnail.isNull(), QPixmap(path).isNull());
+    if (!thumbnail.isNull())
+        QCOMPARE(thumbnail.size(), QSize(32, 24));
+}
+
+void tst_thumbnail::givesItsRowAnIconLater()
+{
+    QTreeWidget tree;
+    auto *const group = new QTreeWidgetItem(&tree);
+    auto *const row = new QTreeWidgetItem(group);
+    auto *const other = new QTreeWidgetItem(group);
+    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
+    QVERIFY(row->icon(0).isNull());
+    QTRY_VERIFY(!row->icon(0).isNull());
+    QCOMPARE(row->icon(0).availableSizes(), QList<QSize>{QSize(32, 16)});
+    QVERIFY(other->icon(0).isNull());
+    QVERIFY(group->icon(0).isNull());
+}
+
+void tst_thumbnail::leavesTheRowAloneWithoutPicture()
+{
+    QTreeWidget tree;
+    auto *const row = new QTreeWidgetItem(&tree);
+    auto *const gone = new QTreeWidgetItem(&tree);
+    QIcon former(QPixmap(8, 8));
+    row->setIcon(0, former);
+    const QString path = write(QStringLiteral("gone.png"), encoded(halves({64, 32}), "png"));
+    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), "no picture"));
+    loadThumbnailLater(&tree, gone, path);
+    QVERIFY(QFile::remove(path));
+    QCoreApplication::processEvents();
+    QCOMPARE(row->icon(0).availableSizes(), QList<QSize>{QSize(8, 8)});
+    QVERIFY(gone->icon(0).isNull());
+}
+
+/// Rows may come and go before it, and move.
+void tst_thumbnail::givesTheIconToTheRowItWasMeantFor()
+{
+    QTreeWidget tree;
+    auto *const group = new QTreeWidgetItem(&tree);
+    auto *const before = new QTreeWidgetItem(group);
+    auto *const row = new QTreeWidgetItem(group);
+    auto *const after = new QTreeWidgetItem(group);
+    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
+    delete before;
+    tree.insertTopLevelItem(0, new QTreeWidgetItem());
+    QCoreApplication::processEvents();
+    QVERIFY(!row->icon(0).isNull());
+    QVERIFY(after->icon(0).isNull());
+    QVERIFY(group->icon(0).isNull());
+}
+
+void tst_thumbnail::toleratesThatTheRowIsGone_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::newRow("row deleted") << QStringLiteral("row");
+    QTest::newRow("group deleted") << QStringLiteral("group");
+    QTest::newRow("tree cleared") << QStringLiteral("clear");
+    QTest::newRow("tree destroyed") << QStringLiteral("tree");
+}
+
+void tst_thumbnail::toleratesThatTheRowIsGone()
+{
+    QFETCH(const QString, what);
+    auto tree = std::make_unique<QTreeWidget>();
+    auto *const group = new QTreeWidgetItem(tree.get());
+    auto *const row = new QTreeWidgetItem(group);
+    loadThumbnailLater(tree.get(), row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
+    if (what == u"row")
+        delete row;
+    else if (what == u"group")
+        delete group;
+    else if (what == u"clear")
+        tree->clear();
+    else
+        tree.reset();
+
+    // The next row may well lie where the old one lay in memory.
+    QTreeWidget *const next = tree ? tree.get() : new QTreeWidget();
+    const std::unique_ptr<QTreeWidget> owner(tree ? nullptr : next);
+    auto *const nextRow = new QTreeWidgetItem(new QTreeWidgetItem(next));
+    QCoreApplication::processEvents();
+    QVERIFY(nextRow->icon(0).isNull());
+    QVERIFY(nextRow->parent()->icon(0).isNull());
+}
+
+QTEST_MAIN(tst_thumbnail)
+#include "tst_thumbnail.moc"
