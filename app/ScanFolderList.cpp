@@ -29,6 +29,7 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the
     // same.
     auto *const pathHolder = new QLabel(rootPath, row);
+    pathHolder->setTextFormat(Qt::PlainText);
     pathHolder->move(16, 14);
     pathHolder->hide();
 
@@ -39,6 +40,7 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     icon->setPixmap(QFileIconProvider().icon(QFileInfo(rootPath)).pixmap(24, 24));
     layout->addWidget(icon);
     auto *const name = new QLabel(rootPath, row);
+    name->setTextFormat(Qt::PlainText);
     name->setStyleSheet(StyleSheets::folderName);
     layout->addWidget(name);
     auto *const lock = new QLabel(row);
@@ -71,6 +73,7 @@ void MainWindow::addFolder()
     layout->setContentsMargins(10, 6, 10, 6);
     layout->setSpacing(8);
     auto *const pathLabel = new QLabel(path, row);
+    pathLabel->setTextFormat(Qt::PlainText);
     pathLabel->setStyleSheet(StyleSheets::addedFolderPath);
     layout->addWidget(pathLabel);
     layout->addStretch();
