@@ -29,6 +29,7 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the
     // same.
     auto *const pathHolder = new QLabel(rootPath, row);
+    pathHolder->setTextFormat(Qt::PlainText);
     pathHolder->move(16, 14);
     pathHolder->hide();
 

@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTest>
-#include <QTimer>
 
 namespace {
 
@@ -44,6 +43,19 @@ WindowDriver::WindowDriver()
 void WindowDriver::click(const char *buttonName)
 {
     find<QAbstractButton>(buttonName)->click();
+}
+
+void WindowDriver::callSlot(const char *slotName)
+{
+    if (!QMetaObject::invokeMethod(&m_window, slotName))
+        qFatal("The window has no slot %s", slotName);
+}
+
+QList<QTimer *> WindowDriver::timers(int milliseconds)
+{
+    QList<QTimer *> timers = m_window.findChildren<QTimer *>(Qt::FindDirectChildrenOnly);
+    timers.removeIf([milliseconds](const QTimer *timer) { return timer->interval() != milliseconds; });
+    return timers;
 }
 
 QTreeWidget *WindowDriver::tree()
@@ -95,6 +107,15 @@ void WindowDriver::setFolders(const QStringList &paths)
         addFolder(path);
 }
 
+void WindowDriver::chooseOptions(const std::function<void(QWidget *dialog)> &choose)
+{
+    withModalDialogs([this] { click("btnScanOptions"); },
+        [&choose](QWidget *dialog) {
+            choose(dialog);
+            dialog->findChild<QPushButton *>(QStringLiteral("btnOkScanOptions"))->click();
+        });
+}
+
 bool WindowDriver::scan(int milliseconds)
 {
     click("btnStartScan");
@@ -105,6 +126,14 @@ bool WindowDriver::waitForResults(int milliseconds)
 {
     return QTest::qWaitFor(
         [this] { return page() == u"duplicatespage" && tree()->topLevelItemCount() > 0; }, milliseconds);
+}
+
+void WindowDriver::loadAllBatches()
+{
+    for (int before = -1; before != tree()->topLevelItemCount();) {
+        before = tree()->topLevelItemCount();
+        callSlot("on_treeDuplicates_scroll");
+    }
 }
 
 QStringList WindowDriver::groupTitles()
@@ -145,6 +174,12 @@ QTreeWidgetItem *WindowDriver::fileRow(const QString &path)
 void WindowDriver::tick(const QString &path, bool ticked)
 {
     fileRow(path)->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
+}
+
+void WindowDriver::tickAll(bool ticked)
+{
+    forEachFileRow(tree(),
+        [ticked](QTreeWidgetItem *row) { row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked); });
 }
 
 QList<ShownBox> WindowDriver::clickAndCloseBoxes(const char *buttonName)

@@ -8,6 +8,8 @@
 #include <QStackedWidget>
 #include <QTreeWidget>
 
+#include <QTimer>
+
 #include <functional>
 
 /// Title and text of a message box that was shown and closed.
@@ -43,6 +45,10 @@ public:
     }
 
     void click(const char *buttonName);
+    /// Calls a slot of the window that no control reaches directly.
+    void callSlot(const char *slotName);
+    /// The window's timers with this interval.
+    [[nodiscard]] QList<QTimer *> timers(int milliseconds);
 
     [[nodiscard]] QTreeWidget *tree();
     [[nodiscard]] QString labelText(const char *name);
@@ -58,10 +64,16 @@ public:
     /// Makes \a paths the only places to scan.
     void setFolders(const QStringList &paths);
 
+    /// Opens the scan options, lets \a choose change them and closes the dialog with OK.
+    void chooseOptions(const std::function<void(QWidget *dialog)> &choose);
+
     /// Presses Scan and waits for the first rows of the results page.
     bool scan(int milliseconds = 30'000);
     /// Waits until a delivered result has its first rows (or the row that says there are none).
     bool waitForResults(int milliseconds = 30'000);
+
+    /// Puts every group of the shown category into the tree, batch by batch.
+    void loadAllBatches();
 
     /// Texts of the group rows.
     [[nodiscard]] QStringList groupTitles();
@@ -72,6 +84,8 @@ public:
     /// The first loaded file row with this path, or null.
     [[nodiscard]] QTreeWidgetItem *fileRow(const QString &path);
     void tick(const QString &path, bool ticked = true);
+    /// Gives every loaded file row the same state.
+    void tickAll(bool ticked);
 
     /// Presses a button and closes the message boxes that it brings up; returns them.
     QList<ShownBox> clickAndCloseBoxes(const char *buttonName);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// Writes \a content to each of \a names below \a folder; returns the paths, in the order of \a names.
+QStringList writeCopies(const QString &folder, const QStringList &names, const QByteArray &content);
+
+/// Writes \a count pairs of copies to \a folder, "first-0.txt" and "second-0.txt" upwards for the suffix
+/// "txt"; no two pairs of a folder have the same content.
+void writePairs(const QString &folder, int count, const QString &suffix);

@@ -1,0 +1,135 @@
+#include "tests/support/WindowDriver.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTest>
+#include <QToolButton>
+
+using Qt::StringLiterals::operator""_s;
+
+/// The help button, the menu and About. What would be opened in the browser is caught instead.
+class tst_helpMenu : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void catchUrl(const QUrl &url)
+    {
+        m_opened.append(url);
+    }
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void opensTheMenuOnPress();
+    void holdsThreeEntriesInOrder();
+    void opensTheHelpPage();
+    void opensTheSupportPage();
+    void showsAbout();
+
+private:
+    static QMenu *menu(WindowDriver &driver)
+    {
+        return driver.find<QToolButton>("btnMenu")->menu();
+    }
+
+    QList<QUrl> m_opened;
+};
+
+void tst_helpMenu::initTestCase()
+{
+    for (const char *scheme : {"http", "https"})
+        QDesktopServices::setUrlHandler(QLatin1StringView(scheme), this, "catchUrl");
+}
+
+void tst_helpMenu::init()
+{
+    m_opened.clear();
+}
+
+void tst_helpMenu::cleanupTestCase()
+{
+    for (const char *scheme : {"http", "https"})
+        QDesktopServices::unsetUrlHandler(QLatin1StringView(scheme));
+}
+
+void tst_helpMenu::opensTheMenuOnPress()
+{
+    WindowDriver driver;
+    auto *const button = driver.find<QToolButton>("btnMenu");
+    QCOMPARE(button->popupMode(), QToolButton::InstantPopup);
+    bool opened = false;
+    QTimer poll;
+    connect(&poll, &QTimer::timeout, this, [&] {
+        if (QWidget *const popup = QApplication::activePopupWidget()) {
+            opened = popup == menu(driver);
+            popup->close();
+        }
+    });
+    poll.start(5);
+    // Comes back when the menu is closed again.
+    QTest::mousePress(button, Qt::LeftButton);
+    QTRY_VERIFY(opened);
+}
+
+void tst_helpMenu::holdsThreeEntriesInOrder()
+{
+    WindowDriver driver;
+    QCOMPARE(menu(driver)->parentWidget(), &driver.window());
+    QStringList entries;
+    for (const QAction *action : menu(driver)->actions())
+        entries.append(action->text());
+    QCOMPARE(entries, (QStringList{u"About"_s, u"Support"_s, u"Help"_s}));
+}
+
+void tst_helpMenu::opensTheHelpPage()
+{
+    WindowDriver driver;
+    driver.click("btnHelp");
+    menu(driver)->actions().at(2)->trigger();
+    QCOMPARE(m_opened.size(), 2);
+    QCOMPARE(m_opened.at(0), m_opened.at(1));
+    QCOMPARE(m_opened.at(0).path(), u"/online-help/quillory.html"_s);
+    QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
+}
+
+void tst_helpMenu::opensTheSupportPage()
+{
+    WindowDriver driver;
+    menu(driver)->actions().at(1)->trigger();
+    QCOMPARE(m_opened.size(), 1);
+    QCOMPARE(m_opened.at(0).path(), u"/support.html"_s);
+    QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
+}
+
+void tst_helpMenu::showsAbout()
+{
+    WindowDriver driver;
+    QStringList paragraphs;
+    withModalDialogs([&driver] { menu(driver)->actions().at(0)->trigger(); },
+        [&](QWidget *dialog) {
+            const auto *const box = qobject_cast<QMessageBox *>(dialog);
+            dialog->close();
+            QVERIFY(box);
+            QVERIFY(box->isModal());
+            QCOMPARE(box->parentWidget(), &driver.window());
+            QCOMPARE(box->windowTitle(), u"About"_s);
+            QVERIFY(!Qt::mightBeRichText(box->text()));
+            paragraphs = box->text().split(u"\n\n"_s);
+        });
+    QCOMPARE(paragraphs.size(), 3);
+    QCOMPARE(paragraphs.at(0), u"Quillory v4.9.1"_s);
+    QCOMPARE(paragraphs.at(1),
+        u"A powerful and easy-to-use duplicate file finder tool that helps you find and remove duplicate "
+        u"files from "
+        "your Windows or Mac computer, freeing up valuable disk space and optimizing your system's performance."_s);
+    QVERIFY(!paragraphs.at(2).trimmed().isEmpty());
+    QVERIFY(m_opened.isEmpty());
+}
+
+QTEST_MAIN(tst_helpMenu)
+#include "tst_helpMenu.moc"

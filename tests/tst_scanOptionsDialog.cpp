@@ -1,0 +1,398 @@
+#include "scan/ScanOptionsDialog.h"
+
+#include "tests/support/WindowDriver.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QSpinBox>
+#include <QTest>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr std::array typeBoxes{
+    "chkTypeArchive", "chkTypeDoc", "chkTypeAudio", "chkTypeVideo", "chkTypePhoto", "chkTypeOthers"};
+constexpr std::array skipBoxes{"chkSkipSystem", "chkSkipApps", "chkSkipHiddenFolder", "chkSkipDesktop"};
+
+template <typename Widget = QCheckBox>
+Widget *child(const QWidget *dialog, const char *name)
+{
+    return dialog->findChild<Widget *>(QLatin1StringView(name));
+}
+
+template <typename Names>
+void checkAll(const QWidget *dialog, const Names &names, bool checked)
+{
+    for (const char *name : names)
+        child(dialog, name)->setChecked(checked);
+}
+
+/// One character per type box and skip box, in the order of the arrays: "x" for a checked one.
+QString checks(const QWidget *dialog)
+{
+    QString text;
+    for (const char *name : typeBoxes)
+        text += child(dialog, name)->isChecked() ? u'x' : u'-';
+    text += u' ';
+    for (const char *name : skipBoxes)
+        text += child(dialog, name)->isChecked() ? u'x' : u'-';
+    return text;
+}
+
+/// The boxes, sizes and units that the window's dialog shows when it opens next.
+QString shownNext(WindowDriver &driver)
+{
+    QString shown;
+    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
+        [&shown](QWidget *dialog) {
+            shown = u"%1 %2 %3 %4 %5"_s.arg(checks(dialog),
+                QString::number(child<QSpinBox>(dialog, "spinMinSize")->value()),
+                child<QComboBox>(dialog, "comboMinUnit")->currentText(),
+                QString::number(child<QSpinBox>(dialog, "spinMaxSize")->value()),
+                child<QComboBox>(dialog, "comboMaxUnit")->currentText());
+            qobject_cast<QDialog *>(dialog)->reject();
+        });
+    return shown;
+}
+
+const auto allDefaults = u"xxxxxx xxxx 0 KB 0 KB"_s;
+
+} // namespace
+
+/// The scan options dialog by itself, and what the window makes of it.
+class tst_scanOptionsDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void hasEveryWidgetInItsPlace_data();
+    void hasEveryWidgetInItsPlace();
+    void writesItsCaptionsInRichText_data();
+    void writesItsCaptionsInRichText();
+    void hasAFixedSizeAndATitle();
+    void declaresNoSlotsAndSignals();
+    void offersUnitsAndSizes();
+    void opensWithEverythingChecked();
+    void readsTypesInItsOwnOrder();
+    void readsEachTypeBox_data();
+    void readsEachTypeBox();
+    void readsEachSkipBox();
+    void showsARecord();
+    void leavesUnknownUnitsAlone();
+    void acceptsAndRejectsByButton();
+
+    void writesDebugLinesWhenOpened();
+    void showsDefaultsOnFirstOpening();
+    void showsStoredSettingsWhenASkipRuleIsOn();
+    void showsDefaultsAgainWithoutSkipRules();
+    void showsDefaultsAgainWithoutTypes();
+    void changesNothingWhenNotAccepted_data();
+    void changesNothingWhenNotAccepted();
+};
+
+void tst_scanOptionsDialog::hasEveryWidgetInItsPlace_data()
+{
+    QTest::addColumn<QByteArray>("className");
+    QTest::addColumn<QRect>("rectangle");
+    QTest::addColumn<QString>("text");
+
+    const auto add = [](const char *name, const char *className, const QRect &rectangle,
+                         const QString &text) {
+        QTest::newRow(name) << QByteArray(className) << rectangle << text;
+    };
+    add("chkTypeArchive", "QCheckBox", QRect(90, 80, 80, 19), u"Archive"_s);
+    add("chkTypeDoc", "QCheckBox", QRect(190, 80, 80, 19), u"Document"_s);
+    add("chkTypeAudio", "QCheckBox", QRect(300, 80, 80, 19), u"Audios"_s);
+    add("chkTypeVideo", "QCheckBox", QRect(400, 80, 80, 19), u"Videos"_s);
+    add("chkTypePhoto", "QCheckBox", QRect(510, 80, 80, 19), u"Photos"_s);
+    add("chkTypeOthers", "QCheckBox", QRect(620, 80, 80, 19), u"Others"_s);
+    add("label", "QLabel", QRect(90, 44, 53, 21), QString());
+    add("label_3", "QLabel", QRect(90, 150, 121, 21), QString());
+    add("label_4", "QLabel", QRect(90, 190, 121, 21), QString());
+    add("comboMinUnit", "QComboBox", QRect(370, 150, 41, 22), QString());
+    add("spinMinSize", "QSpinBox", QRect(220, 150, 151, 22), QString());
+    add("spinMaxSize", "QSpinBox", QRect(220, 190, 151, 22), QString());
+    add("comboMaxUnit", "QComboBox", QRect(370, 190, 41, 22), QString());
+    add("chkSkipSystem", "QCheckBox", QRect(90, 290, 131, 19), u"Skip system files"_s);
+    add("chkSkipApps", "QCheckBox", QRect(90, 320, 191, 19), u"Skip applications"_s);
+    add("chkSkipHiddenFolder", "QCheckBox", QRect(90, 350, 201, 19), u"Skip hidden folders"_s);
+    add("chkSkipDesktop", "QCheckBox", QRect(90, 380, 161, 19), u"Skip desktop"_s);
+    add("label_5", "QLabel", QRect(90, 260, 121, 21), QString());
+    add("btnCancelScanOptions", "QPushButton", QRect(580, 420, 75, 23), u"Cancel"_s);
+    add("btnOkScanOptions", "QPushButton", QRect(670, 420, 75, 23), u"OK"_s);
+}
+
+void tst_scanOptionsDialog::hasEveryWidgetInItsPlace()
+{
+    QFETCH(const QByteArray, className);
+    QFETCH(const QRect, rectangle);
+    QFETCH(const QString, text);
+
+    ScanOptionsDialog dialog;
+    const auto *const widget = child<QWidget>(&dialog, QTest::currentDataTag());
+    QVERIFY(widget);
+    QCOMPARE(QByteArray(widget->metaObject()->className()), className);
+    QCOMPARE(widget->parentWidget(), &dialog);
+    QCOMPARE(widget->geometry(), rectangle);
+    if (qobject_cast<const QAbstractButton *>(widget))
+        QCOMPARE(widget->property("text").toString(), text);
+    dialog.show();
+    QCoreApplication::processEvents();
+    QCOMPARE(widget->geometry(), rectangle);
+}
+
+void tst_scanOptionsDialog::writesItsCaptionsInRichText_data()
+{
+    QTest::addColumn<QString>("paragraph");
+    QTest::newRow("label") << u"<p><span style=\" font-size:12pt;\">Types:</span></p>"_s;
+    QTest::newRow("label_3") << u"<p><span style=\" font-size:10pt;\">Minimum file size</span></p>"_s;
+    QTest::newRow("label_4") << u"<p>Maximum file size: </p>"_s;
+    QTest::newRow("label_5") << u"<p><span style=\" font-size:11pt;\">File Protection:</span></p>"_s;
+}
+
+void tst_scanOptionsDialog::writesItsCaptionsInRichText()
+{
+    QFETCH(const QString, paragraph);
+    const ScanOptionsDialog dialog;
+    QCOMPARE(child<QLabel>(&dialog, QTest::currentDataTag())->text(),
+        u"<html><head/><body>%1</body></html>"_s.arg(paragraph));
+}
+
+void tst_scanOptionsDialog::hasAFixedSizeAndATitle()
+{
+    const ScanOptionsDialog dialog;
+    QCOMPARE(dialog.objectName(), u"ScanOptionsDialog"_s);
+    QCOMPARE(dialog.windowTitle(), u"Dialog"_s);
+    QCOMPARE(dialog.styleSheet(), u"background:rgb(255, 255, 255)"_s);
+    QCOMPARE(dialog.minimumSize(), QSize(793, 490));
+    QCOMPARE(dialog.maximumSize(), QSize(793, 490));
+}
+
+void tst_scanOptionsDialog::declaresNoSlotsAndSignals()
+{
+    const QMetaObject &meta = ScanOptionsDialog::staticMetaObject;
+    QCOMPARE(QByteArray(meta.superClass()->className()), QByteArray("QDialog"));
+    QCOMPARE(meta.methodCount(), meta.methodOffset());
+}
+
+void tst_scanOptionsDialog::offersUnitsAndSizes()
+{
+    const ScanOptionsDialog dialog;
+    for (const char *name : {"comboMinUnit", "comboMaxUnit"}) {
+        const auto *const combo = child<QComboBox>(&dialog, name);
+        QStringList items;
+        for (int i = 0; i < combo->count(); ++i)
+            items.append(combo->itemText(i));
+        QCOMPARE(items, (QStringList{u"KB"_s, u"MB"_s, u"GB"_s}));
+        QVERIFY(!combo->isEditable());
+    }
+    auto *const minimum = child<QSpinBox>(&dialog, "spinMinSize");
+    auto *const maximum = child<QSpinBox>(&dialog, "spinMaxSize");
+    for (QSpinBox *spin : {minimum, maximum}) {
+        spin->setValue(100000);
+        QCOMPARE(spin->minimum(), 0);
+    }
+    QCOMPARE(minimum->value(), 99);
+    QCOMPARE(maximum->value(), 9999);
+}
+
+void tst_scanOptionsDialog::opensWithEverythingChecked()
+{
+    const ScanOptionsDialog dialog;
+    QCOMPARE(checks(&dialog), u"xxxxxx xxxx"_s);
+    for (const char *name : {"spinMinSize", "spinMaxSize"})
+        QCOMPARE(child<QSpinBox>(&dialog, name)->value(), 0);
+    for (const char *name : {"comboMinUnit", "comboMaxUnit"})
+        QCOMPARE(child<QComboBox>(&dialog, name)->currentText(), u"KB"_s);
+}
+
+void tst_scanOptionsDialog::readsTypesInItsOwnOrder()
+{
+    const ScanOptionsDialog dialog;
+    QCOMPARE(dialog.getOptions().fileTypes,
+        (QStringList{u"archive"_s, u"document"_s, u"audio"_s, u"video"_s, u"picture"_s, u"other"_s}));
+}
+
+void tst_scanOptionsDialog::readsEachTypeBox_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("chkTypeArchive") << u"archive"_s;
+    QTest::newRow("chkTypeDoc") << u"document"_s;
+    QTest::newRow("chkTypeAudio") << u"audio"_s;
+    QTest::newRow("chkTypeVideo") << u"video"_s;
+    QTest::newRow("chkTypePhoto") << u"picture"_s;
+    QTest::newRow("chkTypeOthers") << u"other"_s;
+}
+
+void tst_scanOptionsDialog::readsEachTypeBox()
+{
+    QFETCH(const QString, key);
+    ScanOptionsDialog dialog;
+    checkAll(&dialog, typeBoxes, false);
+    QCOMPARE(dialog.getOptions().fileTypes, QStringList());
+    child(&dialog, QTest::currentDataTag())->setChecked(true);
+    QCOMPARE(dialog.getOptions().fileTypes, QStringList(key));
+
+    ScanOptionsDialog other;
+    other.setOptions(dialog.getOptions());
+    for (const char *name : typeBoxes)
+        QCOMPARE(child(&other, name)->isChecked(), qstrcmp(name, QTest::currentDataTag()) == 0);
+}
+
+void tst_scanOptionsDialog::readsEachSkipBox()
+{
+    for (const char *name : skipBoxes) {
+        ScanOptionsDialog dialog;
+        checkAll(&dialog, skipBoxes, false);
+        child(&dialog, name)->setChecked(true);
+        const ScanOptions options = dialog.getOptions();
+        QCOMPARE(options.skipSystem, name == skipBoxes[0]);
+        QCOMPARE(options.skipApps, name == skipBoxes[1]);
+        QCOMPARE(options.skipHiddenFolders, name == skipBoxes[2]);
+        QCOMPARE(options.skipDesktop, name == skipBoxes[3]);
+
+        ScanOptionsDialog other;
+        other.setOptions(options);
+        QCOMPARE(checks(&other), checks(&dialog));
+    }
+}
+
+void tst_scanOptionsDialog::showsARecord()
+{
+    ScanOptions options;
+    // Keys are compared exactly: "Video" is nobody's.
+    options.fileTypes = QStringList{u"other"_s, u"Video"_s, u"document"_s};
+    options.minSize = 7;
+    options.minUnit = u"MB"_s;
+    options.maxSize = 1234;
+    options.maxUnit = u"GB"_s;
+    options.skipApps = true;
+    ScanOptionsDialog dialog;
+    dialog.setOptions(options);
+    QCOMPARE(checks(&dialog), u"-x---x -x--"_s);
+    const ScanOptions read = dialog.getOptions();
+    QCOMPARE(read.fileTypes, (QStringList{u"document"_s, u"other"_s}));
+    QCOMPARE(read.minSize, 7);
+    QCOMPARE(read.minUnit, u"MB"_s);
+    QCOMPARE(read.maxSize, 1234);
+    QCOMPARE(read.maxUnit, u"GB"_s);
+}
+
+void tst_scanOptionsDialog::leavesUnknownUnitsAlone()
+{
+    ScanOptionsDialog dialog;
+    child<QComboBox>(&dialog, "comboMinUnit")->setCurrentText(u"MB"_s);
+    child<QComboBox>(&dialog, "comboMaxUnit")->setCurrentText(u"GB"_s);
+    ScanOptions options;
+    options.maxUnit = u"G"_s;
+    dialog.setOptions(options);
+    QCOMPARE(dialog.getOptions().minUnit, u"MB"_s);
+    QCOMPARE(dialog.getOptions().maxUnit, u"GB"_s);
+}
+
+void tst_scanOptionsDialog::acceptsAndRejectsByButton()
+{
+    ScanOptionsDialog dialog;
+    dialog.setResult(-1);
+    child<QPushButton>(&dialog, "btnOkScanOptions")->click();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    child<QPushButton>(&dialog, "btnCancelScanOptions")->click();
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+}
+
+void tst_scanOptionsDialog::writesDebugLinesWhenOpened()
+{
+    WindowDriver driver;
+    QTest::ignoreMessage(QtDebugMsg, "ScanOptions Slot Triggered!");
+    QTest::ignoreMessage(QtDebugMsg, "chkSkipSystem checked: true");
+    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
+        [&driver](QWidget *dialog) {
+            const bool isOptions = qobject_cast<ScanOptionsDialog *>(dialog);
+            qobject_cast<QDialog *>(dialog)->reject();
+            QVERIFY(isOptions);
+            QVERIFY(dialog->isModal());
+            QCOMPARE(dialog->parentWidget(), &driver.window());
+        });
+    QVERIFY(!driver.window().findChild<ScanOptionsDialog *>());
+}
+
+void tst_scanOptionsDialog::showsDefaultsOnFirstOpening()
+{
+    WindowDriver driver;
+    QCOMPARE(shownNext(driver), allDefaults);
+    // Not accepted, so the flags are still off and the defaults come again.
+    QCOMPARE(shownNext(driver), allDefaults);
+}
+
+void tst_scanOptionsDialog::showsStoredSettingsWhenASkipRuleIsOn()
+{
+    for (const char *rule : skipBoxes) {
+        WindowDriver driver;
+        driver.chooseOptions([rule](QWidget *dialog) {
+            checkAll(dialog, skipBoxes, false);
+            checkAll(dialog, typeBoxes, false);
+            child(dialog, rule)->setChecked(true);
+            child(dialog, "chkTypeAudio")->setChecked(true);
+            child<QSpinBox>(dialog, "spinMinSize")->setValue(3);
+            child<QComboBox>(dialog, "comboMinUnit")->setCurrentText(u"MB"_s);
+            child<QSpinBox>(dialog, "spinMaxSize")->setValue(400);
+            child<QComboBox>(dialog, "comboMaxUnit")->setCurrentText(u"GB"_s);
+        });
+        QString skips;
+        for (const char *name : skipBoxes)
+            skips += name == rule ? u'x' : u'-';
+        QCOMPARE(shownNext(driver), u"--x--- %1 3 MB 400 GB"_s.arg(skips));
+    }
+}
+
+void tst_scanOptionsDialog::showsDefaultsAgainWithoutSkipRules()
+{
+    WindowDriver driver;
+    driver.chooseOptions([](QWidget *dialog) {
+        checkAll(dialog, skipBoxes, false);
+        child(dialog, "chkTypePhoto")->setChecked(false);
+        child<QSpinBox>(dialog, "spinMinSize")->setValue(3);
+    });
+    QCOMPARE(shownNext(driver), allDefaults);
+}
+
+void tst_scanOptionsDialog::showsDefaultsAgainWithoutTypes()
+{
+    WindowDriver driver;
+    driver.chooseOptions([](QWidget *dialog) {
+        checkAll(dialog, typeBoxes, false);
+        child(dialog, "chkSkipDesktop")->setChecked(false);
+    });
+    QCOMPARE(shownNext(driver), allDefaults);
+}
+
+void tst_scanOptionsDialog::changesNothingWhenNotAccepted_data()
+{
+    QTest::addColumn<bool>("cancel");
+    QTest::newRow("Cancel") << true;
+    QTest::newRow("closed") << false;
+}
+
+void tst_scanOptionsDialog::changesNothingWhenNotAccepted()
+{
+    QFETCH(const bool, cancel);
+    WindowDriver driver;
+    driver.chooseOptions([](QWidget *dialog) { child(dialog, "chkTypeVideo")->setChecked(false); });
+    const QString stored = shownNext(driver);
+    QCOMPARE(stored, u"xxx-xx xxxx 0 KB 0 KB"_s);
+    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
+        [cancel](QWidget *dialog) {
+            checkAll(dialog, typeBoxes, true);
+            checkAll(dialog, skipBoxes, false);
+            child<QSpinBox>(dialog, "spinMaxSize")->setValue(5);
+            if (cancel)
+                child<QPushButton>(dialog, "btnCancelScanOptions")->click();
+            else
+                dialog->close();
+        });
+    QCOMPARE(shownNext(driver), stored);
+}
+
+QTEST_MAIN(tst_scanOptionsDialog)
+#include "tst_scanOptionsDialog.moc"
