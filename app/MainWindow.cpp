@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/StyleSheets.h"
+#include "app/UnclippedTextStyle.h"
 #include "results/CategoryFilter.h"
 #include "results/ResultsDelegate.h"
 #include "ui_MainWindow.h"
@@ -136,8 +137,11 @@ void MainWindow::connectResultsPage()
 
 void MainWindow::applyStyleSheets()
 {
-    for (QPushButton *button : categoryButtons())
+    auto *const categoryStyle = new UnclippedTextStyle(this);
+    for (QPushButton *button : categoryButtons()) {
+        button->setStyle(categoryStyle);
         button->setStyleSheet(StyleSheets::categoryButton);
+    }
     ui->listScanFolders->setStyleSheet(StyleSheets::scanFolderList);
     for (QPushButton *button : {ui->btnScanOptions, ui->btnStopScan})
         button->setStyleSheet(StyleSheets::outlineButton(8));
@@ -155,12 +159,6 @@ void MainWindow::applyStyleSheets()
         area->verticalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
         area->horizontalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
     }
-}
-
-void MainWindow::showEvent(QShowEvent *event)
-{
-    QMainWindow::showEvent(event);
-    widenCategoryButtons();
 }
 
 void MainWindow::on_btnBack_clicked()

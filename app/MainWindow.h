@@ -38,9 +38,6 @@ public:
     /// Ends the running tasks early and waits for them; they hold a pointer to the window.
     ~MainWindow() override;
 
-protected:
-    void showEvent(QShowEvent *event) override;
-
 private slots:
     void on_btnScanOptions_clicked();
     void on_btnStopScan_clicked();
@@ -110,7 +107,6 @@ private:
     // CategoryFilter.cpp
     void showCategory(const QString &key, QPushButton *button);
     void setCategoryButtonsEnabled(bool enabled);
-    void widenCategoryButtons();
     [[nodiscard]] QList<QPushButton *> categoryButtons() const;
 
     // SelectionAndDeletion.cpp

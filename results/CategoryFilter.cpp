@@ -6,8 +6,6 @@
 #include <QPushButton>
 #include <QStyle>
 
-#include <algorithm>
-
 void markSelected(QPushButton *button, bool selected)
 {
     button->setProperty("selected", selected);
@@ -26,15 +24,6 @@ void MainWindow::setCategoryButtonsEnabled(bool enabled)
 {
     for (QPushButton *button : categoryButtons())
         button->setEnabled(enabled);
-}
-
-/// Makes room for captions that are wider than their buttons in the platform's font.
-void MainWindow::widenCategoryButtons()
-{
-    for (QPushButton *button : categoryButtons()) {
-        button->ensurePolished();
-        button->resize(std::max(button->width(), button->sizeHint().width()), button->height());
-    }
 }
 
 void MainWindow::showCategory(const QString &key, QPushButton *button)
