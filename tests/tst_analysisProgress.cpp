@@ -8,8 +8,10 @@
 #include <QMutex>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <memory>
 
@@ -80,8 +82,10 @@ private slots:
     void isTheSameAsThePlainWay();
     void endsOnThePoolItself_data();
     void endsOnThePoolItself();
+    void lendsNoPlaceThatItDoesNotHold();
     void endsWithNothingWhenAbandoned_data();
     void endsWithNothingWhenAbandoned();
+    void endsWithNothingWhenAbandonedAtTheVeryEnd();
 
 private:
     QString add(const QByteArray &content);
@@ -216,6 +220,25 @@ void tst_analysisProgress::endsOnThePoolItself()
     QCOMPARE(results, QList<QList<QList<QString>>>(threads, plain.files()));
 }
 
+/// A thread from elsewhere has no place in the pool that it could lend to others.
+void tst_analysisProgress::lendsNoPlaceThatItDoesNotHold()
+{
+    const PoolSize size(1);
+    std::atomic<int> working{0};
+    std::atomic<int> most{0};
+    const auto work = [&, here = QThread::currentThread()] {
+        if (QThread::currentThread() != here) {
+            most = std::max(most.load(), ++working);
+            QThread::msleep(1);
+            --working;
+        }
+        return false;
+    };
+    findDuplicates(
+        addManySizes(20), {.progress = [](int) {}, .duplicatesFound = [](qsizetype) {}, .abandoned = work});
+    QCOMPARE(most.load(), 1);
+}
+
 void tst_analysisProgress::endsWithNothingWhenAbandoned_data()
 {
     QTest::addColumn<int>("patience");
@@ -234,6 +257,15 @@ void tst_analysisProgress::endsWithNothingWhenAbandoned()
     // It asks at least once for each file before it opens the first one, and once for each size.
     QVERIFY(analysis.found.size() <= std::max<qsizetype>(0, patience - paths.size()));
     QVERIFY(analysis.found.size() < PlainAnalysis(paths).found.size());
+}
+
+void tst_analysisProgress::endsWithNothingWhenAbandonedAtTheVeryEnd()
+{
+    const QList<QString> paths = addManySizes(50);
+    const Analysis whole(paths);
+    QVERIFY(!whole.groups.isEmpty());
+    QVERIFY(Analysis(paths, whole.questions - 1).groups.isEmpty());
+    QCOMPARE(Analysis(paths, whole.questions).files(), whole.files());
 }
 
 QTEST_GUILESS_MAIN(tst_analysisProgress)

@@ -14,13 +14,12 @@ struct Analysis
     /// \a patience is how often the analysis may ask whether it is abandoned and hear no.
     explicit Analysis(const QList<QString> &paths, int patience = std::numeric_limits<int>::max())
     {
-        std::atomic<int> questionsLeft{patience};
-        groups = findDuplicates(
-            paths, {
-                       .progress = [this](int percent) { percents.append(percent); },
-                       .duplicatesFound = [this](qsizetype files) { found.append(files); },
-                       .abandoned = [&questionsLeft] { return questionsLeft.fetch_sub(1) <= 0; },
-                   });
+        groups =
+            findDuplicates(paths, {
+                                      .progress = [this](int percent) { percents.append(percent); },
+                                      .duplicatesFound = [this](qsizetype files) { found.append(files); },
+                                      .abandoned = [this, patience] { return ++questions > patience; },
+                                  });
     }
 
     [[nodiscard]] QList<QList<QString>> files() const
@@ -34,4 +33,6 @@ struct Analysis
     QList<DuplicateGroup> groups;
     QList<int> percents;
     QList<qsizetype> found;
+    /// How often the analysis asked whether it is abandoned.
+    std::atomic<int> questions{0};
 };
