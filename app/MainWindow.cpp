@@ -63,6 +63,18 @@ MainWindow::~MainWindow()
     delete ui;
 }
 
+/// Has the scan page's pictures scaled before they are needed.
+///
+/// A label scales its picture when it is first painted, and Qt spreads the scaling of a large one over the
+/// global thread pool and waits. With a walk in the only thread of a one-core machine's pool, the window
+/// would stand still until the walk is over.
+void MainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    for (QLabel *picture : {ui->label_2, ui->label_4})
+        picture->grab();
+}
+
 void MainWindow::connectScrollBar()
 {
     const QScrollBar *const bar = ui->treeDuplicates->verticalScrollBar();

@@ -38,6 +38,9 @@ public:
     /// Ends the running tasks early and waits for them; they hold a pointer to the window.
     ~MainWindow() override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private slots:
     void on_btnScanOptions_clicked();
     void on_btnStopScan_clicked();

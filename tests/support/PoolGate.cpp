@@ -2,6 +2,12 @@
 
 #include <QThreadPool>
 
+namespace {
+
+constexpr int patienceMilliseconds = 30'000;
+
+} // namespace
+
 PoolGate::PoolGate()
     : m_threads(QThreadPool::globalInstance()->maxThreadCount())
 {
@@ -18,20 +24,26 @@ PoolGate::~PoolGate()
 
 void PoolGate::letWaitingTasksThrough()
 {
-    const std::shared_ptr<QSemaphore> key = std::move(m_key);
+    const std::shared_ptr<Lock> lock = m_lock;
     close();
-    key->release();
+    lock->key.release();
 }
 
 void PoolGate::open()
 {
-    if (m_key)
-        m_key->release();
-    m_key.reset();
+    m_lock->key.release();
+}
+
+bool PoolGate::gaveUp() const
+{
+    return m_lock->gaveUp;
 }
 
 void PoolGate::close()
 {
-    m_key = std::make_shared<QSemaphore>();
-    QThreadPool::globalInstance()->start([key = m_key] { key->acquire(); });
+    m_lock = std::make_shared<Lock>();
+    QThreadPool::globalInstance()->start([lock = m_lock] {
+        if (!lock->key.tryAcquire(1, patienceMilliseconds))
+            lock->gaveUp = true;
+    });
 }

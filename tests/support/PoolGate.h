@@ -2,6 +2,7 @@
 
 #include <QSemaphore>
 
+#include <atomic>
 #include <memory>
 
 /// Holds the global thread pool back, so that a scan can be looked at in any of its stages for as long as it
@@ -20,11 +21,20 @@ public:
     void letWaitingTasksThrough();
     void open();
 
+    /// Whether the gate has opened by itself, as it does after half a minute: whoever was held up by it, a
+    /// GUI thread that waits for the pool for instance, has to go on for the test to fail.
+    [[nodiscard]] bool gaveUp() const;
+
 private:
+    struct Lock
+    {
+        QSemaphore key;
+        std::atomic<bool> gaveUp{false};
+    };
+
     void close();
 
     const int m_threads;
-    /// Released to end the task that blocks the pool. Shared, since that task may outlive the gate for an
-    /// instant.
-    std::shared_ptr<QSemaphore> m_key;
+    /// Shared with the task that blocks the pool, which may outlive the gate for an instant.
+    std::shared_ptr<Lock> m_lock;
 };

@@ -1,0 +1,353 @@
+#include "scan/FileCollection.h"
+#include "tests/support/DuplicateFiles.h"
+#include "tests/support/PoolGate.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QDir>
+#include <QProgressBar>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThreadPool>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int tick = 500;
+
+/// The texts of the scan page that a reset clears.
+QStringList resetTexts(WindowDriver &driver)
+{
+    QStringList texts;
+    for (const char *name : {"labelFilesScannedValue", "labelDuplicatesFoundValue", "labelElapsedTimeValue",
+             "labelScanStatus", "labelCurrentFile"})
+        texts.append(driver.labelText(name));
+    return texts;
+}
+
+const QStringList idleTexts{u"0"_s, u"0"_s, u"00:00:00"_s, QString(), QString()};
+
+void fire(const QList<QTimer *> &timers)
+{
+    for (QTimer *timer : timers)
+        QMetaObject::invokeMethod(timer, "timeout");
+}
+
+/// Notes a label's text before every queued call that reaches the window.
+class TextsBetweenCalls : public QObject
+{
+public:
+    TextsBetweenCalls(QObject *window, const QLabel *label)
+        : m_label(label)
+    {
+        window->installEventFilter(this);
+    }
+
+    QStringList texts;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::MetaCall && !texts.contains(m_label->text()))
+            texts.append(m_label->text());
+        return false;
+    }
+
+private:
+    const QLabel *const m_label;
+};
+
+} // namespace
+
+/// One scan as the scan page shows it: start, ticks, Stop, analysis, hand-over to the results page.
+class tst_scanRun : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void startsOnACleanScanPage();
+    void paintsWhileThePoolIsBusy();
+    void scansNothingWithoutFolders();
+    void animatesTheStatusWithUpToThreeDots();
+    void showsElapsedTimeAndCounters();
+    void namesTheFileBeingScanned();
+    void analysesWithStopDisabled();
+    void showsTheResultsAndKeepsTicking();
+    void stopsAtOnceAndDeliversLater();
+    void clearsThePreviousRunAtTheNextStart();
+    void showsTheLastOfOverlappingScans();
+    void survivesStartsAndStopsInQuickSuccession();
+
+private:
+    QScopedPointer<QTemporaryDir> m_folder;
+    QStringList m_paths;
+};
+
+void tst_scanRun::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    m_paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+}
+
+void tst_scanRun::startsOnACleanScanPage()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.find("btnStopScan")->setEnabled(false);
+    driver.click("btnStartScan");
+    QCOMPARE(driver.page(), u"scanpage"_s);
+    QCOMPARE(resetTexts(driver), idleTexts);
+    QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 0);
+    QVERIFY(driver.find("btnStopScan")->isEnabled());
+    QCOMPARE(driver.timers(tick).size(), 1);
+    // The animation is queued, so it starts with the next turn of the event loop.
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    for (const QTimer *timer : driver.timers(tick)) {
+        QVERIFY(timer->isActive());
+        QVERIFY(!timer->isSingleShot());
+    }
+    gate.open();
+    QVERIFY(driver.waitForResults());
+}
+
+// Qt scales large pictures on the global pool and waits for it: on a machine with one core, the scan page's
+// pictures would hold the whole window up until the walk is over.
+void tst_scanRun::paintsWhileThePoolIsBusy()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    const PoolGate gate;
+    driver.click("btnStartScan");
+    driver.window().repaint();
+    QVERIFY(!gate.gaveUp());
+}
+
+void tst_scanRun::scansNothingWithoutFolders()
+{
+    WindowDriver driver;
+    driver.removeAllFolders();
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QCOMPARE(driver.page(), u"scanpage"_s);
+    gate.letWaitingTasksThrough();
+    QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
+    QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);
+    gate.open();
+    QVERIFY(driver.waitForResults());
+    QCOMPARE(driver.groupTitles(), QStringList(u"No duplicate files"_s));
+}
+
+void tst_scanRun::animatesTheStatusWithUpToThreeDots()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    // By itself first, then as fast as it can be made to.
+    QTRY_VERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
+    QStringList texts;
+    for (int i = 0; i < 8; ++i) {
+        fire(driver.timers(tick));
+        texts.append(driver.labelText("labelScanStatus"));
+    }
+    const QString base = u"Scanning, please wait"_s;
+    while (texts.size() > 4 && texts.first() != base)
+        texts.removeFirst();
+    QCOMPARE(texts.first(4), (QStringList{base, base + u'.', base + u".."_s, base + u"..."_s}));
+}
+
+void tst_scanRun::showsElapsedTimeAndCounters()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    scannedFileCount = 1234;
+    driver.find<QLabel>("labelDuplicatesFoundValue")->setText(u"7"_s);
+    fire(driver.timers(tick));
+    QCOMPARE(driver.labelText("labelFilesScannedValue"), u"1234"_s);
+    // Nothing counts duplicates up while the clock runs.
+    QCOMPARE(driver.labelText("labelDuplicatesFoundValue"), u"0"_s);
+    const QRegularExpression running(u"^00:0[0-9]:[0-5][0-9]$"_s);
+    QTRY_VERIFY(driver.labelText("labelElapsedTimeValue") != u"00:00:00");
+    QVERIFY(running.match(driver.labelText("labelElapsedTimeValue")).hasMatch());
+}
+
+void tst_scanRun::namesTheFileBeingScanned()
+{
+    for (int i = 0; i < 150; ++i)
+        writeCopies(m_folder->path(), {u"<b>bold<b> %1 &amp;.txt"_s.arg(i)}, "content");
+    // Shared by all scans of the process and never reset: an earlier scan may have left a mark that is out of
+    // reach.
+    lastReportedCount = 0;
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    const TextsBetweenCalls seen(&driver.window(), driver.find<QLabel>("labelCurrentFile"));
+    const QSignalSpy progress(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
+    QVERIFY(driver.scan());
+
+    const QStringList scanning = seen.texts.filter(u"Scanning:"_s);
+    QVERIFY(!scanning.isEmpty());
+    for (const QString &text : scanning) {
+        QVERIFY(text.startsWith(u"Scanning:"_s + m_folder->path()));
+        QVERIFY(QFile::exists(text.mid(9)));
+    }
+    QCOMPARE(driver.find<QLabel>("labelCurrentFile")->textFormat(), Qt::PlainText);
+    QCOMPARE(progress.last().first().toInt(), 100);
+    // The first report came at the 100th of 153 files at the latest.
+    QVERIFY(std::any_of(progress.cbegin(), progress.cend(), [](const QList<QVariant> &change) {
+        return change.first().toInt() <= 65 && change.first().toInt() > 0;
+    }));
+}
+
+void tst_scanRun::analysesWithStopDisabled()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    gate.letWaitingTasksThrough();
+    QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
+    QCOMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);
+    QCOMPARE(driver.page(), u"scanpage"_s);
+    QVERIFY(!driver.find("btnStopScan")->isEnabled());
+    QCOMPARE(driver.timers(tick).size(), 1);
+    // The animation is over; the clock is not.
+    fire(driver.timers(tick));
+    QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
+    driver.click("btnStopScan");
+    QCOMPARE(driver.page(), u"scanpage"_s);
+}
+
+void tst_scanRun::showsTheResultsAndKeepsTicking()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    QStringList atDelivery;
+    int progress = 0;
+    QObject::connect(driver.find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged,
+        &driver.window(), [&](int page) {
+            if (page != 2)
+                return;
+            for (const char *name : {"labelScanStatus", "labelCurrentFile", "labelDuplicatesFoundValue"})
+                atDelivery.append(driver.labelText(name));
+            progress = driver.find<QProgressBar>("progressBar")->value();
+        });
+    QVERIFY(driver.scan());
+    QCOMPARE(atDelivery, (QStringList{u"Done!"_s, u"Completed"_s, u"3"_s}));
+    QCOMPARE(progress, 100);
+    QVERIFY(!driver.find("btnStopScan")->isEnabled());
+    QCOMPARE(driver.labelText("labelCurrentFile"), u"Completed"_s);
+    QTRY_COMPARE(driver.labelText("labelDuplicatesFoundValue"), u"0"_s);
+
+    driver.click("btnBack");
+    QVERIFY(!driver.find("btnStopScan")->isEnabled());
+    QCOMPARE(driver.timers(tick).size(), 1);
+    driver.find<QLabel>("labelElapsedTimeValue")->setText(u"stale"_s);
+    QTRY_VERIFY(driver.labelText("labelElapsedTimeValue") != u"stale");
+}
+
+void tst_scanRun::stopsAtOnceAndDeliversLater()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    fire(driver.timers(tick));
+    driver.find<QProgressBar>("progressBar")->setValue(42);
+    driver.click("btnStopScan");
+    QCOMPARE(driver.page(), u"page"_s);
+    QCOMPARE(resetTexts(driver), idleTexts);
+    QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 0);
+    QVERIFY(driver.find("btnStopScan")->isEnabled());
+    QVERIFY(driver.find("btnStartScan")->isEnabled());
+    // The clock is gone, the animation stays until the analysis begins.
+    QCOMPARE(driver.timers(tick).size(), 1);
+    fire(driver.timers(tick));
+    QVERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
+
+    gate.open();
+    QVERIFY(driver.waitForResults());
+    QStringList found = driver.filePaths();
+    found.sort();
+    QCOMPARE(found, m_paths);
+    QCOMPARE(driver.timers(tick).size(), 0);
+}
+
+void tst_scanRun::clearsThePreviousRunAtTheNextStart()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    QVERIFY(driver.scan());
+    driver.click("btnBack");
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QCOMPARE(driver.page(), u"scanpage"_s);
+    QCOMPARE(resetTexts(driver), idleTexts);
+    QCOMPARE(driver.tree()->topLevelItemCount(), 0);
+    QVERIFY(driver.find("btnStopScan")->isEnabled());
+    QCOMPARE(driver.timers(tick).size(), 1);
+    gate.open();
+    QVERIFY(driver.waitForResults());
+    QCOMPARE(driver.filePaths().size(), 3);
+}
+
+void tst_scanRun::showsTheLastOfOverlappingScans()
+{
+    const QTemporaryDir other;
+    const QStringList paths = writeCopies(other.path(), {u"x.txt"_s, u"y.txt"_s}, "other content");
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    driver.click("btnStopScan");
+    driver.setFolders({other.path()});
+    driver.click("btnStartScan");
+    driver.click("btnStartScan");
+    QCOMPARE(driver.page(), u"scanpage"_s);
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    gate.open();
+    QTRY_COMPARE(QSet<QString>(paths.cbegin(), paths.cend()), ([&driver] {
+        const QStringList now = driver.filePaths();
+        return QSet<QString>(now.cbegin(), now.cend());
+    }()));
+    QCOMPARE(driver.page(), u"duplicatespage"_s);
+    QCOMPARE(driver.tickedPaths().size(), 1);
+}
+
+void tst_scanRun::survivesStartsAndStopsInQuickSuccession()
+{
+    writePairs(m_folder->path(), 60, u"txt"_s);
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    int deliveries = 0;
+    QObject::connect(driver.find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged,
+        &driver.window(), [&deliveries](int page) { deliveries += page == 2 ? 1 : 0; });
+    for (int i = 0; i < 12; ++i) {
+        driver.click("btnStartScan");
+        QTest::qWait(i % 4);
+        driver.find("btnStopScan")->setEnabled(true);
+        driver.click("btnStopScan");
+    }
+    QCOMPARE(driver.page(), u"page"_s);
+    driver.click("btnStartScan");
+    QVERIFY(QTest::qWaitFor(
+        [&] { return QThreadPool::globalInstance()->activeThreadCount() == 0 && driver.waitForResults(1); },
+        30'000));
+    QVERIFY(deliveries > 0);
+    QTRY_COMPARE(driver.tree()->topLevelItemCount(), 20);
+    driver.loadAllBatches();
+    QCOMPARE(driver.tree()->topLevelItemCount(), 61);
+    QCOMPARE(driver.filePaths().size(), 3 + 2 * 60);
+}
+
+QTEST_MAIN(tst_scanRun)
+#include "tst_scanRun.moc"
