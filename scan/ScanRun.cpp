@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "analysis/PoolThreadRelease.h"
 #include "app/TimerDisposal.h"
 #include "scan/FileCollection.h"
 #include "scan/ScanOptionsDialog.h"
@@ -72,6 +73,9 @@ void MainWindow::startCollection(const QStringList &folders, const ScanOptions &
         .abandoned = tasks.abandoned(),
     };
     tasks.start([this, queue, folders, options, callbacks] {
+        // Qt scales large pictures on the same pool and makes the GUI thread wait for it: a walk that took up
+        // the only thread would keep the scan page from being painted until its end.
+        const PoolThreadRelease lendThread;
         const QStringList collected = collectFiles(folders, options, callbacks);
         if (callbacks.abandoned())
             return;
