@@ -33,6 +33,9 @@ bool becomeRoot()
 }
 #endif
 
+constexpr QFile::Permissions readAndSearch = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup |
+                                             QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+
 void setPermissions(const QString &path, QFile::Permissions permissions)
 {
     if (!QFile::setPermissions(path, permissions))
@@ -54,8 +57,12 @@ OrdinaryUser::~OrdinaryUser()
 
 void letEverybodyIn(const QString &folder)
 {
-    setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
-                               QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+    setPermissions(folder, readAndSearch | QFile::WriteOwner);
+}
+
+void letEverybodyInToLook(const QString &folder)
+{
+    setPermissions(folder, readAndSearch);
 }
 
 void letNobodyIn(const QString &path)

@@ -19,7 +19,9 @@ private:
     const bool m_changed;
 };
 
-/// Lets every user read and search the folder, but not change it.
+/// Lets every user read and search the folder, and only its owner change it.
 void letEverybodyIn(const QString &folder);
+/// Lets every user read and search the folder, and nobody but root change it.
+void letEverybodyInToLook(const QString &folder);
 /// Takes every permission off the file or folder.
 void letNobodyIn(const QString &path);
