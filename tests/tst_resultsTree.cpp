@@ -1,0 +1,368 @@
+#include "tests/support/DuplicateFiles.h"
+#include "tests/support/TestFiles.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int categoryRole = Qt::UserRole + 1;
+
+void makeFile(const QString &path, qint64 size)
+{
+    writeFile(path, QByteArray());
+    if (!QFile::resize(path, size))
+        qFatal("Cannot resize %s", qPrintable(path));
+}
+
+} // namespace
+
+/// The rows of the results page, and the batches in which they come.
+class tst_resultsTree : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void showsSizesInTitles_data();
+    void showsSizesInTitles();
+    void keepsPlaceholdersInNames();
+    void buildsGroupRows();
+    void buildsFileRows();
+    void sumsUpGroupAndTicks_data();
+    void sumsUpGroupAndTicks();
+    void leavesVanishedFilesOut();
+    void ticksOnlyTheRowThatIsClicked();
+    void totalsUpEveryFile();
+
+    void loadsInBatchesOfTwenty();
+    void isCompleteWithExactlyTwenty();
+    void loadsOnlyStrictlyPastNinetyPerCent();
+    void loadsNothingWhenThereIsNothingToScroll();
+    void loadsWhenFewerThanAHundredRemain();
+    void scrollsToTheEnd();
+    void marksRowsWithTheCategoryOnlyWhenLoadedInBatches();
+
+    void showsAPlaceholderWhenThereIsNothing();
+    void showsNoSelection();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const
+    {
+        return m_folder->filePath(name);
+    }
+
+    bool scan()
+    {
+        m_driver->setFolders({m_folder->path()});
+        return m_driver->scan();
+    }
+
+    QTreeWidgetItem *group(int index)
+    {
+        return m_driver->tree()->topLevelItem(index);
+    }
+
+    int groups()
+    {
+        return m_driver->tree()->topLevelItemCount();
+    }
+
+    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<WindowDriver> m_driver;
+};
+
+void tst_resultsTree::init()
+{
+    m_driver.reset(new WindowDriver);
+    m_folder.reset(new QTemporaryDir);
+}
+
+void tst_resultsTree::showsSizesInTitles_data()
+{
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing") << qint64(0) << u"0 B"_s;
+    QTest::newRow("last byte") << qint64(1023) << u"1023 B"_s;
+    QTest::newRow("first KB") << qint64(1024) << u"1.00 KB"_s;
+    QTest::newRow("two decimals") << qint64(1500) << u"1.46 KB"_s;
+    QTest::newRow("last KB") << qint64(1048575) << u"1024.00 KB"_s;
+    QTest::newRow("first MB") << qint64(1048576) << u"1.00 MB"_s;
+    QTest::newRow("no GB") << qint64(5) * 1024 * 1024 * 1024 << u"5120.00 MB"_s;
+}
+
+void tst_resultsTree::showsSizesInTitles()
+{
+    QFETCH(const qint64, size);
+    QFETCH(const QString, text);
+    for (const QString &name : {u"x.dat"_s, u"copy/x.dat"_s})
+        makeFile(path(name), size);
+    QVERIFY(scan());
+    QCOMPARE(m_driver->groupTitles(), QStringList(u"x.dat    %1, 2 file(s)"_s.arg(text)));
+}
+
+void tst_resultsTree::keepsPlaceholdersInNames()
+{
+    writeCopies(m_folder->path(), {u"%1 %2 %3.txt"_s, u"copy/%1 %2 %3.txt"_s}, "content");
+    QVERIFY(scan());
+    QCOMPARE(m_driver->groupTitles(), QStringList(u"%1 %2 %3.txt    7 B, 2 file(s)"_s));
+}
+
+void tst_resultsTree::buildsGroupRows()
+{
+    writePairs(m_folder->path(), 3, u"txt"_s);
+    QVERIFY(scan());
+    QCOMPARE(groups(), 3);
+    for (int i = 0; i < groups(); ++i) {
+        QCOMPARE(group(i)->childCount(), 2);
+        QCOMPARE(group(i)->type(), 0);
+        QVERIFY(group(i)->isFirstColumnSpanned());
+        QVERIFY(!group(i)->isExpanded());
+        QVERIFY(group(i)->flags().testFlag(Qt::ItemIsUserCheckable));
+        QVERIFY(group(i)->text(0).startsWith(QFileInfo(group(i)->child(0)->text(0)).fileName() + u"    "_s));
+    }
+}
+
+void tst_resultsTree::buildsFileRows()
+{
+    const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s}, QByteArray(2047, 'x'));
+    const QDateTime time(QDate(2021, 2, 3), QTime(4, 5, 6));
+    QFile file(paths.first());
+    QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
+    file.close();
+    QVERIFY(scan());
+    for (const QString &each : paths) {
+        const QTreeWidgetItem *const row = m_driver->fileRow(each);
+        QVERIFY(row);
+        QCOMPARE(row->type(), 0);
+        QCOMPARE(row->text(1), u"1 KB"_s);
+        QVERIFY(!row->icon(0).isNull());
+    }
+    QCOMPARE(m_driver->fileRow(paths.first())->text(2), u"2021-02-03 04:05:06"_s);
+    QCOMPARE(m_driver->fileRow(paths.last())->text(2),
+        QFileInfo(paths.last()).lastModified().toString(u"yyyy-MM-dd hh:mm:ss"_s));
+}
+
+void tst_resultsTree::sumsUpGroupAndTicks_data()
+{
+    QTest::addColumn<int>("ticked");
+    QTest::addColumn<Qt::CheckState>("state");
+    QTest::newRow("none") << 0 << Qt::Unchecked;
+    QTest::newRow("one") << 1 << Qt::PartiallyChecked;
+    QTest::newRow("two") << 2 << Qt::PartiallyChecked;
+    QTest::newRow("all") << 3 << Qt::Checked;
+}
+
+void tst_resultsTree::sumsUpGroupAndTicks()
+{
+    QFETCH(const int, ticked);
+    QFETCH(const Qt::CheckState, state);
+    const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+    QVERIFY(scan());
+    QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
+    m_driver->tickAll(false);
+    for (const QString &each : paths.first(ticked))
+        m_driver->tick(each);
+    m_driver->click("btnAll");
+    QStringList shown = m_driver->tickedPaths();
+    shown.sort();
+    QCOMPARE(shown, paths.first(ticked));
+    QCOMPARE(group(0)->checkState(0), state);
+}
+
+void tst_resultsTree::leavesVanishedFilesOut()
+{
+    const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+    QVERIFY(scan());
+    m_driver->tickAll(true);
+    QVERIFY(QFile::remove(paths.at(1)));
+    m_driver->click("btnAll");
+    QVERIFY(group(0)->text(0).endsWith(u", 3 file(s)"_s));
+    QStringList shown = m_driver->filePaths();
+    shown.sort();
+    QCOMPARE(shown, (QStringList{paths.at(0), paths.at(2)}));
+    // Every row is ticked, but not every file of the group has one.
+    QCOMPARE(m_driver->tickedPaths().size(), 2);
+    QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
+    QVERIFY(QFile::remove(paths.at(0)) && QFile::remove(paths.at(2)));
+    m_driver->click("btnAll");
+    QCOMPARE(groups(), 1);
+    QCOMPARE(group(0)->childCount(), 0);
+    QCOMPARE(group(0)->checkState(0), Qt::Unchecked);
+}
+
+void tst_resultsTree::ticksOnlyTheRowThatIsClicked()
+{
+    writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s}, "content");
+    QVERIFY(scan());
+    const QStringList before = m_driver->tickedPaths();
+    group(0)->setCheckState(0, Qt::Checked);
+    QCOMPARE(m_driver->tickedPaths(), before);
+    group(0)->setCheckState(0, Qt::Unchecked);
+    QCOMPARE(m_driver->tickedPaths(), before);
+    m_driver->tickAll(true);
+    QCOMPARE(group(0)->checkState(0), Qt::Unchecked);
+}
+
+void tst_resultsTree::totalsUpEveryFile()
+{
+    for (const QString &name : {u"a.dat"_s, u"b.dat"_s, u"c.dat"_s})
+        makeFile(path(name), qint64(1) << 30);
+    writePairs(m_folder->path(), 2, u"txt"_s);
+    QVERIFY(scan());
+    QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 3 duplicates, 7 files, size 3.00 GB"_s);
+    m_driver->click("btnOthers");
+    QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 1 duplicates, 3 files, size 3.00 GB"_s);
+    m_driver->click("btnDocuments");
+    QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 2 duplicates, 4 files, size 0.00 GB"_s);
+}
+
+void tst_resultsTree::loadsInBatchesOfTwenty()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    QCOMPARE(groups(), 20);
+    const QStringList first = m_driver->groupTitles();
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 40);
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 45);
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 45);
+    const QStringList titles = m_driver->groupTitles();
+    QCOMPARE(titles.first(20), first);
+    QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 45);
+}
+
+void tst_resultsTree::isCompleteWithExactlyTwenty()
+{
+    writePairs(m_folder->path(), 20, u"txt"_s);
+    QVERIFY(scan());
+    QCOMPARE(groups(), 20);
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 20);
+}
+
+void tst_resultsTree::loadsOnlyStrictlyPastNinetyPerCent()
+{
+    writePairs(m_folder->path(), 70, u"txt"_s);
+    QVERIFY(scan());
+    QCoreApplication::processEvents();
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    bar->setRange(0, 100);
+    bar->setValue(90);
+    QCOMPARE(groups(), 20);
+    bar->setValue(91);
+    // The check is connected twice, so one change asks for two batches.
+    QCOMPARE(groups(), 60);
+}
+
+void tst_resultsTree::loadsNothingWhenThereIsNothingToScroll()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    QCoreApplication::processEvents();
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    bar->setValue(1);
+    QCOMPARE(groups(), 20);
+    // Comes to 0 with a value change, as the emptied tree's bar does.
+    bar->setRange(0, 0);
+    QCOMPARE(bar->value(), 0);
+    QCOMPARE(groups(), 20);
+}
+
+void tst_resultsTree::loadsWhenFewerThanAHundredRemain()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    QCoreApplication::processEvents();
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    // Steps of the bar less pixels of the viewport.
+    bar->setRange(0, m_driver->tree()->viewport()->height() + 110);
+    bar->setValue(10);
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 20);
+    bar->setValue(11);
+    m_driver->callSlot("on_treeDuplicates_scroll");
+    QCOMPARE(groups(), 40);
+}
+
+void tst_resultsTree::scrollsToTheEnd()
+{
+    writePairs(m_folder->path(), 130, u"txt"_s);
+    QVERIFY(scan());
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    int rounds = 0;
+    QTRY_VERIFY2((bar->setValue(bar->maximum()), ++rounds, groups() == 130), "The end was never reached");
+    QVERIFY2(rounds > 1, "Everything came at once");
+    const QStringList titles = m_driver->groupTitles();
+    QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 130);
+}
+
+void tst_resultsTree::marksRowsWithTheCategoryOnlyWhenLoadedInBatches()
+{
+    writePairs(m_folder->path(), 25, u"txt"_s);
+    QVERIFY(scan());
+    m_driver->loadAllBatches();
+    QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"all"_s));
+    QCOMPARE(group(24)->data(0, categoryRole), QVariant(u"all"_s));
+    m_driver->click("btnDocuments");
+    QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"document"_s));
+    const QStringList titles = m_driver->groupTitles();
+    m_driver->callSlot("refreshCurrentBatchUI");
+    QCOMPARE(m_driver->groupTitles(), titles);
+    QVERIFY(!group(0)->data(0, categoryRole).isValid());
+    m_driver->loadAllBatches();
+    QCOMPARE(groups(), 25);
+    QCOMPARE(group(20)->data(0, categoryRole), QVariant(u"document"_s));
+}
+
+void tst_resultsTree::showsAPlaceholderWhenThereIsNothing()
+{
+    writePairs(m_folder->path(), 1, u"txt"_s);
+    QVERIFY(scan());
+    const QString totals = m_driver->labelText("labelStatsInfo");
+    m_driver->click("btnVideos");
+    QCOMPARE(groups(), 1);
+    QCOMPARE(group(0)->text(0), u"No duplicate files"_s);
+    QCOMPARE(group(0)->childCount(), 0);
+    QCOMPARE(group(0)->flags(), Qt::NoItemFlags);
+    QCOMPARE(group(0)->foreground(0).color(), QColor(0xaa, 0xaa, 0xaa));
+    QCOMPARE(Qt::Alignment(group(0)->textAlignment(0)), Qt::AlignCenter);
+    QCOMPARE(m_driver->labelText("labelStatsInfo"), totals);
+    QCOMPARE(m_driver->labelText("labelScanStatus"), u"No duplicate files found."_s);
+    for (const char *name : {"btnSelectAll", "btnUnselect", "btnRemoveSelected"})
+        QVERIFY(!m_driver->find(name)->isEnabled());
+    QVERIFY(m_driver->tree()->updatesEnabled());
+    m_driver->click("btnAll");
+    QCOMPARE(groups(), 1);
+    QCOMPARE(group(0)->childCount(), 2);
+    QCOMPARE(m_driver->labelText("labelScanStatus"), u"Loading Complete"_s);
+    for (const char *name : {"btnSelectAll", "btnUnselect", "btnRemoveSelected"})
+        QVERIFY(m_driver->find(name)->isEnabled());
+    QVERIFY(m_driver->tree()->updatesEnabled());
+}
+
+void tst_resultsTree::showsNoSelection()
+{
+    writePairs(m_folder->path(), 5, u"txt"_s);
+    QVERIFY(scan());
+    QTreeWidget *const tree = m_driver->tree();
+    // The whole row but for the arrow that opens it.
+    const QRect row = tree->visualItemRect(group(2));
+    const QRect inWindow(tree->viewport()->mapTo(&m_driver->window(), row.topLeft()), row.size());
+    const QImage before = m_driver->window().grab(inWindow).toImage();
+    tree->setCurrentItem(group(2));
+    QVERIFY(group(2)->isSelected());
+    QCOMPARE(m_driver->window().grab(inWindow).toImage(), before);
+}
+
+QTEST_MAIN(tst_resultsTree)
+#include "tst_resultsTree.moc"
