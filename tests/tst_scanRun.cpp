@@ -133,7 +133,7 @@ void tst_scanRun::scansNothingWithoutFolders()
     PoolGate gate;
     driver.click("btnStartScan");
     QCOMPARE(driver.page(), u"scanpage"_s);
-    gate.letWaitingTasksThrough();
+    gate.runWaitingTasks();
     QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);
     gate.open();
@@ -212,7 +212,7 @@ void tst_scanRun::analysesWithStopDisabled()
     PoolGate gate;
     driver.click("btnStartScan");
     QTRY_COMPARE(driver.timers(tick).size(), 2);
-    gate.letWaitingTasksThrough();
+    gate.runWaitingTasks();
     QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
     QCOMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);

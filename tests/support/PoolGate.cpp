@@ -22,11 +22,11 @@ PoolGate::~PoolGate()
     QThreadPool::globalInstance()->setMaxThreadCount(m_threads);
 }
 
-void PoolGate::letWaitingTasksThrough()
+void PoolGate::runWaitingTasks()
 {
-    const std::shared_ptr<Lock> lock = m_lock;
+    open();
+    QThreadPool::globalInstance()->waitForDone();
     close();
-    lock->key.release();
 }
 
 void PoolGate::open()

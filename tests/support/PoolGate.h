@@ -17,8 +17,9 @@ public:
     ~PoolGate();
     Q_DISABLE_COPY_MOVE(PoolGate)
 
-    /// Lets the tasks run that wait now, and holds back those that are started later.
-    void letWaitingTasksThrough();
+    /// Lets the tasks that wait now run to their end, and holds back those that are started later. No event
+    /// is processed meanwhile: what the tasks queue for the GUI thread is still to come.
+    void runWaitingTasks();
     void open();
 
     /// Whether the gate has opened by itself, as it does after half a minute: whoever was held up by it, a
