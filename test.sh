@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds everything with warnings as errors and runs the tests. Arguments go to ctest:
+# ./test.sh -R wholeRoad
+set -euo pipefail
+
+fail() {
+    echo "test.sh: $*" >&2
+    exit 2
+}
+
+cd "$(dirname "${BASH_SOURCE[0]}")"
+case ${1:-} in
+'' | -*) ;;
+*) fail "unknown argument: $1 (arguments go to ctest; one test by its name: ./test.sh -R $1)" ;;
+esac
+
+tools/setup.sh build run test
+# ctest itself ignores what it does not know and would run every test.
+known=" $(ctest --help | tr -s ',=[\n' ' ') "
+for argument in "$@"; do
+    option=${argument%%=*}
+    case $option in
+    -[jI][0-9]*) ;;
+    -*) [ "$known" != "${known/ $option /}" ] || fail "unknown argument: $argument" ;;
+    esac
+done
+tools/build.sh dev
+exec ctest --preset dev --no-tests=error "$@"

@@ -1,0 +1,65 @@
+#include "tools/tour/Camera.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QScreen>
+#include <QWidget>
+
+namespace {
+
+constexpr int smallestFile = 0; // PNG quality: compress as far as possible
+
+/// Paints what is due now instead of with a later event: pictures are also taken while events wait.
+void paintEverything()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        if (widget->isVisible())
+            widget->repaint();
+    }
+}
+
+} // namespace
+
+Camera::Camera(const QString &folder)
+    : m_folder(folder)
+{
+    if (!m_folder.mkpath(QStringLiteral("."))) {
+        m_error = QStringLiteral("cannot create the folder %1").arg(folder);
+        return;
+    }
+    m_folder.makeAbsolute();
+    const QStringList old = m_folder.entryList({QStringLiteral("*.png")}, QDir::Files);
+    for (const QString &picture : old)
+        m_folder.remove(picture);
+}
+
+void Camera::shoot(const QWidget &window, const QString &name)
+{
+    paintEverything();
+    const QRect place = window.frameGeometry();
+    const QPixmap picture =
+        window.screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height());
+    const QString file = name + QStringLiteral(".png");
+    if (picture.isNull() || !picture.save(m_folder.filePath(file), "png", smallestFile)) {
+        m_error = QStringLiteral("cannot write the picture %1").arg(m_folder.filePath(file));
+        return;
+    }
+    if (!m_pictures.contains(file))
+        m_pictures.append(file);
+}
+
+QString Camera::error() const
+{
+    return m_error;
+}
+
+QStringList Camera::pictures() const
+{
+    return m_pictures;
+}
+
+QString Camera::folder() const
+{
+    return m_folder.path();
+}

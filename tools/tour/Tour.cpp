@@ -1,0 +1,134 @@
+#include "tools/tour/Tour.h"
+
+#include "tools/tour/Camera.h"
+#include "tools/tour/Dialogs.h"
+#include "tools/tour/ScanStage.h"
+#include "tools/tour/TourResults.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTextStream>
+#include <QToolButton>
+
+namespace {
+
+constexpr int mostGroups = 200; // that are loaded and printed
+
+void print(const QString &line)
+{
+    QTextStream(stdout) << line << Qt::endl;
+}
+
+} // namespace
+
+Tour::Tour(const QStringList &folders, Deletion deletion, Camera &camera)
+    : m_folders(folders)
+    , m_deletion(deletion)
+    , m_camera(camera)
+{
+}
+
+QString Tour::run()
+{
+    visitStartPage();
+    visitDialogs();
+    m_driver.setFolders(m_folders);
+    if (m_driver.folders() != m_folders)
+        return QStringLiteral("the window did not take the folders");
+
+    print(QStringLiteral("Scanning %1").arg(m_folders.join(QStringLiteral(", "))));
+    if (QString error = scanAndShoot(m_driver, m_camera); !error.isEmpty())
+        return error;
+    visitResults();
+    if (!m_driver.find("btnSelectAll")->isEnabled()) {
+        print(QStringLiteral("\nNo duplicate files"));
+        return m_camera.error();
+    }
+    visitSelection();
+    if (m_deletion == Deletion::OfCopiesInTheSample) {
+        if (QString error = deleteCopies(); !error.isEmpty())
+            return error;
+    }
+    return m_camera.error();
+}
+
+/// The places of this machine and the folders, as they stand when the user has added them.
+void Tour::visitStartPage()
+{
+    for (const QString &folder : m_folders)
+        m_driver.addFolder(folder);
+    m_driver.find<QListWidget>("listScanFolders")->scrollToBottom();
+    settle();
+    shoot("01-start");
+}
+
+void Tour::visitDialogs()
+{
+    const auto shootDialog = [this](const char *name) { return [this, name](QWidget *) { shoot(name); }; };
+    lookAtDialog([this] { m_driver.click("btnScanOptions"); }, shootDialog("02-options"));
+    auto *const menuButton = m_driver.find<QToolButton>("btnMenu");
+    lookAtMenu(menuButton, [this] { shoot("03-menu"); });
+    QAction *const about = menuButton->menu()->actions().constFirst();
+    lookAtDialog([about] { about->trigger(); }, shootDialog("04-about"));
+}
+
+void Tour::visitResults()
+{
+    settle();
+    shoot("08-results");
+    loadGroups(m_driver, mostGroups);
+    printGroups(m_driver, mostGroups);
+    print(u'\n' + m_driver.labelText("labelStatsInfo"));
+    expandOneGroup(m_driver);
+    shoot("09-results-group");
+    m_driver.click("btnPictures");
+    expandOneGroup(m_driver);
+    shoot("10-pictures");
+    m_driver.click("btnAll");
+}
+
+void Tour::visitSelection()
+{
+    const auto expandAndShoot = [this](const char *name) {
+        loadGroups(m_driver, mostGroups);
+        expandOneGroup(m_driver);
+        shoot(name);
+    };
+    m_driver.click("btnUnselect");
+    expandAndShoot("11-unselected");
+    m_driver.click("btnSelectAll");
+    expandAndShoot("12-selected");
+}
+
+/// Deletes what is ticked and compares what is left on the disk with what should be.
+QString Tour::deleteCopies()
+{
+    const QString sample = m_folders.constFirst();
+    const QSet<QString> before = filesBelow(sample);
+    const QStringList ticked = m_driver.tickedPaths();
+    const QSet<QString> toDelete(ticked.cbegin(), ticked.cend());
+    if (m_driver.folders() != QStringList{sample} || toDelete.isEmpty() || !before.contains(toDelete))
+        return QStringLiteral("files outside the sample are ticked");
+
+    QString report;
+    lookAtDialog([this] { m_driver.click("btnRemoveSelected"); },
+        [&](QWidget *box) {
+            shoot("13-deleted-box");
+            report = qobject_cast<QMessageBox *>(box)->text();
+        });
+    settle();
+    shoot("14-after-deletion");
+    print(report);
+    if (filesBelow(sample) != before - toDelete)
+        return QStringLiteral("the files that are left are not the ones that were to be kept");
+    print(QStringLiteral("%1 files were ticked and are gone, the other %2 are still there.")
+              .arg(toDelete.size())
+              .arg(before.size() - toDelete.size()));
+    return {};
+}
+
+void Tour::shoot(const char *name)
+{
+    m_camera.shoot(m_driver.window(), QLatin1StringView(name));
+}

@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# Runs a command on a virtual X server of its own and stops the server when the command ends, whatever its
+# end: tools/with-display.sh COMMAND [ARGUMENT...]. The exit code is the command's.
+set -euo pipefail
+
+if [ $# -eq 0 ]; then
+    echo "with-display: say which command to run" >&2
+    exit 2
+fi
+command -v Xvfb >/dev/null || {
+    echo "with-display: Xvfb is missing, 'tools/setup.sh tour' installs it" >&2
+    exit 1
+}
+
+work=$(mktemp -d)
+readonly work
+server=
+child=
+# shellcheck disable=SC2317 # called by the trap
+clean_up() {
+    trap - EXIT
+    [ -z "$child" ] || kill "$child" 2>/dev/null || true
+    [ -z "$server" ] || { kill "$server" 2>/dev/null && wait "$server" 2>/dev/null; } || true
+    rm -rf "$work"
+}
+trap clean_up EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+# The server picks a free number by itself and says which.
+mkfifo "$work/number"
+Xvfb -displayfd 3 -screen 0 1280x960x24 -dpi 96 -nolisten tcp -noreset \
+    3>"$work/number" >"$work/server.log" 2>&1 &
+server=$!
+exec 4<"$work/number"
+number=
+if ! read -r -t 30 number <&4; then
+    tail -n 5 "$work/server.log" >&2
+    echo "with-display: Xvfb did not start" >&2
+    exit 1
+fi
+exec 4<&-
+
+export DISPLAY=:$number
+export QT_QPA_PLATFORM=xcb
+unset WAYLAND_DISPLAY
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    mkdir -m 700 "$work/runtime"
+    export XDG_RUNTIME_DIR=$work/runtime
+fi
+# Qt complains about any other encoding and then takes this one.
+if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
+    export LC_ALL=C.UTF-8
+fi
+
+# In the background, because bash runs no trap while it waits for a command in the foreground.
+"$@" <&0 &
+child=$!
+code=0
+wait "$child" || code=$?
+child=
+exit "$code"
