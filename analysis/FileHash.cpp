@@ -1,8 +1,8 @@
 #include "analysis/FileHash.h"
 
 #include "analysis/PoolThreadRelease.h"
+#include "analysis/Sha256.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QThreadPool>
@@ -11,11 +11,41 @@
 
 #include <algorithm>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 constexpr int sampleSize = 4096;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
+
+// Buffered, QFile reads 16 KiB ahead.
+constexpr QIODevice::OpenMode readUnbuffered = QIODevice::ReadOnly | QIODevice::Unbuffered;
+
+/// Opens \a file for reading; false when that fails or it is not a regular file. Never waits for the other
+/// end of a pipe.
+bool openRegularFile(QFile &file)
+{
+#ifdef Q_OS_UNIX
+    // To ask for the type first would look the path up twice, which takes as long as reading the file.
+    const QByteArray path = QFile::encodeName(file.fileName());
+    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return false;
+    struct stat status = {};
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+        file.open(descriptor, readUnbuffered, QFileDevice::AutoCloseHandle))
+        return true;
+    ::close(descriptor);
+    return false;
+#else
+    return QFileInfo(file).isFile() && file.open(readUnbuffered);
+#endif
+}
 
 /// Reads up to the buffer's size from the file's current position; what could not be read is left out.
 QByteArrayView readSample(QFile &file, SampleBuffer &buffer)
@@ -33,24 +63,21 @@ void appendHash(QList<FileHash> &hashes, const FileHash &hash)
 
 QByteArray computeFileHash(const QString &path, int chunkSize)
 {
-    // Opening a pipe would wait for its other end for ever, opening a device can set it off.
-    if (!QFileInfo(path).isFile())
-        return {};
     QFile file(path);
-    // Buffered, QFile reads 16 KiB ahead.
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!openRegularFile(file))
         return {};
 
-    SampleBuffer buffer(std::max(chunkSize, 0));
-    QCryptographicHash digest(QCryptographicHash::Sha256);
-    digest.addData(readSample(file, buffer));
+    SampleBuffer headBuffer(std::max(chunkSize, 0));
+    SampleBuffer tailBuffer(headBuffer.size());
+    const QByteArrayView head = readSample(file, headBuffer);
+    QByteArrayView tail;
     // Asked only now: kernel files report no size and still yield bytes.
     const qint64 size = file.size();
-    if (size > 2 * qint64(buffer.size())) {
-        file.seek(size - buffer.size());
-        digest.addData(readSample(file, buffer));
+    if (size > 2 * qint64(headBuffer.size())) {
+        file.seek(size - tailBuffer.size());
+        tail = readSample(file, tailBuffer);
     }
-    return digest.result();
+    return sha256(head, tail);
 }
 
 QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned)

@@ -1,0 +1,64 @@
+#include "analysis/Sha256.h"
+
+#include <QCryptographicHash>
+
+#ifdef QUILLORY_HAS_LIBCRYPTO
+#include <openssl/evp.h>
+
+#include <memory>
+#endif
+
+namespace {
+
+QByteArray sha256ByQt(QByteArrayView head, QByteArrayView tail)
+{
+    QCryptographicHash digest(QCryptographicHash::Sha256);
+    digest.addData(head);
+    digest.addData(tail);
+    return digest.result();
+}
+
+#ifdef QUILLORY_HAS_LIBCRYPTO
+
+constexpr qsizetype digestSize = 32;
+
+struct Free
+{
+    void operator()(EVP_MD *algorithm) const
+    {
+        EVP_MD_free(algorithm);
+    }
+    void operator()(EVP_MD_CTX *context) const
+    {
+        EVP_MD_CTX_free(context);
+    }
+};
+
+/// Empty when libcrypto refuses, as a configuration without SHA-256 makes it.
+QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
+{
+    // Dearer to come by than the digest of a small file, and read-only from then on.
+    static const std::unique_ptr<EVP_MD, Free> algorithm(EVP_MD_fetch(nullptr, "SHA256", nullptr));
+    const std::unique_ptr<EVP_MD_CTX, Free> context(EVP_MD_CTX_new());
+
+    QByteArray digest(digestSize, Qt::Uninitialized);
+    const bool done =
+        algorithm && context && EVP_DigestInit_ex2(context.get(), algorithm.get(), nullptr) &&
+        EVP_DigestUpdate(context.get(), head.data(), static_cast<std::size_t>(head.size())) &&
+        EVP_DigestUpdate(context.get(), tail.data(), static_cast<std::size_t>(tail.size())) &&
+        EVP_DigestFinal_ex(context.get(), reinterpret_cast<unsigned char *>(digest.data()), nullptr);
+    return done ? digest : QByteArray();
+}
+
+#endif
+
+} // namespace
+
+QByteArray sha256(QByteArrayView head, QByteArrayView tail)
+{
+#ifdef QUILLORY_HAS_LIBCRYPTO
+    if (QByteArray digest = sha256ByLibcrypto(head, tail); !digest.isEmpty())
+        return digest;
+#endif
+    return sha256ByQt(head, tail);
+}
