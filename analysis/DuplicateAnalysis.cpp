@@ -5,6 +5,7 @@
 #include "scan/FileCategories.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QMap>
 #include <QThreadPool>
 #include <QtConcurrentMap>
@@ -77,7 +78,7 @@ private:
     std::deque<QFuture<QList<FileHash>>> m_inFlight;
 };
 
-/// Paths by fingerprint, one table for the whole run: small files of different sizes can share a fingerprint.
+/// Paths by fingerprint, one table for the whole run: files of different sizes can share a fingerprint.
 class FingerprintTable
 {
 public:
@@ -96,14 +97,21 @@ public:
         return m_duplicates;
     }
 
-    /// The paths of each fingerprint, in ascending byte order of the fingerprints.
-    [[nodiscard]] const QMap<QByteArray, QList<QString>> &paths() const
+    /// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints.
+    [[nodiscard]] QList<QList<QString>> sortedDuplicates() const
     {
-        return m_paths;
+        // Most fingerprints have one file only. To keep all in order from the start would cost more than the
+        // sort.
+        QMap<QByteArray, QList<QString>> sorted;
+        for (auto entry = m_paths.cbegin(); entry != m_paths.cend(); ++entry) {
+            if (entry->size() >= 2)
+                sorted.insert(entry.key(), *entry);
+        }
+        return sorted.values();
     }
 
 private:
-    QMap<QByteArray, QList<QString>> m_paths;
+    QHash<QByteArray, QList<QString>> m_paths;
     qsizetype m_duplicates = 0;
 };
 
@@ -146,16 +154,16 @@ DuplicateGroup makeGroup(const QList<QString> &files)
     return group;
 }
 
-QList<DuplicateGroup> makeGroups(const FingerprintTable &table, const std::function<bool()> &abandoned)
+QList<DuplicateGroup> makeGroups(
+    const QList<QList<QString>> &duplicates, const std::function<bool()> &abandoned)
 {
-    QList<DuplicateGroup> groups;
-    for (const QList<QString> &files : table.paths()) {
-        if (abandoned())
-            return {};
-        if (files.size() >= 2)
-            groups.append(makeGroup(files));
-    }
-    return groups;
+    const auto makeUnlessAbandoned = [&abandoned](const QList<QString> &files) {
+        return abandoned() ? DuplicateGroup() : makeGroup(files);
+    };
+    QFuture<DuplicateGroup> groups =
+        QtConcurrent::mapped(QThreadPool::globalInstance(), duplicates, makeUnlessAbandoned);
+    waitReleasingPoolThread(groups);
+    return abandoned() ? QList<DuplicateGroup>() : groups.results();
 }
 
 } // namespace
@@ -181,5 +189,5 @@ QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const Analysis
         }
         callbacks.duplicatesFound(table.duplicates());
     }
-    return makeGroups(table, callbacks.abandoned);
+    return makeGroups(table.sortedDuplicates(), callbacks.abandoned);
 }

@@ -1,6 +1,5 @@
 #include "scan/FileCategories.h"
 
-#include <QFileInfo>
 #include <QLatin1StringView>
 
 #include <algorithm>
@@ -65,7 +64,8 @@ bool contains(Suffixes list, const QString &suffix)
 
 QString lowerCaseSuffix(const QString &path)
 {
-    return QFileInfo(path).suffix().toLower();
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot > path.lastIndexOf(u'/') ? path.sliced(dot + 1).toLower() : QString();
 }
 
 QString categoryOf(const QString &suffix)
@@ -79,11 +79,11 @@ QString categoryOf(const QString &suffix)
 
 bool collectionAccepts(const QString &suffix, const QStringList &fileTypes)
 {
-    for (const Category &category : collectionSuffixes) {
-        if (contains(category.suffixes, suffix) && fileTypes.contains(category.key))
-            return true;
-    }
-    return fileTypes.contains(otherKey);
+    if (fileTypes.contains(otherKey))
+        return true;
+    return std::any_of(collectionSuffixes.begin(), collectionSuffixes.end(), [&](const Category &category) {
+        return contains(category.suffixes, suffix) && fileTypes.contains(category.key);
+    });
 }
 
 bool hasThumbnail(const QString &suffix)

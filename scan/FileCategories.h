@@ -6,7 +6,8 @@
 // Three suffix tables that differ on purpose: what a selected type collects is wider than what the results
 // page files under that type, and only some picture formats get a thumbnail.
 
-/// The text after the last dot of the path's file name in lower case; empty when there is no dot.
+/// The text after the last dot of the file name in \a path, in lower case; empty when there is no dot. The
+/// folders of the path must be separated by "/", as Qt does it on every system.
 QString lowerCaseSuffix(const QString &path);
 
 /// The category key under which the results page shows a file with this lower-case \a suffix: "picture",
