@@ -21,6 +21,8 @@ void ResultsDelegate::paint(
 void ResultsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    // Selection shows nowhere in this tree; its rule would only take the tick boxes' colours away again.
+    option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
     option->palette.setColor(QPalette::Base, Qt::white);
     // Styles draw the outline in a darker shade of this.
     option->palette.setColor(QPalette::Window, QColor(0xc9, 0xdc, 0xf0));
