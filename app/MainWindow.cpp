@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/CaptionFit.h"
 #include "app/StyleSheets.h"
 #include "results/CategoryFilter.h"
 #include "ui_MainWindow.h"
@@ -147,6 +148,8 @@ void MainWindow::applyStyleSheets()
     ui->btnAddFolder->setText(tr(" Add"));
     ui->btnAddFolder->setStyleSheet(StyleSheets::addFolderButton);
     ui->progressBar->setStyleSheet(StyleSheets::progressBar);
+    for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
+        fitCaption(caption);
 }
 
 void MainWindow::on_btnBack_clicked()
