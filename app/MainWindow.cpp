@@ -47,6 +47,8 @@ MainWindow::MainWindow(QWidget *parent)
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
+    for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
+        fitCaption(caption);
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);
@@ -148,8 +150,6 @@ void MainWindow::applyStyleSheets()
     ui->btnAddFolder->setText(tr(" Add"));
     ui->btnAddFolder->setStyleSheet(StyleSheets::addFolderButton);
     ui->progressBar->setStyleSheet(StyleSheets::progressBar);
-    for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
-        fitCaption(caption);
 }
 
 void MainWindow::on_btnBack_clicked()
