@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/CaptionFit.h"
 #include "app/StyleSheets.h"
 #include "app/UnclippedTextStyle.h"
 #include "results/CategoryFilter.h"
@@ -50,6 +51,8 @@ MainWindow::MainWindow(QWidget *parent)
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
+    for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
+        fitCaption(caption);
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);

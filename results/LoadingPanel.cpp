@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QLabel>
+#include <QPainterPath>
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -43,6 +44,10 @@ void MainWindow::createLoadingPanel()
     loadingOverlay->setAttribute(Qt::WA_DeleteOnClose, false);
     loadingOverlay->setFixedSize(300, 100);
     loadingOverlay->setStyleSheet(StyleSheets::loadingPanel);
+    // Without it the corners outside the border would be filled.
+    QPainterPath outline;
+    outline.addRoundedRect(loadingOverlay->rect(), 18, 18);
+    loadingOverlay->setMask(QRegion(outline.toFillPolygon().toPolygon()));
     auto *const layout = new QVBoxLayout(loadingOverlay);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/CaptionFit.h"
 #include "results/GroupTicks.h"
 #include "results/ResultTexts.h"
 #include "ui_MainWindow.h"
@@ -81,6 +82,7 @@ void MainWindow::loadCategory(const QString &type)
         return;
     }
     ui->labelStatsInfo->setText(ResultTexts::totals(list));
+    fitCaption(ui->labelStatsInfo);
     ui->treeDuplicates->setUpdatesEnabled(true);
     loadNextBatch();
 

@@ -1,5 +1,6 @@
 #include "scan/ScanOptionsDialog.h"
 
+#include "app/CaptionFit.h"
 #include "ui_ScanOptionsDialog.h"
 
 #include <QDebug>
@@ -34,8 +35,10 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
     connect(ui->btnOkScanOptions, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui->btnCancelScanOptions, &QPushButton::clicked, this, &QDialog::reject);
 
-    for (const auto &[box, key] : typeBoxes(*ui))
+    for (const auto &[box, key] : typeBoxes(*ui)) {
         box->setChecked(true);
+        fitCaption(box);
+    }
     for (QCheckBox *box : {ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop})
         box->setChecked(true);
     // No item is called "K", so both units stay at the first one, "KB".
@@ -43,6 +46,8 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
     ui->comboMinUnit->setCurrentText(QStringLiteral("K"));
     ui->spinMaxSize->setValue(0);
     ui->comboMaxUnit->setCurrentText(QStringLiteral("K"));
+    for (QComboBox *units : {ui->comboMinUnit, ui->comboMaxUnit})
+        fitCaption(units);
     qDebug() << "chkSkipSystem checked:" << ui->chkSkipSystem->isChecked();
 }
 

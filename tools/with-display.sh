@@ -15,11 +15,13 @@ command -v Xvfb >/dev/null || {
 work=$(mktemp -d)
 readonly work
 server=
+manager=
 child=
 # shellcheck disable=SC2317 # called by the trap
 clean_up() {
     trap - EXIT
     [ -z "$child" ] || kill "$child" 2>/dev/null || true
+    [ -z "$manager" ] || kill "$manager" 2>/dev/null || true
     [ -z "$server" ] || { kill "$server" 2>/dev/null && wait "$server" 2>/dev/null; } || true
     rm -rf "$work"
 }
@@ -51,6 +53,16 @@ fi
 # Qt complains about any other encoding and then takes this one.
 if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
     export LC_ALL=C.UTF-8
+fi
+
+# Windows without a manager have no frames. It is not worth failing for.
+if command -v openbox >/dev/null; then
+    openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
+    manager=$!
+    for ((i = 0; i < 100; i++)); do
+        [ ! -e "$work/managed" ] || break
+        sleep 0.1
+    done
 fi
 
 # In the background, because bash runs no trap while it waits for a command in the foreground.

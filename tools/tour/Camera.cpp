@@ -19,6 +19,18 @@ void paintEverything()
     }
 }
 
+/// Where the window and everything that it has opened stand on the screen.
+QRect coveredPlace(const QWidget &window)
+{
+    QRect place = window.frameGeometry();
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets) {
+        if (widget->isVisible())
+            place |= widget->frameGeometry();
+    }
+    return place & window.screen()->geometry();
+}
+
 } // namespace
 
 Camera::Camera(const QString &folder)
@@ -29,15 +41,12 @@ Camera::Camera(const QString &folder)
         return;
     }
     m_folder.makeAbsolute();
-    const QStringList old = m_folder.entryList({QStringLiteral("*.png")}, QDir::Files);
-    for (const QString &picture : old)
-        m_folder.remove(picture);
 }
 
 void Camera::shoot(const QWidget &window, const QString &name)
 {
     paintEverything();
-    const QRect place = window.frameGeometry();
+    const QRect place = coveredPlace(window);
     const QPixmap picture =
         window.screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height());
     const QString file = name + QStringLiteral(".png");

@@ -5,14 +5,15 @@
 
 class QWidget;
 
-/// Takes pictures of what the screen really shows where the window is: the window and whatever covers it.
+/// Takes pictures of what the screen really shows where the window is: the window and what it has
+/// opened.
 class Camera
 {
 public:
-    /// Pictures go to \a folder, which is created and emptied of the pictures of an earlier tour.
+    /// Pictures go to \a folder, which is created when it does not exist.
     explicit Camera(const QString &folder);
 
-    /// Saves a picture of the window's place on the screen as "<name>.png", over one of the same name.
+    /// Saves a picture of that part of the screen as "<name>.png", over one of the same name.
     void shoot(const QWidget &window, const QString &name);
 
     /// Why pictures are missing; empty when none is.

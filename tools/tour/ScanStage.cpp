@@ -18,7 +18,7 @@ using std::chrono_literals::operator""s;
 
 namespace {
 
-constexpr int halfWay = 50; // per cent
+constexpr int halfWay = 55; // per cent; the figure in the middle of the bar is white
 
 int asInt(std::chrono::milliseconds time)
 {

@@ -6,8 +6,10 @@
 #include "tools/tour/TourResults.h"
 
 #include <QAction>
+#include <QCursor>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTextStream>
 #include <QToolButton>
 
@@ -56,6 +58,8 @@ QString Tour::run()
 /// The places of this machine and the folders, as they stand when the user has added them.
 void Tour::visitStartPage()
 {
+    // Where the pointer rests, a row or a button looks different.
+    QCursor::setPos(m_driver.window().screen()->geometry().bottomRight());
     for (const QString &folder : m_folders)
         m_driver.addFolder(folder);
     m_driver.find<QListWidget>("listScanFolders")->scrollToBottom();
