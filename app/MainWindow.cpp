@@ -69,8 +69,8 @@ MainWindow::~MainWindow()
 /// Has the scan page's pictures scaled before they are needed.
 ///
 /// A label scales its picture when it is first painted, and Qt spreads the scaling of a large one over the
-/// global thread pool and waits. With a walk in the only thread of a one-core machine's pool, the window
-/// would stand still until the walk is over.
+/// global thread pool and waits. In the middle of a scan, the window would stand still until the pool has a
+/// thread to spare.
 void MainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);

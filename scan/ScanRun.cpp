@@ -73,9 +73,9 @@ void MainWindow::startCollection(const QStringList &folders, const ScanOptions &
         .abandoned = tasks.abandoned(),
     };
     tasks.start([this, queue, folders, options, callbacks] {
-        // Qt scales large pictures on the same pool and makes the GUI thread wait for it: a walk that took up
-        // the only thread would keep the scan page from being painted until its end.
-        const PoolThreadRelease lendThread;
+        // A walk can take minutes, and the pool has other users: the next scan, the analysis, and Qt itself,
+        // which spreads the painting of large areas over the pool while the GUI thread waits.
+        const PoolThreadRelease release;
         const QStringList collected = collectFiles(folders, options, callbacks);
         if (callbacks.abandoned())
             return;
