@@ -65,7 +65,12 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
     // Until the first rows are there, nothing may act on ticks that nobody has seen.
     setResultActionsEnabled(false);
     showLoadingOverlay();
-    QTimer::singleShot(100ms, this, [this] { onCategoryClicked(QStringLiteral("all")); });
+    // A load drops the ticks of groups it has not reached. After two deliveries in a row only the second
+    // one's rows are loaded, or the second load would take those ticks from a result that nobody has touched.
+    QTimer::singleShot(100ms, this, [this, delivery = ++deliveries] {
+        if (delivery == deliveries)
+            onCategoryClicked(QStringLiteral("all"));
+    });
 }
 
 /// Takes the rows of the shown category down, so that their ticks can never be saved into groups of another

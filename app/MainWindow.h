@@ -149,6 +149,8 @@ private:
     bool stopRequested = false;
     QTimer *scanTimer = nullptr;
 
+    /// Results delivered so far.
+    qint32 deliveries = 0;
     /// A category is being put into the tree, see postponeDuringLoad().
     bool categoryLoading = false;
     /// What asked to run during a category load, in the order of asking.
