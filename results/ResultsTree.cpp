@@ -150,6 +150,8 @@ void MainWindow::on_treeDuplicates_scroll()
 
 void MainWindow::refreshCurrentBatchUI()
 {
+    if (postponeDuringLoad([this] { refreshCurrentBatchUI(); }))
+        return;
     ui->treeDuplicates->clear();
     const QList<DuplicateGroup *> list = groupsByCategory.value(currentCategory);
     const qint32 count = static_cast<qint32>(list.size());
