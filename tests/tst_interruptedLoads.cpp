@@ -1,0 +1,270 @@
+#include "tests/support/DuplicateFiles.h"
+#include "tests/support/LoadingPanelEvents.h"
+#include "tests/support/PoolGate.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QApplication>
+#include <QDirIterator>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThreadPool>
+
+#include <utility>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int pairs = 45;
+
+QSet<QString> filesBelow(const QString &folder)
+{
+    QSet<QString> files;
+    QDirIterator entries(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        files.insert(entries.next());
+    return files;
+}
+
+/// Whether each group row shows a pair of copies, and no group is there twice.
+bool rowsAreWhole(WindowDriver &driver)
+{
+    const QStringList titles = driver.groupTitles();
+    if (QSet<QString>(titles.cbegin(), titles.cend()).size() != titles.size())
+        return false;
+    for (int i = 0; i < titles.size(); ++i) {
+        const QTreeWidgetItem *const group = driver.tree()->topLevelItem(i);
+        const QString ending = titles.at(i).section(u'-', 1).section(u' ', 0, 0);
+        if (group->childCount() != 2 || !group->child(0)->text(0).endsWith(u'-' + ending) ||
+            !group->child(1)->text(0).endsWith(u'-' + ending))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+/// Results that replace one another, and requests that come in while a category is being loaded.
+class tst_interruptedLoads : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void startsEveryResultWithFreshTicks();
+    void neverSavesOldTicksIntoNewGroups();
+    void fillsThePageAfterTwoDeliveries();
+    void takesADeliveryDuringALoad();
+    void takesRequestsDuringALoad_data();
+    void takesRequestsDuringALoad();
+
+private:
+    /// The page has to be in order: the rows are whole, what is ticked stays ticked, Delete takes just that.
+    void verifyThePageIsInOrder();
+    bool waitForRowsOf(const QString &folder);
+    /// Whether no scan is under way and the last load has ended.
+    bool isQuiet();
+
+    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<WindowDriver> m_driver;
+    QScopedPointer<LoadingPanelEvents> m_events;
+};
+
+void tst_interruptedLoads::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    writePairs(m_folder->path(), pairs, u"txt"_s);
+    m_driver.reset(new WindowDriver);
+    m_driver->setFolders({m_folder->path()});
+    m_events.reset(new LoadingPanelEvents(&m_driver->window()));
+}
+
+void tst_interruptedLoads::cleanup()
+{
+    m_events.reset();
+    m_driver.reset();
+}
+
+void tst_interruptedLoads::verifyThePageIsInOrder()
+{
+    QVERIFY(rowsAreWhole(*m_driver));
+    m_driver->tickAll(false);
+    const QString path = m_driver->tree()->topLevelItem(7)->child(0)->text(0);
+    m_driver->tick(path);
+    m_driver->click("btnAll");
+    QCOMPARE(m_driver->tickedPaths(), QStringList(path));
+    const QSet<QString> before = filesBelow(m_folder->path());
+    m_driver->clickAndCloseBoxes("btnRemoveSelected");
+    QCOMPARE(before - filesBelow(m_folder->path()), QSet<QString>{path});
+}
+
+bool tst_interruptedLoads::waitForRowsOf(const QString &folder)
+{
+    return QTest::qWaitFor(
+        [&] { return m_driver->filePaths().value(0).startsWith(folder) && rowsAreWhole(*m_driver); }, 30'000);
+}
+
+bool tst_interruptedLoads::isQuiet()
+{
+    const QString status = m_driver->labelText("labelScanStatus");
+    return (status == u"Loading Complete" || status == u"No duplicate files found.") &&
+           m_driver->page() != u"scanpage" && QThreadPool::globalInstance()->waitForDone(0);
+}
+
+void tst_interruptedLoads::startsEveryResultWithFreshTicks()
+{
+    QStringList ticked;
+    for (int scan = 0; scan < 3; ++scan) {
+        QVERIFY(m_driver->scan());
+        QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
+        m_driver->loadAllBatches();
+        if (scan == 0)
+            ticked = m_driver->tickedPaths();
+        QCOMPARE(ticked.size(), pairs);
+        QCOMPARE(m_driver->tickedPaths(), ticked);
+        m_driver->tickAll(scan == 0);
+        m_driver->click("btnDocuments");
+        m_driver->click("btnBack");
+    }
+}
+
+void tst_interruptedLoads::neverSavesOldTicksIntoNewGroups()
+{
+    const QTemporaryDir other;
+    const QStringList paths = writeCopies(other.path(), {u"x-0.txt"_s, u"y-0.txt"_s}, "other content");
+    QVERIFY(m_driver->scan());
+    m_driver->tickAll(true);
+    // The rows of the first result are still there when the second is delivered.
+    m_driver->setFolders({other.path()});
+    m_driver->click("btnStartScan");
+    m_driver->click("btnStopScan");
+    QVERIFY(waitForRowsOf(other.path()));
+    QCOMPARE(m_driver->filePaths().size(), 2);
+    QCOMPARE(m_driver->tickedPaths().size(), 1);
+    m_driver->clickAndCloseBoxes("btnRemoveSelected");
+    QCOMPARE(filesBelow(other.path()).size(), 1);
+    QCOMPARE(filesBelow(m_folder->path()).size(), 2 * pairs);
+}
+
+void tst_interruptedLoads::fillsThePageAfterTwoDeliveries()
+{
+    QVERIFY(m_driver->scan());
+    PoolGate gate;
+    m_driver->click("btnStartScan");
+    m_driver->click("btnStartScan");
+    gate.runWaitingTasks();
+    QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
+    gate.runWaitingTasks();
+    QVERIFY(m_driver->waitForResults());
+    // Whatever is still to come of the first delivery has come.
+    QTest::qWait(200);
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), pairs);
+    QCOMPARE(m_driver->tickedPaths().size(), pairs);
+    for (const char *name : {"btnSelectAll", "btnUnselect", "btnRemoveSelected"})
+        QVERIFY(m_driver->find(name)->isEnabled());
+    verifyThePageIsInOrder();
+}
+
+void tst_interruptedLoads::takesADeliveryDuringALoad()
+{
+    const QTemporaryDir other;
+    writePairs(other.path(), 30, u"txt"_s);
+    PoolGate gate;
+    m_driver->click("btnStartScan");
+    gate.runWaitingTasks();
+    QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
+    // The first scan is being analysed while the second one walks.
+    m_driver->setFolders({other.path()});
+    m_driver->click("btnStartScan");
+    gate.runWaitingTasks();
+    QCoreApplication::sendPostedEvents(&m_driver->window(), QEvent::MetaCall);
+    QCOMPARE(m_driver->page(), u"duplicatespage"_s);
+    // The first result is there, the second one is ready: the load takes it, in its midst.
+    gate.runWaitingTasks();
+    gate.open();
+    m_driver->click("btnAll");
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 0);
+    QVERIFY(!m_driver->find("btnRemoveSelected")->isEnabled());
+
+    QVERIFY(QTest::qWaitFor([this] { return m_driver->tree()->topLevelItemCount() > 0; }, 30'000));
+    QVERIFY(rowsAreWhole(*m_driver));
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 30);
+    QCOMPARE(m_driver->tickedPaths().size(), 30);
+    for (const QString &path : m_driver->filePaths())
+        QVERIFY(path.startsWith(other.path()));
+}
+
+void tst_interruptedLoads::takesRequestsDuringALoad_data()
+{
+    QTest::addColumn<bool>("first");
+    QTest::addColumn<QByteArray>("request");
+    for (const char *request : {"btnAll", "btnDocuments", "btnVideos", "btnSelectAll", "btnUnselect",
+             "btnRemoveSelected", "btnBack", "btnStartScan", "btnStopScan", "refreshCurrentBatchUI",
+             "on_treeDuplicates_scroll", "on_btnBack_clicked"}) {
+        QTest::addRow("%s in the first load", request) << true << QByteArray(request);
+        QTest::addRow("%s in a later load", request) << false << QByteArray(request);
+    }
+}
+
+void tst_interruptedLoads::takesRequestsDuringALoad()
+{
+    QFETCH(const bool, first);
+    QFETCH(const QByteArray, request);
+    QVERIFY(m_driver->scan());
+    const QStringList titles = m_driver->groupTitles();
+    const QSet<QString> before = filesBelow(m_folder->path());
+
+    bool inside = false;
+    bool requested = false;
+    bool asked = false;
+    m_events->onClosed = [&] {
+        if (std::exchange(asked, true))
+            return;
+        QTimer::singleShot(0, &m_driver->window(), [&] {
+            requested = inside || first;
+            if (request.startsWith("btn"))
+                m_driver->click(request);
+            else
+                m_driver->callSlot(request);
+        });
+    };
+    // Delete tells what it has done.
+    withModalDialogs(
+        [&] {
+            if (first) {
+                m_driver->click("btnBack");
+                m_driver->click("btnStartScan");
+                QVERIFY(QTest::qWaitFor([&] { return requested && isQuiet(); }, 30'000));
+            } else {
+                inside = true;
+                m_driver->click("btnAll");
+                inside = false;
+            }
+        },
+        [](QWidget *dialog) { dialog->close(); });
+    QVERIFY(requested);
+
+    const QSet<QString> left = filesBelow(m_folder->path());
+    // Before the first rows, Delete is disabled.
+    const int deleted = request == "btnRemoveSelected" && !first ? 20 : 0;
+    QCOMPARE((before - left).size(), deleted);
+    QCOMPARE(rowsAreWhole(*m_driver), request != "btnVideos");
+    m_driver->click("btnAll");
+    if (m_driver->page() != u"duplicatespage")
+        QVERIFY(m_driver->scan());
+    if (deleted == 0)
+        QCOMPARE(m_driver->groupTitles(), titles);
+    verifyThePageIsInOrder();
+    m_driver->click("btnAll");
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), pairs - deleted - 1);
+}
+
+QTEST_MAIN(tst_interruptedLoads)
+#include "tst_interruptedLoads.moc"
