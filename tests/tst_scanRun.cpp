@@ -6,9 +6,11 @@
 #include <QDir>
 #include <QProgressBar>
 #include <QRegularExpression>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QThreadPool>
 
 using Qt::StringLiterals::operator""_s;
@@ -70,6 +72,7 @@ private slots:
     void init();
     void startsOnACleanScanPage();
     void paintsWhileThePoolIsBusy();
+    void leavesThePoolToOthersDuringAWalk();
     void scansNothingWithoutFolders();
     void animatesTheStatusWithUpToThreeDots();
     void showsElapsedTimeAndCounters();
@@ -124,6 +127,26 @@ void tst_scanRun::paintsWhileThePoolIsBusy()
     driver.click("btnStartScan");
     driver.window().repaint();
     QVERIFY(!gate.gaveUp());
+}
+
+void tst_scanRun::leavesThePoolToOthersDuringAWalk()
+{
+    constexpr int places = 200;
+    writePairs(m_folder->path(), 250, u"txt"_s);
+    WindowDriver driver;
+    driver.listFolder(m_folder->path(), places);
+    QThreadPool *const pool = QThreadPool::globalInstance();
+    const int threads = pool->maxThreadCount();
+    pool->setMaxThreadCount(1);
+    driver.click("btnStartScan");
+    while (scannedFileCount == 0)
+        QThread::yieldCurrentThread();
+    QSemaphore done;
+    pool->start([&done] { done.release(); });
+    done.acquire();
+    const qint32 scannedMeanwhile = scannedFileCount;
+    pool->setMaxThreadCount(threads);
+    QVERIFY(scannedMeanwhile < places * (3 + 2 * 250));
 }
 
 void tst_scanRun::scansNothingWithoutFolders()

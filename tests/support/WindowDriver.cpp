@@ -107,6 +107,18 @@ void WindowDriver::setFolders(const QStringList &paths)
         addFolder(path);
 }
 
+void WindowDriver::listFolder(const QString &path, int times)
+{
+    removeAllFolders();
+    auto *const list = find<QListWidget>("listScanFolders");
+    for (int i = 0; i < times; ++i) {
+        // A place is a row with a label.
+        auto *const row = new QWidget;
+        new QLabel(path, row);
+        list->setItemWidget(new QListWidgetItem(list), row);
+    }
+}
+
 void WindowDriver::chooseOptions(const std::function<void(QWidget *dialog)> &choose)
 {
     withModalDialogs([this] { click("btnScanOptions"); },

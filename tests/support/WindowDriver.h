@@ -64,6 +64,8 @@ public:
     /// Makes \a paths the only places to scan.
     void setFolders(const QStringList &paths);
 
+    /// Makes \a path the only place to scan, listed \a times times; quicker than through as many dialogs.
+    void listFolder(const QString &path, int times);
     /// Opens the scan options, lets \a choose change them and closes the dialog with OK.
     void chooseOptions(const std::function<void(QWidget *dialog)> &choose);
 
