@@ -5,7 +5,9 @@
 #     packaging/start-and-close.sh PICTURE.png COMMAND [ARGUMENT...]
 set -euo pipefail
 
+output=
 fail() {
+    [[ -z $output ]] || tail -n 20 "$output" >&2
     printf 'start-and-close.sh: %s\n' "$1" >&2
     exit 1
 }
@@ -41,16 +43,25 @@ output=$(mktemp)
 program=$!
 # shellcheck disable=SC2317 # called by the trap
 clean_up() {
-    kill "$program" 2>/dev/null && tail -n 20 "$output" >&2
+    kill "$program" 2>/dev/null || true
     rm -f "$output"
 }
 trap clean_up EXIT
 
-# The title is the program's name and nothing else, on every page.
+# The title is the program's name and nothing else, on every page. xdotool itself knows no capitals, and the box
+# that tells of a missing library is called like the file.
+find_window() {
+    local candidate
+    for candidate in $(xdotool search --onlyvisible --name '^Quillory$' 2>/dev/null); do
+        [[ $(xdotool getwindowname "$candidate" 2>/dev/null) == Quillory ]] && printf '%s\n' "$candidate" && return
+    done
+    return 1
+}
+
 window=
 for ((i = 0; i < seconds_to_open * 5; ++i)); do
     kill -0 "$program" 2>/dev/null || fail "$1 ended before it showed a window"
-    window=$(xdotool search --onlyvisible --name '^Quillory$' 2>/dev/null | head -n 1) && [[ -n $window ]] && break
+    window=$(find_window) && break
     sleep 0.2
 done
 [[ -n $window ]] || fail "$1 showed no window within $seconds_to_open seconds"
