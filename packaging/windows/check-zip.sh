@@ -13,7 +13,7 @@ readonly mingw=x86_64-w64-mingw32
 readonly zip=$1 version=$2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-unzip -q "$zip" -d "$work" || fail "$zip cannot be unpacked"
+unzip -q "$zip" -d "$work" 2>/dev/null || fail "$zip cannot be unpacked"
 readonly folder=$work/quillory-$version-windows-x64
 [[ $(ls -A "$work") == "$(basename -- "$folder")" ]] || fail "$zip does not hold the one folder of version $version"
 readonly program=$folder/quillory.exe
