@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Renders the SVG masters next to this script to the PNGs that resources.qrc compiles in.
+# Renders the SVG masters next to this script to the PNGs that resources.qrc compiles in, and the logo to the
+# icons that the packages install.
 set -euo pipefail
 
 art=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
@@ -20,7 +21,9 @@ render() {
 }
 
 command -v rsvg-convert >/dev/null || fail "rsvg-convert not found (Debian package librsvg2-bin)"
-mkdir -p "$out/images" "$out/icons" 2>/dev/null || fail "cannot create $out/images and $out/icons"
+command -v icotool >/dev/null || fail "icotool not found (Debian package icoutils)"
+mkdir -p "$out/images" "$out/icons" "$out/app-icons" 2>/dev/null ||
+    fail "cannot create $out/images, $out/icons and $out/app-icons"
 
 render logo.svg            256  256 images/logo.png
 render add_icon.svg        100  100 images/add_icon.png
@@ -32,3 +35,11 @@ render menu.svg             96   96 images/menu_hover.png '#1769ff'
 render scan_image_bg_1.svg 564  484 images/scan_image_bg_1.png
 render scan_bg.svg        2142  342 images/scan_bg.png
 render lock.svg             32   32 icons/lock.png
+
+for size in 16 24 32 48 64 128; do
+    render logo.svg "$size" "$size" "app-icons/$size.png"
+done
+# Inside the Windows icon the sizes that only newer systems ask for stay compressed.
+(cd "$out/app-icons" && icotool --create --output quillory.ico \
+    16.png 24.png 32.png 48.png 64.png --raw 128.png --raw ../images/logo.png) ||
+    fail "cannot make $out/app-icons/quillory.ico"

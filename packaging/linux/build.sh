@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Makes build/packages/quillory_<version>_<architecture>.deb and prints its path. With the hardening that Debian asks
+# for, so it builds in a folder of its own.
+set -euo pipefail
+
+fail() {
+    printf 'packaging/linux/build.sh: %s\n' "$1" >&2
+    exit 1
+}
+
+(($# == 0)) || fail "takes no arguments (got: $*)"
+cd "$(dirname -- "${BASH_SOURCE[0]}")/../.."
+readonly build=build/deb out=build/packages
+tools/setup.sh build deb >&2
+
+mkdir -p "$build" "$out" 2>/dev/null || fail "cannot create $PWD/$build and $PWD/$out"
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+# Dates in the package are those of the last change, not those of the build.
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
+export SOURCE_DATE_EPOCH
+if ! {
+    cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=None -DQUILLORY_BUILD_TESTS=OFF -DQUILLORY_BUILD_TOOLS=OFF \
+        -DCMAKE_CXX_FLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS) -DNDEBUG" \
+        -DCMAKE_EXE_LINKER_FLAGS="$(dpkg-buildflags --get LDFLAGS)" &&
+        rm -rf "$build/packages" &&
+        cmake --build "$build" --target quillory &&
+        cmake --build "$build" --target package
+} >"$build.log" 2>&1 </dev/null; then
+    tail -n 25 "$build.log" >&2
+    fail "the package could not be made; all of the output is in $build.log"
+fi
+package=$(basename -- "$build"/packages/*.deb)
+mv "$build/packages/$package" "$out/$package"
+printf '%s\n' "$PWD/$out/$package"

@@ -1,0 +1,103 @@
+#!/usr/bin/env bash
+# Makes the Debian package and checks it: descriptions, policy, then for real: installed, started on a virtual display,
+# closed, removed, nothing left behind. Needs root or sudo for the installation.
+set -euo pipefail
+
+fail() {
+    printf 'packaging/linux/check.sh: %s\n' "$1" >&2
+    exit 1
+}
+
+usage() {
+    cat <<'TEXT'
+Usage: packaging/linux/check.sh [--no-install]
+Makes the Debian package and checks it. --no-install leaves out what needs root: installing and removing it.
+TEXT
+}
+
+install=yes
+case "$#:${1:-}" in
+0:) ;;
+1:-h | 1:--help)
+    usage
+    exit
+    ;;
+1:--no-install) install= ;;
+*) fail "unknown arguments: $* (see --help)" ;;
+esac
+
+as_root() {
+    if ((EUID == 0)); then "$@"; else sudo -n "$@"; fi
+}
+is_installed() {
+    dpkg-query -W -f '${db:Status-Status}' quillory 2>/dev/null | grep -qx installed
+}
+# Everything on the machine that is called like the program, whoever put it there.
+traces() {
+    find /usr /etc /opt /var -xdev -iname '*quillory*' -not -path "$PWD/*" -not -path '*/.cache/*' 2>/dev/null | sort
+}
+
+cd "$(dirname -- "${BASH_SOURCE[0]}")/../.."
+if [[ $install ]]; then
+    ((EUID == 0)) || sudo -n true 2>/dev/null ||
+        fail "installing the package needs root or a sudo that does not ask (or give --no-install)"
+    ! is_installed || fail "quillory is installed on this machine already; remove it first"
+fi
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+package=$(packaging/linux/build.sh)
+dpkg-deb -x "$package" "$work/content"
+version=$(dpkg-deb -f "$package" Version)
+
+entry=$work/content/usr/share/applications/quillory.desktop
+desktop-file-validate "$entry" || fail "the menu entry is faulty"
+program=$(sed -n 's/^Exec=//p' "$entry")
+[[ -n $program && -x $work/content/usr/bin/$program ]] || fail "the menu entry starts no program of the package"
+icon=$(sed -n 's/^Icon=//p' "$entry")
+for file in 48x48/apps/"$icon".png scalable/apps/"$icon".svg; do
+    [[ -f $work/content/usr/share/icons/hicolor/$file ]] || fail "the package has no icon $file"
+done
+appstreamcli validate --no-net "$work"/content/usr/share/metainfo/*.xml >"$work/appstream" 2>&1 || {
+    cat "$work/appstream" >&2
+    fail "the catalogue entry is faulty"
+}
+grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml ||
+    fail "the catalogue entry does not name version $version"
+lintian_options=(--fail-on "error,warning")
+((EUID != 0)) || lintian_options+=(--allow-root)
+lintian "${lintian_options[@]}" "$package" || fail "lintian finds faults in $package"
+echo "$(basename -- "$package"): menu entry, catalogue entry and lintian are clean"
+[[ $install ]] || exit 0
+
+traces >"$work/before"
+as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+    -o DPkg::Lock::Timeout=300 "$package" >"$work/apt" 2>&1 || {
+    tail -n 20 "$work/apt" >&2
+    fail "the package cannot be installed"
+}
+uninstall() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get purge -y -qq -o DPkg::Lock::Timeout=300 quillory \
+        >"$work/apt" 2>&1
+}
+trap 'uninstall || true; rm -rf "$work"' EXIT
+
+mkdir "$work/home"
+HOME=$work/home XDG_CONFIG_HOME='' XDG_CACHE_HOME='' XDG_DATA_HOME='' tools/with-display.sh \
+    packaging/start-and-close.sh build/packages/quillory-linux.png "$program" ||
+    fail "the installed program does not start and end as it should"
+left=$(find "$work/home" -type f)
+[[ -z $left ]] || fail "the program left files behind in the home folder: ${left//$'\n'/ }"
+
+dpkg -L quillory | sort >"$work/files"
+uninstall || fail "the package cannot be removed"
+trap 'rm -rf "$work"' EXIT
+! is_installed || fail "the package is still installed after its removal"
+while IFS= read -r file; do
+    [[ -d $file || ! -e $file ]] || fail "$file is left behind"
+done <"$work/files"
+traces >"$work/after"
+left=$(comm -13 "$work/before" "$work/after")
+[[ -z $left ]] || fail "left behind: ${left//$'\n'/ }"
+echo "$(basename -- "$package"): installed, started, closed, removed, nothing left behind"
+echo "Its window: build/packages/quillory-linux.png"

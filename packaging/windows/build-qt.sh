@@ -1,0 +1,114 @@
+#!/usr/bin/env bash
+# Cross-builds the Qt that the Windows program ships with, from the source packages of the Qt that Debian has
+# installed: the machine's moc, uic and rcc must be of the same version as the libraries.
+# Prints the prefix. A prefix that is already in the cache is used again; a new one appears there complete or
+# not at all. About ten minutes on two cores.
+set -euo pipefail
+
+SCRIPT_NAME=build-qt.sh
+here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=packaging/windows/common.sh
+. "$here/common.sh"
+
+usage() {
+    cat <<'USAGE'
+Usage: packaging/windows/build-qt.sh
+Builds Qt for Windows x64 into ${QUILLORY_CACHE:-~/.cache/quillory} unless it is there, and prints its prefix.
+QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
+USAGE
+}
+
+# Part of the prefix's name: raise it when the options below change.
+recipe=1
+
+# Everything the program does not use is off, and what it uses comes from Qt's own bundled sources: the
+# libraries then depend on nothing but Windows.
+base_options=(
+    -DBUILD_SHARED_LIBS=ON
+    -DQT_QMAKE_TARGET_MKSPEC=win32-g++
+    -DFEATURE_pkg_config=OFF
+    -DINPUT_opengl=no
+    # The platform plugin does not link with either both or none of these.
+    -DFEATURE_direct2d=ON
+    -DFEATURE_direct2d1_1=OFF
+    # Debian's source package lacks the sources of this one.
+    -DFEATURE_tabletevent=OFF
+)
+for feature in dbus network sql printsupport xml vulkan icu glib zstd fontconfig qmake androiddeployqt \
+    system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion \
+    system_libb2; do
+    base_options+=("-DFEATURE_$feature=OFF")
+done
+# For thumbnails of WebP pictures.
+formats_options=(-DFEATURE_system_webp=OFF -DFEATURE_tiff=OFF -DFEATURE_jasper=OFF -DFEATURE_mng=OFF)
+
+# prepare_apt FOLDER: package lists of its own, so that the machine needs no deb-src entry and no root rights.
+prepare_apt() {
+    local apt=$1
+    mkdir -p "$apt/lists/partial" "$apt/archives/partial" "$apt/sources.list.d"
+    apt-get indextargets --format "deb-src \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" 'Created-By: Packages' |
+        grep '/debian' | sort -u >"$apt/sources.list" || fail "apt-get knows no Debian mirror"
+    apt_options=(-o "Dir::Etc::sourcelist=$apt/sources.list" -o "Dir::Etc::sourceparts=$apt/sources.list.d"
+        -o "Dir::State::lists=$apt/lists" -o "Dir::Cache=$apt" -o "Dir::Cache::archives=$apt/archives"
+        -o APT::Sandbox::User=root)
+    logged "$apt/update.log" "reading Debian's source lists" apt-get "${apt_options[@]}" update
+}
+
+# build_module PACKAGE VERSION OPTION...: from Debian's source package into the stage.
+build_module() {
+    local package=$1 version=$2 folder=$work/$1
+    shift 2
+    mkdir "$folder"
+    (cd "$folder" && logged "$folder/download.log" "downloading $package $version" \
+        apt-get "${apt_options[@]}" source --download-only "$package=$version")
+    # What apt-get downloads it has checked already.
+    logged "$folder/unpack.log" "unpacking $package" \
+        dpkg-source --no-check -x "$folder"/*.dsc "$folder/source"
+    logged "$folder/configure.log" "configuring $package" \
+        cmake -G Ninja -S "$folder/source" -B "$folder/build" -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DQUILLORY_WINDOWS_QT="$stage" \
+        -DCMAKE_INSTALL_PREFIX="$prefix" -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "$@"
+    logged "$folder/build.log" "building $package $version" cmake --build "$folder/build" --parallel "$jobs"
+    logged "$folder/install.log" "installing $package" \
+        env DESTDIR="$work/stage" cmake --install "$folder/build" --strip
+    mkdir -p "$stage/LICENSES"
+    cp "$folder"/source/LICENSES/* "$stage/LICENSES/"
+    cp "$folder/source/debian/copyright" "$stage/LICENSES/$package-copyright.txt"
+}
+
+[[ ${1:-} == --help || ${1:-} == -h ]] && { usage; exit; }
+(($# == 0)) || fail "takes no arguments (got: $*)"
+jobs=${QUILLORY_JOBS:-$(nproc)}
+[[ $jobs =~ ^[1-9][0-9]*$ ]] || fail "QUILLORY_JOBS must be a positive number (got: $jobs)"
+[[ $(uname -sm) == "Linux x86_64" ]] || fail "runs on Linux x86_64 only (this is $(uname -sm))"
+"$here/../../tools/setup.sh" build windows >&2
+
+version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev 2>/dev/null) || fail "qt6-base-dev is not installed"
+cache=${QUILLORY_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillory}
+mkdir -p "$cache" 2>/dev/null || fail "cannot make the cache folder $cache"
+[[ -w $cache ]] || fail "cannot write into the cache folder $cache"
+cache=$(CDPATH="" cd -- "$cache" && pwd)
+prefix=$cache/qt-$version-windows-x64-r$recipe
+if [[ -e $prefix/complete ]]; then
+    printf '%s\n' "$prefix"
+    exit
+fi
+
+# Two builds at a time would only slow each other down; the second one finds the first one's result.
+exec 9>"$cache/qt-windows.lock"
+flock 9
+if [[ ! -e $prefix/complete ]]; then
+    work=$cache/qt-windows-build
+    stage=$work/stage$prefix
+    rm -rf "$work" "$prefix"
+    mkdir -p "$work"
+    prepare_apt "$work/apt"
+    note "this takes about ten minutes on two cores, once"
+    build_module qt6-base "$version" "${base_options[@]}"
+    build_module qt6-imageformats "$(apt-get "${apt_options[@]}" --print-uris -qq --only-source source \
+        qt6-imageformats | sed -n "s/.* qt6-imageformats_\(.*\)\.dsc .*/\1/p")" "${formats_options[@]}"
+    touch "$stage/complete"
+    mv "$stage" "$prefix"
+    rm -rf "$work"
+fi
+printf '%s\n' "$prefix"

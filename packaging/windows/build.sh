@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# Makes the program for Windows on a Debian machine: build/packages/quillory-<version>-windows-x64.zip. See --help.
+set -euo pipefail
+
+SCRIPT_NAME=packaging/windows/build.sh
+here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=packaging/windows/common.sh
+. "$here/common.sh"
+
+usage() {
+    cat <<'TEXT'
+Usage: packaging/windows/build.sh [--test [CTEST-ARGUMENT...]]
+
+Cross-builds the program and packs it with its libraries: build/packages/quillory-<version>-windows-x64.zip.
+The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about ten minutes on two cores).
+
+--test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
+        on a virtual display. Arguments after it go to ctest: --test -R wholeRoad
+
+QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
+TEXT
+}
+
+test=
+case ${1:-} in
+'') ;;
+-h | --help)
+    usage
+    exit
+    ;;
+--test)
+    test=ON
+    shift
+    ;;
+*) fail "unknown argument: $1 (see --help)" ;;
+esac
+jobs=${QUILLORY_JOBS:-$(nproc)}
+[[ $jobs =~ ^[1-9][0-9]*$ ]] || fail "QUILLORY_JOBS must be a positive number (got: $jobs)"
+
+cd "$here/../.."
+readonly build=$PWD/build/windows out=$PWD/build/packages
+mkdir -p "$build" "$out" 2>/dev/null || fail "cannot create $build and $out"
+tools/setup.sh build windows ${test:+wine}
+qt=$("$here/build-qt.sh")
+
+# Dates in the zip and in the programs are those of the last change, not those of the build.
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
+export SOURCE_DATE_EPOCH
+
+targets=(--target quillory)
+[[ -z $test ]] || targets=()
+logged "$build/configure.log" "configuring" cmake -G Ninja -S . -B "$build" \
+    -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DQUILLORY_WINDOWS_QT="$qt" \
+    -DCMAKE_BUILD_TYPE=Release -DQUILLORY_WARNINGS_AS_ERRORS=ON \
+    -DQUILLORY_BUILD_TESTS="${test:-OFF}" -DQUILLORY_BUILD_TOOLS="${test:-OFF}" \
+    -DCMAKE_CROSSCOMPILING_EMULATOR="$here/wine.sh;$build/wine"
+logged "$build/build.log" "building" cmake --build "$build" --parallel "$jobs" "${targets[@]}"
+version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
+name=quillory-$version-windows-x64
+
+# The program, the plugins it uses and every library that one of them asks for.
+stage=$build/stage
+rm -rf "$stage"
+logged "$build/install.log" "packing" cmake --install "$build" --prefix "$stage/$name" --strip
+for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/q{gif,ico,jpeg,webp}; do
+    install -D -m 755 "$qt/plugins/$plugin.dll" "$stage/$name/$plugin.dll" || fail "Qt has no plugin $plugin"
+done
+"$here/add-libraries.sh" "$stage/$name" "$qt/bin"
+"$here/add-licences.sh" "$stage/$name" "$qt"
+
+# Sorted and dated, so that packing twice gives the same bytes.
+find "$stage/$name" -exec touch --date="@$SOURCE_DATE_EPOCH" {} +
+rm -f "$stage/$name.zip"
+(cd "$stage" && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -9 -X -@ "$name.zip") || fail "zip failed"
+"$here/check-zip.sh" "$stage/$name.zip" "$version"
+mv "$stage/$name.zip" "$out/$name.zip"
+echo "$out/$name.zip"
+[[ -z $test ]] || exec "$here/test-under-wine.sh" "$build" "$stage/$name" "$qt" "$@"

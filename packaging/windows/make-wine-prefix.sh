@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# Makes a Wine prefix to try Windows programs in, with the content of a folder in C:\quillory:
+#
+#     packaging/windows/make-wine-prefix.sh PREFIX FOLDER
+#
+# It looks like a Windows 10 with two drives, C: and D:. Nothing else of the machine is visible in it: a scan of all
+# drives stays inside. An existing prefix is used again, with the new content.
+set -euo pipefail
+
+SCRIPT_NAME=make-wine-prefix.sh
+here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=packaging/windows/common.sh
+. "$here/common.sh"
+
+(($# == 2)) || fail "say which prefix to make and which folder to put into it"
+[[ -d $2 ]] || fail "there is no folder $2"
+wine64=${QUILLORY_WINE64:-/usr/lib/wine/wine64}
+[[ -x $wine64 ]] || fail "Wine is missing ($wine64; Debian package wine64)"
+mkdir -p "$(dirname -- "$1")"
+prefix=$(realpath -m -- "$1")
+content=$(realpath -- "$2")
+[[ ! -e $prefix || -e $prefix/complete || ! -e $prefix/drive_c ]] || rm -rf "$prefix" # a half-made one
+
+export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+unset DISPLAY
+in_wine() {
+    timeout --kill-after=20 300 "$wine64" "$@" </dev/null >>"$prefix.log" 2>&1 || fail "Wine cannot run $1 (see $prefix.log)"
+}
+wait_for_wine() {
+    timeout 300 "$(dirname -- "$wine64")/wineserver64" -w || fail "Wine does not come to an end"
+}
+# A LOGFONTW record in hexadecimal: the font with this name, 12 pixels high, of usual weight.
+log_font() {
+    local hex record
+    hex=$(printf %s "$1" | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
+    printf -v record '%s%024d%s%016d%s' f4ffffff 0 90010000 0 "$hex"
+    printf '%s%0*d' "$record" $((184 - ${#record})) 0
+}
+
+if [[ ! -e $prefix/complete ]]; then
+    note "making a Wine prefix in $prefix"
+    : >"$prefix.log"
+    in_wine wineboot --init
+    in_wine winecfg /v win10
+    # A crash would wait for somebody to close its dialog.
+    in_wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
+    # Letters as smooth and as wide as those of Windows, for pictures that show what fits where.
+    in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f
+    in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
+    for use in Message Menu Status; do
+        in_wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v "${use}Font" /t REG_BINARY \
+            /d "$(log_font 'Open Sans')" /f
+    done
+    wait_for_wine
+    cp /usr/share/wine/fonts/*.ttf "$prefix/drive_c/windows/Fonts/" || fail "Wine's fonts are missing (fonts-wine)"
+    cp /usr/share/fonts/truetype/open-sans/OpenSans-*.ttf "$prefix/drive_c/windows/Fonts/" ||
+        fail "Open Sans is missing (fonts-open-sans)"
+    # The user's folders are links into the machine's home folder.
+    while IFS= read -r -d '' link; do
+        rm "$link" && mkdir "$link"
+    done < <(find "$prefix/drive_c/users" -type l -print0)
+    rm -f "$prefix"/dosdevices/z: "$prefix"/dosdevices/[d-z]::
+    mkdir -p "$prefix/drive_d"
+    ln -sfn ../drive_d "$prefix/dosdevices/d:"
+    touch "$prefix/complete"
+fi
+rm -rf "$prefix/drive_c/quillory"
+cp -r "$content" "$prefix/drive_c/quillory"

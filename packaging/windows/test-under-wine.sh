@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Runs what build.sh has built under Wine: the tests, the packed program, the tour through its pages.
+#
+#     packaging/windows/test-under-wine.sh BUILD PACKED-FOLDER QT [CTEST-ARGUMENT...]
+set -euo pipefail
+
+SCRIPT_NAME=test-under-wine.sh
+here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=packaging/windows/common.sh
+. "$here/common.sh"
+
+(($# >= 3)) || fail "build.sh --test starts this script"
+build=$1 packed=$2 qt=$3
+shift 3
+readonly pages=$build/pages
+
+# What is packed, and what only tests need.
+content=$build/wine-content
+rm -rf "$content"
+cp -r "$packed" "$content"
+install -D "$qt/plugins/platforms/qoffscreen.dll" "$content/platforms/qoffscreen.dll"
+cp "$qt/bin/Qt6Test.dll" "$content/"
+"$here/make-wine-prefix.sh" "$build/wine" "$content"
+
+# Ends what a test may have left running in the prefix.
+trap 'WINEPREFIX=$build/wine /usr/lib/wine/wineserver64 -k || true' EXIT
+
+echo "Tests, under Wine:"
+QUILLORY_TEST_SECOND_DRIVE=D:/ ctest --test-dir "$build" --output-on-failure --no-tests=error "$@" ||
+    fail "tests have failed under Wine"
+echo "Left out, and why:"
+grep -a '^SKIP ' "$build/Testing/Temporary/LastTest.log" || echo "nothing"
+
+rm -rf "$pages"
+mkdir -p "$pages"
+root=$here/../..
+"$root/tools/with-display.sh" "$root/packaging/start-and-close.sh" "$pages/packed.png" \
+    "$here/wine.sh" "$build/wine" "$packed/quillory.exe" || fail "the packed program does not start and end as it should"
+echo "The packed program starts and ends; its window: $pages/packed.png"
+
+tour=$build/tools/tour/quillory-tour.exe
+if [[ -f $tour ]]; then
+    "$root/tools/with-display.sh" "$here/wine.sh" "$build/wine" "$tour" --output 'C:\quillory\pages' ||
+        fail "the tour has failed under Wine"
+    cp "$build"/wine/drive_c/quillory/pages/*.png "$pages/"
+    echo "The tour has gone through all pages; their pictures: $pages"
+fi

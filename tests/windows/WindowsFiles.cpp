@@ -1,0 +1,42 @@
+#include "tests/windows/WindowsFiles.h"
+
+#include <QDir>
+
+#include <qt_windows.h>
+
+#include <string>
+
+namespace {
+
+std::wstring nativePath(const QString &path)
+{
+    return QDir::toNativeSeparators(path).toStdWString();
+}
+
+} // namespace
+
+bool runsUnderWine()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+void setReadOnly(const QString &path, bool readOnly)
+{
+    const DWORD attributes = readOnly ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL;
+    if (!SetFileAttributesW(nativePath(path).c_str(), attributes))
+        qFatal("Cannot change the attributes of %s", qPrintable(path));
+}
+
+OpenFile::OpenFile(const QString &path, Sharing sharing)
+    : m_handle(CreateFileW(nativePath(path).c_str(), GENERIC_READ,
+          sharing == Sharing::Reading ? FILE_SHARE_READ : 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+          nullptr))
+{
+    if (m_handle == INVALID_HANDLE_VALUE)
+        qFatal("Cannot open %s", qPrintable(path));
+}
+
+OpenFile::~OpenFile()
+{
+    CloseHandle(m_handle);
+}

@@ -1,0 +1,105 @@
+#include "tests/support/TestFiles.h"
+#include "tests/support/WindowDriver.h"
+#include "tests/windows/WindowsFiles.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <optional>
+
+/// Files that Windows refuses to delete stay, and are counted.
+class tst_windowsUndeletableFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void countsAsFailedAndStays_data();
+    void countsAsFailedAndStays();
+    void fileHeldOpenWithoutSharingIsNoDuplicate();
+};
+
+namespace {
+
+enum class Obstacle { ReadOnly, OpenForNobodyElse, OpenForReaders };
+
+/// Puts an obstacle in the way of a file's deletion, as long as it lives.
+class Obstruction
+{
+public:
+    Obstruction(const QString &path, Obstacle obstacle)
+        : m_path(path)
+    {
+        if (obstacle == Obstacle::ReadOnly)
+            setReadOnly(path, true);
+        else
+            m_open.emplace(path, obstacle == Obstacle::OpenForReaders ? Sharing::Reading : Sharing::Nothing);
+    }
+    ~Obstruction()
+    {
+        m_open.reset();
+        setReadOnly(m_path, false);
+    }
+    Q_DISABLE_COPY_MOVE(Obstruction)
+
+private:
+    QString m_path;
+    std::optional<OpenFile> m_open;
+};
+
+} // namespace
+
+void tst_windowsUndeletableFiles::countsAsFailedAndStays_data()
+{
+    QTest::addColumn<Obstacle>("obstacle");
+
+    QTest::newRow("read-only attribute") << Obstacle::ReadOnly;
+    QTest::newRow("open in another program, for itself alone") << Obstacle::OpenForNobodyElse;
+    QTest::newRow("open in another program that lets others read") << Obstacle::OpenForReaders;
+}
+
+void tst_windowsUndeletableFiles::countsAsFailedAndStays()
+{
+    QFETCH(const Obstacle, obstacle);
+    const QTemporaryDir folder;
+    writeFile(folder.filePath(QStringLiteral("stuck.txt")), "stuck");
+    writeFile(folder.filePath(QStringLiteral("copy of stuck.txt")), "stuck");
+    writeFile(folder.filePath(QStringLiteral("free.txt")), "free as a bird");
+    writeFile(folder.filePath(QStringLiteral("copy of free.txt")), "free as a bird");
+
+    WindowDriver driver;
+    driver.setFolders({folder.path()});
+    QVERIFY(driver.scan());
+    const QStringList ticked = driver.tickedPaths();
+    QCOMPARE(ticked.size(), 2);
+    const QString stuck = ticked.filter(QStringLiteral("stuck")).constFirst();
+    const QString free = ticked.filter(QStringLiteral("free")).constFirst();
+
+    const Obstruction obstruction(stuck, obstacle);
+    QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),
+        (QList<ShownBox>{{QStringLiteral("Deletion Complete"),
+            QStringLiteral("Deleted 1 files successfully, 1 files failed.")}}));
+    QVERIFY(QFile::exists(stuck));
+    QVERIFY(!QFile::exists(free));
+}
+
+void tst_windowsUndeletableFiles::fileHeldOpenWithoutSharingIsNoDuplicate()
+{
+    const QTemporaryDir folder;
+    const QString open = folder.filePath(QStringLiteral("open.txt"));
+    writeFile(open, "the same");
+    writeFile(folder.filePath(QStringLiteral("first.txt")), "the same");
+    writeFile(folder.filePath(QStringLiteral("second.txt")), "the same");
+    const OpenFile held(open, Sharing::Nothing);
+
+    WindowDriver driver;
+    driver.setFolders({folder.path()});
+    QVERIFY(driver.scan());
+
+    const QStringList shown = driver.filePaths();
+    QCOMPARE(shown.size(), 2);
+    QVERIFY(!shown.contains(open));
+}
+
+QTEST_MAIN(tst_windowsUndeletableFiles)
+#include "tst_windowsUndeletableFiles.moc"
