@@ -1,0 +1,102 @@
+#include "results/GroupTicks.h"
+#include "tests/fuzz/FuzzReport.h"
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+namespace {
+
+/// A result, which of its groups the category shows, and what is ticked in the rows that are loaded.
+struct Page
+{
+    QList<DuplicateGroup> groups;
+    QList<qsizetype> shown;
+    QList<QSet<QString>> ticked;
+
+    QList<DuplicateGroup *> shownGroups()
+    {
+        QList<DuplicateGroup *> pointers;
+        for (const qsizetype position : std::as_const(shown))
+            pointers.append(&groups[position]);
+        return pointers;
+    }
+};
+
+/// Few paths, so that groups meet others with the same files, the same first file or another order.
+QList<QString> consumePaths(FuzzedDataProvider &data)
+{
+    QList<QString> paths;
+    for (int count = data.ConsumeIntegralInRange(0, 4); count > 0; --count)
+        paths.append(QLatin1String(data.PickValueInArray({"/a", "/b", "/A", "/a ", "/a/b", ""})));
+    return paths;
+}
+
+QSet<QString> consumePathSet(FuzzedDataProvider &data)
+{
+    const QList<QString> paths = consumePaths(data);
+    return QSet<QString>(paths.cbegin(), paths.cend());
+}
+
+DuplicateGroup consumeGroup(FuzzedDataProvider &data)
+{
+    DuplicateGroup group;
+    group.files = consumePaths(data);
+    group.markedFiles = consumePathSet(data);
+    // Not derived from the marks: it may lag behind them.
+    group.hasMarkedFiles = data.ConsumeBool();
+    return group;
+}
+
+Page consumePage(FuzzedDataProvider &data)
+{
+    Page page;
+    for (int count = data.ConsumeIntegralInRange(0, 12); count > 0; --count)
+        page.groups.append(consumeGroup(data));
+    for (qsizetype i = 0; i < page.groups.size(); ++i) {
+        if (data.ConsumeBool())
+            page.shown.append(i);
+    }
+    for (auto count = data.ConsumeIntegralInRange<qsizetype>(0, page.shown.size() + 1); count > 0; --count)
+        page.ticked.append(consumePathSet(data));
+    return page;
+}
+
+/// Row after row, and for each row all groups.
+void saveTicksPlainly(Page &page)
+{
+    for (qsizetype row = 0; row < page.shown.size(); ++row) {
+        DuplicateGroup &group = page.groups[page.shown.at(row)];
+        group.markedFiles = {};
+        if (row >= page.ticked.size())
+            continue;
+        for (const QString &path : page.ticked.at(row))
+            group.markedFiles.insert(path);
+        group.hasMarkedFiles = !group.markedFiles.isEmpty();
+        for (DuplicateGroup &other : page.groups) {
+            if (other.files == group.files) {
+                other.markedFiles = group.markedFiles;
+                other.hasMarkedFiles = group.hasMarkedFiles;
+            }
+        }
+    }
+}
+
+} // namespace
+
+/// Where the ticks of the rows end up, for any result and any ticks.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
+{
+    FuzzedDataProvider data(bytes, count);
+    Page page = consumePage(data);
+    Page expected = page;
+    const Page before = page;
+
+    saveTicksPlainly(expected);
+    saveTicks(page.groups, page.shownGroups(), page.ticked);
+    for (qsizetype i = 0; i < before.groups.size(); ++i) {
+        const auto input = qMakePair(i, before.groups.at(i).files);
+        expectEqual("Files", page.groups.at(i).files, before.groups.at(i).files, input);
+        expectEqual("Marks", page.groups.at(i).markedFiles, expected.groups.at(i).markedFiles, input);
+        expectEqual("Marked", page.groups.at(i).hasMarkedFiles, expected.groups.at(i).hasMarkedFiles, input);
+    }
+    return 0;
+}

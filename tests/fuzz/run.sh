@@ -1,0 +1,77 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets with clang and lets each look for findings for a while.
+#
+#   tests/fuzz/run.sh [--keep] [SECONDS]     seconds per target, 20 unless told otherwise
+#
+# Each target starts from a copy of its kept corpus (tests/fuzz/corpus). With --keep the smallest set of
+# inputs that reaches all the code reached so far replaces the kept corpus. Fails when any target has a finding;
+# the input that shows it is left in build/fuzz/findings.
+set -euo pipefail
+
+targets=(fuzz_fileHash fuzz_fileCategories fuzz_groupTicks)
+
+fail() {
+    echo "tests/fuzz/run.sh: $*" >&2
+    exit 2
+}
+
+keep=no
+if [[ ${1-} == --keep ]]; then
+    keep=yes
+    shift
+fi
+seconds=${1-20}
+[[ $# -le 1 ]] || fail "expected at most one number of seconds, got $# arguments"
+[[ $seconds =~ ^[1-9][0-9]{0,4}$ ]] || fail "expected seconds per target from 1 to 99999, not '$seconds'"
+for tool in clang++ cmake ninja; do
+    command -v "$tool" >/dev/null || fail "$tool is missing"
+done
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+build=$root/build/fuzz
+findings=$build/findings
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+mkdir -p "$findings"
+
+cd "$root"
+for step in "cmake --preset fuzz" "cmake --build --preset fuzz --target fuzzers"; do
+    if ! $step >"$scratch/build.log" 2>&1; then
+        cat "$scratch/build.log" >&2
+        fail "the fuzz targets do not build"
+    fi
+done
+
+# The number behind the last "$1: " of libFuzzer's log $2.
+figure() {
+    sed -n "s/.* $1: \([0-9]*\) .*/\1/p" "$2" | tail -1
+}
+
+run_target() {
+    local target=$1 log=$scratch/$1.log corpus=$scratch/$1 found=yes kept executions
+    mkdir -p "$corpus"
+    cp "$root/tests/fuzz/corpus/$target"/* "$corpus"
+    kept=$(find "$corpus" -type f | wc -l)
+    "$build/tests/fuzz/$target" -max_total_time="$seconds" -timeout=20 -print_final_stats=1 \
+        -artifact_prefix="$findings/$target-" "$corpus" >"$log" 2>&1 && found=no
+    executions=$(sed -n 's/^stat::number_of_executed_units: //p' "$log")
+    if [[ $found == yes || -z $executions ]]; then
+        echo "$target: FINDING after ${executions:-no} executions"
+        grep -avE '^(#[0-9]|INFO|stat::)' "$log" | head -60
+        return 1
+    fi
+    echo "$target: $executions executions, no finding," \
+        "$(figure cov "$log") edges and $(figure ft "$log") features reached, from $kept kept inputs"
+    if [[ $keep == yes ]]; then
+        mkdir "$corpus.merged"
+        "$build/tests/fuzz/$target" -merge=1 -use_counters=0 "$corpus.merged" "$corpus" >"$log" 2>&1
+        rm -f "$root/tests/fuzz/corpus/$target"/*
+        cp "$corpus.merged"/* "$root/tests/fuzz/corpus/$target"
+    fi
+}
+
+status=0
+for target in "${targets[@]}"; do
+    run_target "$target" || status=1
+done
+exit $status
