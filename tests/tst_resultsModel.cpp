@@ -29,7 +29,7 @@ private:
 
 namespace {
 
-constexpr int sequencesPerScan = 12;
+constexpr int sequencesPerScan = 20;
 
 } // namespace
 

@@ -20,8 +20,6 @@ ExpectedDisk::~ExpectedDisk()
 
 void ExpectedDisk::write(const QString &path, const QByteArray &content)
 {
-    if (m_turnedFolders.remove(path))
-        QDir(path).removeRecursively();
     writeFile(path, content);
     // Null means no file.
     m_files.insert(path, content.isNull() ? QByteArray("") : content);
@@ -31,18 +29,14 @@ void ExpectedDisk::vanish(const QString &path)
 {
     if (m_locked.remove(path))
         setDeletionLock(path, false);
-    if (m_turnedFolders.remove(path))
-        QDir(path).removeRecursively();
-    else
-        QFile::remove(path);
+    QFile::remove(path);
     m_files.remove(path);
 }
 
 void ExpectedDisk::turnIntoFolder(const QString &path)
 {
     vanish(path);
-    writeFile(path + QStringLiteral("/inside"), "x");
-    m_turnedFolders.insert(path);
+    write(path + QStringLiteral("/inside"), "x");
 }
 
 bool ExpectedDisk::lock(const QString &path)
@@ -70,9 +64,7 @@ QString ExpectedDisk::differences() const
                 found.insert(path);
         }
     }
-    QSet<QString> expected(m_files.keyBegin(), m_files.keyEnd());
-    for (const QString &path : m_turnedFolders)
-        expected.insert(path + QStringLiteral("/inside"));
+    const QSet<QString> expected(m_files.keyBegin(), m_files.keyEnd());
     QStringList lines;
     for (const QString &path : expected - found)
         lines.append(QStringLiteral("must still be on the disk: ") + path);
@@ -103,5 +95,4 @@ void ExpectedDisk::clear()
     }
     m_locked.clear();
     m_files.clear();
-    m_turnedFolders.clear();
 }

@@ -48,6 +48,5 @@ public:
 private:
     const QStringList m_folders;
     QHash<QString, QByteArray> m_files;
-    QSet<QString> m_turnedFolders;
     QSet<QString> m_locked;
 };

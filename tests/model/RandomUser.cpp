@@ -87,12 +87,14 @@ void RandomUser::goBack()
     m_model.goBack();
 }
 
-void RandomUser::scan()
+void RandomUser::scan(bool fillAnew)
 {
-    m_log.clear();
+    if (fillAnew)
+        m_log.clear();
     if (m_driver.page() == u"duplicatespage")
         goBack();
-    fillFolders();
+    if (fillAnew)
+        fillFolders();
     QStringList collected;
     for (const QString &place : std::as_const(m_places)) {
         QDirIterator files(place, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
@@ -145,7 +147,7 @@ void RandomUser::step()
     else if (dice < 99)
         changeDisk();
     else
-        scan();
+        scan(below(3) == 0);
 }
 
 void RandomUser::clickCategory()

@@ -28,8 +28,8 @@ public:
     /// Scans \a places below \a root. The same \a seed does the same again.
     RandomUser(const QString &root, const QStringList &places, quint32 seed);
 
-    /// Fills the folders anew and scans them.
-    void scan();
+    /// Scans the places, with the folders filled anew or as they are.
+    void scan(bool fillAnew = true);
     /// A few steps, then a look at the content of every file.
     void sequence();
     [[nodiscard]] const Reached &reached() const
