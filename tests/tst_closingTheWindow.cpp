@@ -72,15 +72,7 @@ void tst_closingTheWindow::cleanup()
 void tst_closingTheWindow::openWindowWith(int numberOfPlaces)
 {
     m_driver.reset(new WindowDriver);
-    m_driver->removeAllFolders();
-    // As the Add button does it, but without a hundred dialogs: a place is a row with a label.
-    auto *const list = m_driver->find<QListWidget>("listScanFolders");
-    for (int i = 0; i < numberOfPlaces; ++i) {
-        auto *const item = new QListWidgetItem(list);
-        auto *const row = new QWidget;
-        new QLabel(m_folder.path(), row);
-        list->setItemWidget(item, row);
-    }
+    m_driver->listFolders(QStringList(numberOfPlaces, m_folder.path()));
 }
 
 void tst_closingTheWindow::beforeTheWalkBegins()

@@ -107,6 +107,19 @@ void WindowDriver::setFolders(const QStringList &paths)
         addFolder(path);
 }
 
+void WindowDriver::listFolders(const QStringList &paths)
+{
+    removeAllFolders();
+    auto *const list = find<QListWidget>("listScanFolders");
+    // The scan takes the text of a row's first label for the path.
+    for (const QString &path : paths) {
+        auto *const item = new QListWidgetItem(list);
+        auto *const row = new QWidget;
+        new QLabel(path, row);
+        list->setItemWidget(item, row);
+    }
+}
+
 void WindowDriver::chooseOptions(const std::function<void(QWidget *dialog)> &choose)
 {
     withModalDialogs([this] { click("btnScanOptions"); },

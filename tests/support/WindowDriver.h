@@ -63,6 +63,8 @@ public:
     void addFolder(const QString &path);
     /// Makes \a paths the only places to scan.
     void setFolders(const QStringList &paths);
+    /// The same without a dialog for each of them, for tests that need many windows or places.
+    void listFolders(const QStringList &paths);
 
     /// Opens the scan options, lets \a choose change them and closes the dialog with OK.
     void chooseOptions(const std::function<void(QWidget *dialog)> &choose);
