@@ -72,7 +72,7 @@ void tst_closingTheWindow::cleanup()
 void tst_closingTheWindow::openWindowWith(int numberOfPlaces)
 {
     m_driver.reset(new WindowDriver);
-    m_driver->listFolder(m_folder.path(), numberOfPlaces);
+    m_driver->listFolders(QStringList(numberOfPlaces, m_folder.path()));
 }
 
 void tst_closingTheWindow::beforeTheWalkBegins()

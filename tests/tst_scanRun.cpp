@@ -134,7 +134,7 @@ void tst_scanRun::leavesThePoolToOthersDuringAWalk()
     constexpr int places = 200;
     writePairs(m_folder->path(), 250, u"txt"_s);
     WindowDriver driver;
-    driver.listFolder(m_folder->path(), places);
+    driver.listFolders(QStringList(places, m_folder->path()));
     QThreadPool *const pool = QThreadPool::globalInstance();
     const int threads = pool->maxThreadCount();
     pool->setMaxThreadCount(1);

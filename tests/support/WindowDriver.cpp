@@ -107,15 +107,16 @@ void WindowDriver::setFolders(const QStringList &paths)
         addFolder(path);
 }
 
-void WindowDriver::listFolder(const QString &path, int times)
+void WindowDriver::listFolders(const QStringList &paths)
 {
     removeAllFolders();
     auto *const list = find<QListWidget>("listScanFolders");
-    for (int i = 0; i < times; ++i) {
-        // A place is a row with a label.
+    // The scan takes the text of a row's first label for the path.
+    for (const QString &path : paths) {
+        auto *const item = new QListWidgetItem(list);
         auto *const row = new QWidget;
         new QLabel(path, row);
-        list->setItemWidget(new QListWidgetItem(list), row);
+        list->setItemWidget(item, row);
     }
 }
 

@@ -63,9 +63,9 @@ public:
     void addFolder(const QString &path);
     /// Makes \a paths the only places to scan.
     void setFolders(const QStringList &paths);
+    /// The same without a dialog for each of them, for tests that need many windows or places.
+    void listFolders(const QStringList &paths);
 
-    /// Makes \a path the only place to scan, listed \a times times; quicker than through as many dialogs.
-    void listFolder(const QString &path, int times);
     /// Opens the scan options, lets \a choose change them and closes the dialog with OK.
     void chooseOptions(const std::function<void(QWidget *dialog)> &choose);
 

@@ -1,0 +1,281 @@
+#include "tests/model/RandomUser.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QScrollBar>
+#include <QTest>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int stepsPerSequence = 5;
+
+} // namespace
+
+RandomUser::RandomUser(const QString &root, const QStringList &places, quint32 seed)
+    : m_bystanders({root + u"/untouched"_s})
+    , m_disk({root + u"/a"_s, root + u"/b"_s})
+    , m_model(m_disk, m_driver.labelText("labelStatsInfo"))
+    , m_random(seed)
+{
+    for (const char *name : {"photo.jpg", "copy of photo.jpg", "a/f0.txt"})
+        m_bystanders.write(root + u"/untouched/"_s + QLatin1StringView(name), "the same everywhere");
+    for (const QString &place : places) {
+        m_places.append(root + u'/' + place);
+        QDir().mkpath(m_places.last());
+    }
+    m_driver.setFolders(m_places);
+}
+
+QString RandomUser::freshPath()
+{
+    static const QStringList suffixes{u".jpg"_s, u".JPG"_s, u".mp4"_s, u".mp3"_s, u".txt"_s, u".zip"_s,
+        u".heic"_s, u".tar.gz"_s, QString(), u".Docx"_s, u". mp3"_s, u" %1.pdf"_s};
+    static const QStringList folders{u"/a/"_s, u"/a/inside/"_s, u"/a/inside/deep/"_s, u"/b/"_s};
+    const QString root = m_places.first().left(m_places.first().lastIndexOf(u'/'));
+    return root + oneOf(folders) + u'f' + QString::number(m_files++) + oneOf(suffixes);
+}
+
+/// Content whose fingerprint all files of a group share; what the fingerprint does not look at differs.
+QByteArray RandomUser::content(int group, int file)
+{
+    const QByteArray mark = "group " + QByteArray::number(group) + ' ';
+    const QByteArray ownMark = "file " + QByteArray::number(file);
+    switch (group % 12) {
+    case 0: // Only the first 4096 bytes count, in size classes of their own.
+        return mark.leftJustified(4096, '.') + ownMark.leftJustified(904 + 1000 * (file % 2), '.');
+    case 1: // The middle does not count.
+        return mark.leftJustified(4096, '.') + ownMark.leftJustified(2000, '.') + QByteArray(4096, 't');
+    case 2: // The end does.
+        return mark.leftJustified(6000, '.') + ownMark.leftJustified(4096, '.');
+    case 3: // No copies, but all of one size.
+        return (ownMark + ' ' + mark).leftJustified(30, '.');
+    case 4:
+        return group % 24 == 4 ? QByteArray("") : mark + ownMark;
+    default:
+        return mark.leftJustified(10 + 40 * (group % 5), '.');
+    }
+}
+
+void RandomUser::fillFolders()
+{
+    m_disk.clear();
+    m_files = 0;
+    static const QList<int> groupCounts{0, 3, 8, 19, 20, 21, 35, 45, 60, 70};
+    static const QList<int> copyCounts{2, 2, 2, 3, 3, 4, 7};
+    QList<QByteArray> contents;
+    const int groups = oneOf(groupCounts);
+    for (int group = 0; group < groups; ++group) {
+        const int copies = oneOf(copyCounts);
+        for (int file = 0; file < copies; ++file)
+            contents.insert(below(contents.size() + 1), content(group, file));
+    }
+    for (qsizetype i = 0; i < contents.size(); ++i) {
+        m_disk.write(freshPath(), contents.at(i));
+        // Creation times of one group must be equal in some cases and differ in others.
+        if (i % 40 == 20)
+            QTest::qSleep(5);
+    }
+}
+
+void RandomUser::goBack()
+{
+    m_driver.click("btnBack");
+    if (m_driver.page() != u"page" || m_driver.tree()->topLevelItemCount() != 0)
+        m_failures.append(u"Back has not opened the start page and emptied the tree"_s);
+    m_model.goBack();
+}
+
+void RandomUser::scan(bool fillAnew)
+{
+    if (fillAnew)
+        m_log.clear();
+    if (m_driver.page() == u"duplicatespage")
+        goBack();
+    if (fillAnew)
+        fillFolders();
+    QStringList collected;
+    for (const QString &place : std::as_const(m_places)) {
+        QDirIterator files(place, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+        while (files.hasNext())
+            collected.append(files.next());
+    }
+    m_driver.click("btnStartScan");
+    if (below(8) == 0) {
+        m_log.append(u"stop the scan, whose results come all the same"_s);
+        m_driver.click("btnStopScan");
+        if (m_driver.page() != u"page")
+            m_failures.append(u"Stop has not opened the start page"_s);
+    }
+    if (!m_driver.waitForResults())
+        m_failures.append(u"the scan brings no results"_s);
+    m_model.deliver(collected);
+    m_log.append(u"scan %1 files"_s.arg(collected.size()));
+    compare();
+}
+
+void RandomUser::sequence()
+{
+    m_log.append(u"-"_s);
+    for (int i = 0; i < stepsPerSequence && m_failures.isEmpty(); ++i) {
+        step();
+        compare();
+    }
+    if (const QString wrong = m_bystanders.contentDifferences() + m_disk.contentDifferences();
+        !wrong.isEmpty())
+        m_failures.append(wrong);
+}
+
+void RandomUser::step()
+{
+    const int dice = below(100);
+    if (dice < 24)
+        clickCategory();
+    else if (dice < 40)
+        scroll();
+    else if (dice < 58)
+        tickSomeFiles();
+    else if (dice < 64)
+        tickGroup();
+    else if (dice < 72)
+        selectAll();
+    else if (dice < 78)
+        unselect();
+    else if (dice < 87)
+        removeSelected();
+    else if (dice < 99)
+        changeDisk();
+    else
+        scan(below(3) == 0);
+}
+
+void RandomUser::clickCategory()
+{
+    static const QList<CategoryButton> buttons = categoryButtonsByKey();
+    // "All" more often: it has the most groups.
+    const CategoryButton button = below(2) ? buttons.first() : oneOf(buttons);
+    m_log.append(u"show "_s + button.key);
+    m_driver.click(button.name);
+    m_model.showCategory(button.key);
+}
+
+/// One change of the scroll bar may load one batch or two, as the view has laid out the first by then or not.
+void RandomUser::scroll()
+{
+    QScrollBar *const bar = m_driver.tree()->verticalScrollBar();
+    const int value = below(3) ? bar->maximum() : below(bar->maximum() + 1);
+    m_log.append(u"scroll from %1 to %2 of %3"_s.arg(bar->value()).arg(value).arg(bar->maximum()));
+    const bool nearEnd = value != bar->value() && bar->maximum() > 0 && value > 0.9 * bar->maximum() &&
+                         bar->maximum() - (m_driver.tree()->viewport()->height() + value) < 100;
+    bar->setValue(value);
+    if (!nearEnd)
+        return;
+    m_reached.laterBatches += m_model.allLoaded() ? 0 : 1;
+    m_model.loadNextBatch();
+    if (m_driver.tree()->topLevelItemCount() > m_model.rowCount())
+        m_model.loadNextBatch();
+}
+
+void RandomUser::tickSomeFiles()
+{
+    for (int n = below(4); m_model.rowCount() > 0 && n >= 0; --n) {
+        const int group = below(m_model.rowCount());
+        if (m_model.fileRowCount(group) == 0)
+            continue;
+        const int file = below(m_model.fileRowCount(group));
+        const bool ticked = below(3) > 0;
+        QTreeWidgetItem *const row = m_driver.tree()->topLevelItem(group)->child(file);
+        m_log.append((ticked ? u"tick "_s : u"untick "_s) + row->text(0));
+        row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
+        m_model.tickFileRow(group, file, ticked);
+    }
+}
+
+void RandomUser::tickGroup()
+{
+    if (m_model.rowCount() == 0)
+        return;
+    const int group = below(m_model.rowCount());
+    const bool ticked = below(2);
+    m_log.append(u"%1 group row %2"_s.arg(ticked ? u"tick"_s : u"untick"_s).arg(group));
+    m_driver.tree()->topLevelItem(group)->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
+    m_model.tickGroupRow(group, ticked);
+}
+
+void RandomUser::selectAll()
+{
+    m_log.append(u"select all"_s);
+    m_driver.click("btnSelectAll");
+    if (m_model.actionsEnabled())
+        m_model.selectAll();
+}
+
+void RandomUser::unselect()
+{
+    m_log.append(u"unselect"_s);
+    const QList<ShownBox> boxes = m_driver.clickAndCloseBoxes("btnUnselect");
+    compareBoxes(boxes, m_model.actionsEnabled() ? m_model.unselect() : QList<ShownBox>());
+}
+
+void RandomUser::removeSelected()
+{
+    m_log.append(u"delete"_s);
+    const QList<ShownBox> boxes = m_driver.clickAndCloseBoxes("btnRemoveSelected");
+    const qsizetype filesBefore = m_disk.files().size();
+    compareBoxes(boxes, m_model.actionsEnabled() ? m_model.removeSelected() : QList<ShownBox>());
+    m_reached.deletedFiles += static_cast<int>(filesBefore - m_disk.files().size());
+    if (!boxes.isEmpty() && boxes.first().title == u"Deletion Complete" &&
+        !boxes.first().text.contains(u" 0 files failed"))
+        ++m_reached.deletionsWithFailures;
+}
+
+void RandomUser::changeDisk()
+{
+    if (m_disk.files().isEmpty())
+        return;
+    QStringList files = m_disk.files();
+    files.sort();
+    const QString path = oneOf(files);
+    switch (below(4)) {
+    case 0:
+        m_log.append(u"lock "_s + path);
+        m_disk.lock(path);
+        break;
+    case 1:
+        m_log.append(u"turn into a folder "_s + path);
+        m_disk.turnIntoFolder(path);
+        break;
+    default:
+        m_log.append(u"vanish "_s + path);
+        m_disk.vanish(path);
+    }
+}
+
+void RandomUser::compare()
+{
+    QCoreApplication::processEvents();
+    const QStringList shown = describe(m_driver);
+    const QStringList expected = m_model.describe();
+    if (shown != expected) {
+        qsizetype line = 0;
+        while (shown.value(line) == expected.value(line))
+            ++line;
+        m_failures.append(u"line %1 of %2 must be: %3\nbut is:           %4"_s.arg(QString::number(line),
+            QString::number(expected.size()), expected.value(line), shown.value(line)));
+    }
+    if (const QString wrong = m_disk.differences() + m_bystanders.differences(); !wrong.isEmpty())
+        m_failures.append(wrong);
+}
+
+void RandomUser::compareBoxes(const QList<ShownBox> &shown, const QList<ShownBox> &expected)
+{
+    const auto texts = [](const QList<ShownBox> &boxes) {
+        QStringList lines;
+        for (const ShownBox &box : boxes)
+            lines.append(box.title + u": "_s + box.text);
+        return lines.join(u" | "_s);
+    };
+    if (shown != expected)
+        m_failures.append(u"box must be <%1> but is <%2>"_s.arg(texts(expected), texts(shown)));
+}

@@ -1,0 +1,74 @@
+#include "tests/support/Watchdog.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+#include <cstdio>
+#include <cstdlib>
+
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
+
+namespace {
+
+constexpr int debuggerMilliseconds = 60'000;
+
+void writeStacks()
+{
+#ifdef Q_OS_LINUX
+    // The debugger is a child of this process, which it could not look into otherwise.
+    ::prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY, 0, 0, 0);
+#endif
+    QProcess debugger;
+    debugger.setProcessChannelMode(QProcess::MergedChannels);
+    debugger.start(
+        QStringLiteral("gdb"), {QStringLiteral("-nx"), QStringLiteral("-batch"), QStringLiteral("-p"),
+                                   QString::number(QCoreApplication::applicationPid()), QStringLiteral("-ex"),
+                                   QStringLiteral("thread apply all backtrace")});
+    const QByteArray stacks = debugger.waitForFinished(debuggerMilliseconds)
+                                  ? debugger.readAll()
+                                  : "No debugger shows the stacks.\n";
+    std::fputs(stacks.constData(), stderr);
+}
+
+} // namespace
+
+Watchdog::Watchdog(qint64 patienceMilliseconds)
+    : m_patience(patienceMilliseconds)
+{
+    m_sinceSign.start();
+    start();
+}
+
+Watchdog::~Watchdog()
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_ending = true;
+    }
+    m_wake.wakeAll();
+    wait();
+}
+
+void Watchdog::alive(const QString &doing)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_sinceSign.restart();
+    m_doing = doing;
+}
+
+void Watchdog::run()
+{
+    QMutexLocker locker(&m_mutex);
+    while (!m_ending) {
+        const qint64 left = m_patience - m_sinceSign.elapsed();
+        if (left <= 0) {
+            std::fprintf(stderr, "No sign of life for %lld ms; the last was: %s\n",
+                static_cast<long long>(m_patience), qPrintable(m_doing));
+            writeStacks();
+            std::abort();
+        }
+        m_wake.wait(&m_mutex, static_cast<unsigned long>(left));
+    }
+}

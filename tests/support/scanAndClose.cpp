@@ -1,0 +1,50 @@
+#include "tests/support/QuietMessages.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+/// Closes the window the way a window manager does; the event loop then has no reason to go on.
+void closeWindow(WindowDriver &driver)
+{
+    std::puts("closing");
+    std::fflush(stdout);
+    driver.window().close();
+}
+
+} // namespace
+
+/// The program, but with a hand on its window that scans a folder and closes the window again:
+///
+///     scan_and_close FOLDER TIMES start|results MILLISECONDS
+///
+/// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that or after the
+/// results page has come up. Writes "closing" to the standard output at that moment.
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    dropRepeatedMessages();
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 5)
+        return 2;
+    WindowDriver driver;
+    driver.listFolders(QStringList(arguments.at(2).toInt(), arguments.at(1)));
+    const auto closeInTime = [&driver, milliseconds = arguments.at(4).toInt()] {
+        QTimer::singleShot(milliseconds, &driver.window(), [&driver] { closeWindow(driver); });
+    };
+    if (arguments.at(3) == u"results"_s)
+        QObject::connect(driver.find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged,
+            &driver.window(), [&driver, closeInTime] {
+                if (driver.page() == u"duplicatespage"_s)
+                    closeInTime();
+            });
+    else
+        QTimer::singleShot(0, &driver.window(), closeInTime);
+    QTimer::singleShot(0, &driver.window(), [&driver] { driver.click("btnStartScan"); });
+    return QApplication::exec();
+}

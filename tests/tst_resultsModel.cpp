@@ -1,0 +1,85 @@
+#include "tests/model/RandomUser.h"
+#include "tests/support/QuietMessages.h"
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+using Qt::StringLiterals::operator""_s;
+
+/// Random sequences of what a user can do on the results page, with files changing underneath. After every
+/// step the window and the disk must be as a small model of the rules says.
+///
+/// QUILLORY_MODEL_SEQUENCES sets the number of sequences, QUILLORY_MODEL_SEED repeats a run.
+class tst_resultsModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void windowAndDiskFollowTheRules_data();
+    void windowAndDiskFollowTheRules();
+    void cleanupTestCase();
+
+private:
+    int m_sequences = 2000;
+    quint32 m_seed = 0;
+    Reached m_reached;
+};
+
+namespace {
+
+constexpr int sequencesPerScan = 20;
+
+} // namespace
+
+void tst_resultsModel::initTestCase()
+{
+    dropRepeatedMessages();
+    if (const int wanted = qEnvironmentVariableIntValue("QUILLORY_MODEL_SEQUENCES"); wanted > 0)
+        m_sequences = wanted;
+    m_seed = qEnvironmentVariableIsSet("QUILLORY_MODEL_SEED")
+                 ? qEnvironmentVariable("QUILLORY_MODEL_SEED").toUInt()
+                 : QRandomGenerator::global()->generate();
+    qInfo("QUILLORY_MODEL_SEED=%u QUILLORY_MODEL_SEQUENCES=%d", m_seed, m_sequences);
+}
+
+void tst_resultsModel::windowAndDiskFollowTheRules_data()
+{
+    QTest::addColumn<QStringList>("places");
+    QTest::newRow("one place") << QStringList{u"a"_s};
+    QTest::newRow("two places") << QStringList{u"a"_s, u"b"_s};
+    QTest::newRow("a place listed twice") << QStringList{u"b"_s, u"a"_s, u"a"_s};
+    QTest::newRow("a place inside another") << QStringList{u"a"_s, u"a/inside"_s};
+}
+
+void tst_resultsModel::windowAndDiskFollowTheRules()
+{
+    QFETCH(const QStringList, places);
+    const QTemporaryDir folder;
+    RandomUser user(
+        folder.path(), places, m_seed + static_cast<quint32>(places.size() + places.last().size()));
+    for (int i = 0; i < m_sequences / 4; ++i) {
+        if (i % sequencesPerScan == 0)
+            user.scan();
+        if (user.failure().isEmpty())
+            user.sequence();
+        QVERIFY2(user.failure().isEmpty(), qPrintable(u'\n' + user.failure()));
+    }
+    m_reached.add(user.reached());
+}
+
+/// Steps that never get anywhere interesting would agree with any model.
+void tst_resultsModel::cleanupTestCase()
+{
+    qInfo("later batches %d, deleted files %d, deletions with failures %d", m_reached.laterBatches,
+        m_reached.deletedFiles, m_reached.deletionsWithFailures);
+    if (m_sequences >= 2000) {
+        QVERIFY(m_reached.laterBatches > 10);
+        QVERIFY(m_reached.deletedFiles > 500);
+        QVERIFY(m_reached.deletionsWithFailures > 5);
+    }
+}
+
+QTEST_MAIN(tst_resultsModel)
+#include "tst_resultsModel.moc"

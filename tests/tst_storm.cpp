@@ -1,0 +1,301 @@
+#include "tests/support/PoolThreads.h"
+#include "tests/support/QuietMessages.h"
+#include "tests/support/TestFiles.h"
+#include "tests/support/Watchdog.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QDialog>
+#include <QDir>
+#include <QDirIterator>
+#include <QMessageBox>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThreadPool>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int folders = 100;
+constexpr int pairsPerFolder = 100;
+constexpr int filesInAll = folders * pairsPerFolder * 2;
+constexpr int patienceMilliseconds = 30'000;
+constexpr int closingMilliseconds = 2000;
+
+/// The buttons that the storm presses, as likely as they stand here often.
+const QList<const char *> &buttons()
+{
+    static const QList<const char *> names{"btnStartScan", "btnStartScan", "btnStartScan", "btnStartScan",
+        "btnStopScan", "btnScanOptions", "btnBack", "btnSelectAll", "btnUnselect", "btnRemoveSelected",
+        "btnAll", "btnAll", "btnPictures", "btnVideos", "btnDocuments", "btnOthers"};
+    return names;
+}
+
+/// What the storm has run into, to know that it gets everywhere.
+struct Reached
+{
+    int scans = 0;
+    int stops = 0;
+    int results = 0;
+    int deletions = 0;
+    int closedDuringScan = 0;
+    int closedWithResults = 0;
+    qint64 slowestClosing = 0;
+};
+
+} // namespace
+
+/// A user who presses whatever can be pressed at random moments, and closes the window at random moments. No
+/// crash, no hang, and of every content a file is left in the end.
+///
+/// QUILLORY_STORM_ROUNDS sets the number of windows in all, QUILLORY_STORM_SEED repeats the steps, though not
+/// their exact moments.
+class tst_storm : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void survivesEveryMoment_data();
+    void survivesEveryMoment();
+    void leavesAFileOfEveryContent();
+    void cleanupTestCase();
+
+private:
+    void writeTree();
+    void openWindow();
+    void round();
+    void step();
+    void pressSomething();
+    void press(const char *button);
+    void scroll();
+    void letTimePass();
+    void waitForResults();
+    void closeDialog(QWidget *dialog);
+    [[nodiscard]] bool closeWindow();
+    void sign(const QString &doing);
+    [[nodiscard]] int below(qsizetype limit)
+    {
+        return static_cast<int>(m_random.bounded(static_cast<quint32>(limit)));
+    }
+
+    QTemporaryDir m_folder;
+    QScopedPointer<Watchdog> m_watchdog;
+    QScopedPointer<WindowDriver> m_driver;
+    QRandomGenerator m_random;
+    QStringList m_log;
+    Reached m_reached;
+    int m_rounds = 102;
+};
+
+void tst_storm::initTestCase()
+{
+    dropRepeatedMessages();
+    if (const int wanted = qEnvironmentVariableIntValue("QUILLORY_STORM_ROUNDS"); wanted > 0)
+        m_rounds = wanted;
+    const quint32 seed = qEnvironmentVariableIsSet("QUILLORY_STORM_SEED")
+                             ? qEnvironmentVariable("QUILLORY_STORM_SEED").toUInt()
+                             : QRandomGenerator::global()->generate();
+    qInfo("QUILLORY_STORM_SEED=%u QUILLORY_STORM_ROUNDS=%d", seed, m_rounds);
+    m_random.seed(seed);
+    writeTree();
+    m_watchdog.reset(new Watchdog(patienceMilliseconds));
+}
+
+/// Pairs of small files of a few sizes, so that there are large size classes and groups of every category.
+void tst_storm::writeTree()
+{
+    static const QStringList suffixes{u"jpg"_s, u"mp4"_s, u"txt"_s, u"dat"_s};
+    for (int folder = 0; folder < folders; ++folder) {
+        const QString path = m_folder.filePath(u"tree/%1/"_s.arg(folder));
+        for (int pair = 0; pair < pairsPerFolder; ++pair) {
+            const QString ending = u"%1.%2"_s.arg(QString::number(pair), suffixes.at(pair % suffixes.size()));
+            const QByteArray content = ending.toUtf8() + path.toUtf8();
+            for (const QString &name : {u"first"_s, u"second"_s})
+                writeFile(path + name + ending, content.leftJustified(200 + pair % 7));
+        }
+    }
+    writeFile(m_folder.filePath(u"bystander.txt"_s), "not to be scanned");
+}
+
+void tst_storm::survivesEveryMoment_data()
+{
+    QTest::addColumn<int>("threads");
+    for (const int threads : {1, 2, 8})
+        QTest::addRow("pool of %d", threads) << threads;
+}
+
+void tst_storm::survivesEveryMoment()
+{
+    QFETCH(const int, threads);
+    const PoolSize pool(threads);
+    for (int i = 0; i < m_rounds / 3; ++i) {
+        m_log.clear();
+        openWindow();
+        round();
+        QVERIFY2(
+            closeWindow(), qPrintable(u"The window was not gone in time after: "_s + m_log.join(u", "_s)));
+    }
+}
+
+/// Two of three windows scan a small part of the tree and so have results in no time.
+void tst_storm::openWindow()
+{
+    m_driver.reset(new WindowDriver);
+    QStringList places;
+    for (int n = below(2) ? 1 : 10; n > 0; --n)
+        places.append(m_folder.filePath(u"tree/%1"_s.arg(below(folders))));
+    m_driver->listFolders(below(3) ? places : QStringList{m_folder.filePath(u"tree"_s)});
+    sign(u"open"_s);
+}
+
+void tst_storm::round()
+{
+    press("btnStartScan");
+    if (below(4) == 0)
+        waitForResults();
+    for (int steps = below(16); steps > 0; --steps) {
+        letTimePass();
+        step();
+    }
+    letTimePass();
+}
+
+void tst_storm::step()
+{
+    switch (below(10)) {
+    case 0:
+        waitForResults();
+        break;
+    case 1:
+        scroll();
+        break;
+    default:
+        pressSomething();
+    }
+}
+
+void tst_storm::pressSomething()
+{
+    QList<const char *> within;
+    for (const char *button : buttons()) {
+        if (m_driver->find(button)->isVisible() && m_driver->find(button)->isEnabled())
+            within.append(button);
+    }
+    // With nothing but Stop within reach, no scan would ever come to its end.
+    if (within.size() > 1 || (within.size() == 1 && below(2)))
+        press(within.at(below(within.size())));
+}
+
+void tst_storm::press(const char *button)
+{
+    sign(QLatin1StringView(button));
+    const QLatin1StringView name(button);
+    // With another category shown, a deletion would take the whole tree's copies at once.
+    if (name == u"btnRemoveSelected") {
+        m_driver->click("btnAll");
+        ++m_reached.deletions;
+    }
+    m_reached.scans += name == u"btnStartScan" ? 1 : 0;
+    m_reached.stops += name == u"btnStopScan" ? 1 : 0;
+    withModalDialogs(
+        [this, button] { m_driver->click(button); }, [this](QWidget *dialog) { closeDialog(dialog); });
+}
+
+/// Leaves the dialog open for a while, so that scans go on and results arrive behind it.
+void tst_storm::closeDialog(QWidget *dialog)
+{
+    if (below(6) != 0)
+        return;
+    if (auto *const box = qobject_cast<QMessageBox *>(dialog))
+        box->button(QMessageBox::Ok)->click();
+    else if (auto *const options = qobject_cast<QDialog *>(dialog))
+        options->done(below(2) ? QDialog::Accepted : QDialog::Rejected);
+}
+
+void tst_storm::scroll()
+{
+    sign(u"scroll"_s);
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    bar->setValue(below(2) ? bar->maximum() : below(bar->maximum() + 1));
+}
+
+void tst_storm::letTimePass()
+{
+    static const QList<int> durations{0, 0, 1, 3, 10, 30, 100};
+    const int milliseconds = durations.at(below(durations.size()));
+    sign(u"%1 ms"_s.arg(milliseconds));
+    // Without any event in between, two presses come closer together than a hand could make them.
+    if (milliseconds > 0)
+        QTest::qWait(milliseconds);
+}
+
+void tst_storm::waitForResults()
+{
+    sign(u"wait for results"_s);
+    // None come when no scan has been started since Back.
+    if (m_driver->page() != u"page" && m_driver->waitForResults(patienceMilliseconds / 2))
+        ++m_reached.results;
+}
+
+bool tst_storm::closeWindow()
+{
+    m_reached.closedDuringScan += m_driver->page() == u"scanpage" ? 1 : 0;
+    m_reached.closedWithResults += m_driver->page() == u"duplicatespage" ? 1 : 0;
+    sign(u"close"_s);
+    QElapsedTimer timer;
+    timer.start();
+    m_driver.reset();
+    const bool done = QThreadPool::globalInstance()->waitForDone(closingMilliseconds);
+    m_reached.slowestClosing = std::max(m_reached.slowestClosing, timer.elapsed());
+    const bool inTime = done && timer.elapsed() < closingMilliseconds;
+    // Whatever was still queued for the window must not reach it.
+    QCoreApplication::processEvents();
+    return inTime;
+}
+
+void tst_storm::sign(const QString &doing)
+{
+    m_log.append(doing);
+    m_watchdog->alive(m_log.join(u", "_s));
+}
+
+/// The storm ticks no file by hand, so that one of each pair is never ticked at all.
+void tst_storm::leavesAFileOfEveryContent()
+{
+    QSet<QByteArray> contents;
+    QDirIterator files(m_folder.filePath(u"tree"_s), QDir::Files, QDirIterator::Subdirectories);
+    int left = 0;
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        contents.insert(file.readAll());
+        ++left;
+    }
+    QCOMPARE(contents.size(), filesInAll / 2);
+    QVERIFY(QFile::exists(m_folder.filePath(u"bystander.txt"_s)));
+    qInfo("deleted files %d", filesInAll - left);
+    QVERIFY(left < filesInAll || m_reached.deletions == 0);
+}
+
+void tst_storm::cleanupTestCase()
+{
+    m_watchdog.reset();
+    qInfo("scans %d, stops %d, results %d, deletions %d, closed during a scan %d, closed with results %d, "
+          "slowest closing %lld ms",
+        m_reached.scans, m_reached.stops, m_reached.results, m_reached.deletions, m_reached.closedDuringScan,
+        m_reached.closedWithResults, static_cast<long long>(m_reached.slowestClosing));
+    if (m_rounds >= 100) {
+        QVERIFY(m_reached.scans > m_rounds);
+        QVERIFY(m_reached.stops > 0);
+        QVERIFY(m_reached.results > 0);
+        QVERIFY(m_reached.deletions > 0);
+        QVERIFY(m_reached.closedDuringScan > 0);
+        QVERIFY(m_reached.closedWithResults > 0);
+    }
+}
+
+QTEST_MAIN(tst_storm)
+#include "tst_storm.moc"
