@@ -1,0 +1,261 @@
+#include "tests/support/WindowDriver.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <optional>
+
+#ifdef Q_OS_LINUX
+#include <malloc.h>
+#include <unistd.h>
+#endif
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int patienceMilliseconds = 600'000;
+
+bool isFullScale()
+{
+    return qEnvironmentVariableIntValue("QUILLORY_FULL_SCALE") == 1;
+}
+
+/// Files made in memory spare the disk and are there at once.
+QString folderTemplate()
+{
+    const QFileInfo memory(u"/dev/shm"_s);
+    return (memory.isWritable() ? memory.filePath() : QDir::tempPath()) + u"/quillory-scale-XXXXXX"_s;
+}
+
+void writeFileQuickly(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(content) != content.size())
+        qFatal("Cannot write %s", qPrintable(path));
+}
+
+/// Prints how long each stage took, and the longest time in it without a turn of the event loop.
+class StageClock
+{
+public:
+    StageClock()
+    {
+        QObject::connect(&m_beat, &QTimer::timeout, &m_beat, [this] { endStall(); });
+        m_beat.start(5);
+        m_stage.start();
+        m_sinceBeat.start();
+    }
+
+    void endStage(const char *name)
+    {
+        endStall();
+        qInfo("%-14s %6lld ms, longest stall %6lld ms", name, m_stage.restart(), m_longest);
+        m_longest = 0;
+    }
+
+private:
+    void endStall()
+    {
+        m_longest = std::max(m_longest, m_sinceBeat.restart());
+    }
+
+    QTimer m_beat;
+    QElapsedTimer m_stage;
+    QElapsedTimer m_sinceBeat;
+    qint64 m_longest = 0;
+};
+
+/// Bytes that the process holds at the moment, if that is known.
+struct Memory
+{
+    qint64 heap = 0;
+    qint64 resident = 0;
+};
+
+std::optional<Memory> memoryInUse()
+{
+#if defined(Q_OS_LINUX) && defined(__GLIBC__)
+    const auto heap = mallinfo2();
+    QFile file(u"/proc/self/statm"_s);
+    if (heap.uordblks == 0 || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray pages = file.readAll().split(' ').value(1);
+    return Memory{
+        static_cast<qint64>(heap.uordblks + heap.hblkhd), pages.toLongLong() * sysconf(_SC_PAGESIZE)};
+#else
+    return {};
+#endif
+}
+
+} // namespace
+
+/// Results of a size that nobody wants to wait for: everything still opens, scrolls, ticks and deletes.
+///
+/// QUILLORY_FULL_SCALE=1 makes the trees as large as they get in practice and takes minutes.
+class tst_scale : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void worksWithManyFiles_data();
+    void worksWithManyFiles();
+    void holdsNoMoreMemoryFromScanToScan();
+
+private:
+    static void scrollToTheEnd(WindowDriver &driver, int groups);
+};
+
+/// As a hand on the scroll bar does, the window laying its rows out in between.
+void tst_scale::scrollToTheEnd(WindowDriver &driver, int groups)
+{
+    QScrollBar *const bar = driver.tree()->verticalScrollBar();
+    for (int loaded = -1; loaded != driver.tree()->topLevelItemCount();) {
+        loaded = driver.tree()->topLevelItemCount();
+        QCoreApplication::processEvents();
+        bar->setValue(bar->maximum() - 1);
+        bar->setValue(bar->maximum());
+    }
+    QCOMPARE(driver.tree()->topLevelItemCount(), groups);
+}
+
+void tst_scale::worksWithManyFiles_data()
+{
+    QTest::addColumn<int>("groups");
+    QTest::addColumn<int>("copies");
+    QTest::addColumn<int>("unique");
+    QTest::addColumn<int>("folders");
+    QTest::addColumn<QString>("suffix");
+
+    if (isFullScale()) {
+        QTest::newRow("one flat folder") << 1000 << 2 << 198'000 << 1 << u"txt"_s;
+        QTest::newRow("many groups") << 100'000 << 2 << 0 << 1000 << u"txt"_s;
+        QTest::newRow("many members") << 1 << 50'000 << 0 << 50 << u"txt"_s;
+        QTest::newRow("many pictures") << 1 << 50'000 << 0 << 50 << u"jpg"_s;
+    } else {
+        QTest::newRow("one flat folder") << 50 << 2 << 4900 << 1 << u"txt"_s;
+        QTest::newRow("many groups") << 1500 << 2 << 0 << 20 << u"txt"_s;
+        QTest::newRow("many members") << 1 << 3000 << 0 << 10 << u"txt"_s;
+        QTest::newRow("many pictures") << 1 << 3000 << 0 << 10 << u"jpg"_s;
+    }
+}
+
+void tst_scale::worksWithManyFiles()
+{
+    QFETCH(const int, groups);
+    QFETCH(const int, copies);
+    QFETCH(const int, unique);
+    QFETCH(const int, folders);
+    QFETCH(const QString, suffix);
+
+    const QTemporaryDir tree(folderTemplate());
+    QVERIFY(tree.isValid());
+    for (int i = 0; i < folders; ++i)
+        QVERIFY(QDir(tree.path()).mkdir(QString::number(i)));
+    // All of one size, so that every single one has to be opened.
+    const auto write = [&](int content, int copy) {
+        writeFileQuickly(u"%1/%2/%3-%4.%5"_s.arg(tree.path(), QString::number((content + copy) % folders),
+                             QString::number(content), QString::number(copy), suffix),
+            QByteArray::number(content).rightJustified(16, '0'));
+    };
+    for (int i = 0; i < groups; ++i) {
+        for (int copy = 0; copy < copies; ++copy)
+            write(i, copy);
+    }
+    for (int i = 0; i < unique; ++i)
+        write(groups + i, 0);
+
+    StageClock clock;
+    WindowDriver driver;
+    driver.setFolders({tree.path()});
+    clock.endStage("start");
+    driver.click("btnStartScan");
+    QVERIFY(QTest::qWaitFor([&] { return driver.page() == u"duplicatespage"; }, patienceMilliseconds));
+    clock.endStage("scan, delivery");
+    QVERIFY(driver.waitForResults(patienceMilliseconds));
+    QTest::qWait(0);
+    clock.endStage("open");
+    QCOMPARE(driver.labelText("labelStatsInfo"),
+        u"Total %1 duplicates, %2 files, size 0.00 GB"_s.arg(groups).arg(groups * copies));
+
+    scrollToTheEnd(driver, groups);
+    clock.endStage("scroll");
+    driver.tree()->expandAll();
+    driver.tree()->scrollToBottom();
+    QCoreApplication::processEvents();
+    clock.endStage("expand");
+
+    driver.click("btnSelectAll");
+    QCoreApplication::processEvents();
+    clock.endStage("select all");
+    QCOMPARE(driver.tickedPaths().size(), std::min(groups, 20) * (copies - 1));
+    driver.click("btnUnselect");
+    QCoreApplication::processEvents();
+    clock.endStage("unselect");
+    QCOMPARE(driver.tickedPaths(), QStringList());
+    driver.click("btnSelectAll");
+    scrollToTheEnd(driver, groups);
+    clock.endStage("select, scroll");
+    QCOMPARE(driver.tickedPaths().size(), groups * (copies - 1));
+    driver.click("btnAll");
+    QCoreApplication::processEvents();
+    clock.endStage("category");
+    driver.click("btnSelectAll");
+    scrollToTheEnd(driver, groups);
+    clock.endStage("select, scroll");
+
+    const QList<ShownBox> boxes = driver.clickAndCloseBoxes("btnRemoveSelected");
+    clock.endStage("delete");
+    QCOMPARE(boxes, (QList<ShownBox>{{u"Deletion Complete"_s,
+                        u"Deleted %1 files successfully, 0 files failed."_s.arg(groups * (copies - 1))}}));
+    QCOMPARE(driver.tree()->topLevelItemCount(), 0);
+    qsizetype left = 0;
+    for (int i = 0; i < folders; ++i)
+        left += QDir(tree.filePath(QString::number(i))).entryList(QDir::Files).size();
+    QCOMPARE(left, groups + unique);
+}
+
+/// One process, one window, one scan after the other.
+void tst_scale::holdsNoMoreMemoryFromScanToScan()
+{
+    if (!memoryInUse())
+        QSKIP("Nobody keeps count of this process's memory here");
+    const int groups = isFullScale() ? 5000 : 300;
+    constexpr int rounds = 20;
+    constexpr int warmUp = 3;
+
+    const QTemporaryDir tree(folderTemplate());
+    WindowDriver driver;
+    driver.setFolders({tree.path()});
+    Memory reference;
+    Memory now;
+    for (int round = 1; round <= rounds; ++round) {
+        for (int i = 0; i < 2 * groups; ++i) {
+            const QString name = u"%1.%2"_s.arg(QString::number(i), i % 4 < 2 ? u"jpg"_s : u"txt"_s);
+            writeFileQuickly(tree.filePath(name), QByteArray::number(i / 2));
+        }
+        QVERIFY(driver.scan(patienceMilliseconds));
+        scrollToTheEnd(driver, groups);
+        driver.click("btnPictures");
+        driver.click("btnSelectAll");
+        scrollToTheEnd(driver, groups / 2);
+        QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected").value(0).title, u"Deletion Complete"_s);
+        driver.click("btnBack");
+        QTest::qWait(0);
+        now = memoryInUse().value_or(Memory());
+        qInfo("round %2d: %lld KiB in the heap, %lld KiB resident", round, now.heap / 1024,
+            now.resident / 1024);
+        if (round == warmUp)
+            reference = now;
+    }
+    QCOMPARE_LT(now.heap, reference.heap + reference.heap / 50);
+    QCOMPARE_LT(now.resident, reference.resident + reference.resident / 50);
+}
+
+QTEST_MAIN(tst_scale)
+#include "tst_scale.moc"
