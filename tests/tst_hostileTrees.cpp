@@ -92,7 +92,7 @@ void tst_hostileTrees::deletesFilesWithOddNames()
     QVERIFY(driver.scan());
     QCOMPARE(sorted(driver.filePaths()), sorted({copy, path(u"neighbours/"_s + name)}));
     QCOMPARE(driver.groupTitles().size(), 1);
-    QVERIFY(driver.groupTitles().constFirst().startsWith(name + u"    "));
+    QVERIFY(driver.groupTitles().constFirst().startsWith(name + u"    "_s));
     QCOMPARE(driver.tickedPaths().size(), 1);
     checkDeletion(driver);
 }
