@@ -117,6 +117,7 @@ void RandomUser::scan(bool fillAnew)
 
 void RandomUser::sequence()
 {
+    ++m_reached.sequences;
     m_log.append(u"-"_s);
     for (int i = 0; i < stepsPerSequence && m_failures.isEmpty(); ++i) {
         step();

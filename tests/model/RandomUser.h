@@ -9,12 +9,14 @@
 /// How often what matters most has happened, to know that the random steps get there.
 struct Reached
 {
+    int sequences = 0;
     int laterBatches = 0;
     int deletedFiles = 0;
     int deletionsWithFailures = 0;
 
     void add(const Reached &other)
     {
+        sequences += other.sequences;
         laterBatches += other.laterBatches;
         deletedFiles += other.deletedFiles;
         deletionsWithFailures += other.deletionsWithFailures;

@@ -20,12 +20,13 @@ void writeStacks()
     // The debugger is a child of this process, which it could not look into otherwise.
     ::prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY, 0, 0, 0);
 #endif
+    // Stops this thread too, so no time limit here would help against the backtrace of an endless recursion.
     QProcess debugger;
     debugger.setProcessChannelMode(QProcess::MergedChannels);
     debugger.start(
         QStringLiteral("gdb"), {QStringLiteral("-nx"), QStringLiteral("-batch"), QStringLiteral("-p"),
                                    QString::number(QCoreApplication::applicationPid()), QStringLiteral("-ex"),
-                                   QStringLiteral("thread apply all backtrace")});
+                                   QStringLiteral("thread apply all backtrace 60")});
     const QByteArray stacks = debugger.waitForFinished(debuggerMilliseconds)
                                   ? debugger.readAll()
                                   : "No debugger shows the stacks.\n";
