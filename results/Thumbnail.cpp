@@ -1,5 +1,6 @@
 #include "results/Thumbnail.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -24,6 +25,10 @@ QSize scaledToThumbnail(const QSize &size)
 
 QPixmap loadThumbnail(const QString &path)
 {
+    // A pipe that has come in the place of the picture would keep the window waiting for its other end for
+    // ever.
+    if (!QFileInfo(path).isFile())
+        return {};
     QImageReader reader(path);
     const QSize size = reader.size();
     const QSize decoded = scaledToThumbnail(size) * decodingFactor;
