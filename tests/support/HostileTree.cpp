@@ -198,7 +198,7 @@ QList<HostileName> hostileNames()
         {"trailing dot", QStringLiteral("stop.")},
         {"three dots", QStringLiteral("a...txt")},
         {"placeholders", QStringLiteral("%1 %2 %L3 %s.txt")},
-        {"markup", QStringLiteral("<b>bold</b>&amp;<img src=x>.txt")},
+        {"markup", QStringLiteral("<b>bold<br>&amp;<img src=x>.txt")},
         {"address", QStringLiteral("file:%2F%2Fhome#x?y.txt")},
         {"resource", QStringLiteral(":colon.txt")},
         {"right to left", QStringLiteral("\u05E9\u05DC\u05D5\u05DD \u0645\u0631\u062D\u0628\u0627.txt")},
