@@ -4,7 +4,11 @@
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-readonly preset=${1:?"say which preset to build"}
+[ $# -gt 0 ] || {
+    echo "build.sh: say which preset to build" >&2
+    exit 2
+}
+readonly preset=$1
 shift
 readonly log=build/$preset.log
 targets=()

@@ -12,7 +12,7 @@ command -v Xvfb >/dev/null || {
     exit 1
 }
 
-work=$(mktemp -d)
+work=$(mktemp -d "${TMPDIR:-/tmp}/quillory-XXXXXX")
 readonly work
 server=
 manager=
@@ -20,7 +20,7 @@ child=
 # shellcheck disable=SC2317 # called by the trap
 clean_up() {
     trap - EXIT
-    [ -z "$child" ] || kill "$child" 2>/dev/null || true
+    [ -z "$child" ] || { kill "$child" 2>/dev/null && wait "$child" 2>/dev/null; } || true
     [ -z "$manager" ] || kill "$manager" 2>/dev/null || true
     [ -z "$server" ] || { kill "$server" 2>/dev/null && wait "$server" 2>/dev/null; } || true
     rm -rf "$work"
@@ -31,7 +31,7 @@ trap 'exit 143' TERM HUP
 
 # The server picks a free number by itself and says which.
 mkfifo "$work/number"
-Xvfb -displayfd 3 -screen 0 1280x960x24 -dpi 96 -nolisten tcp -noreset \
+Xvfb -displayfd 3 -screen 0 1280x960x24 -dpi 96 -wr -nolisten tcp -noreset \
     3>"$work/number" >"$work/server.log" 2>&1 &
 server=$!
 exec 4<"$work/number"
@@ -43,6 +43,8 @@ if ! read -r -t 30 number <&4; then
 fi
 exec 4<&-
 
+# A command that is stopped half way leaves nothing behind.
+export TMPDIR=$work
 export DISPLAY=:$number
 export QT_QPA_PLATFORM=xcb
 unset WAYLAND_DISPLAY

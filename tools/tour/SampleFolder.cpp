@@ -71,7 +71,8 @@ void SampleFolder::writeOriginals()
 
     write(QStringLiteral("Music/Evening song.wav"), melody(1, 8));
     write(QStringLiteral("Music/Rain.wav"), melody(2, 5));
-    write(QStringLiteral("Music/Not copied.wav"), melody(3, 6));
+    write(QStringLiteral("Music/Concert.wav"), melody(3, 900));
+    write(QStringLiteral("Music/Not copied.wav"), melody(4, 6));
 
     write(QStringLiteral("Archives/Garden.zip"),
         zipArchive({{"flower.jpg", encode(paintFlower(1), "jpg")}, {"plan.txt", "Beans along the fence"}}));
@@ -111,7 +112,8 @@ void SampleFolder::writeCopies()
             QStringLiteral("Documents/Recipes/Borschtsch.txt"),
             QStringLiteral("Documents/Recipes/Käsespätzle.txt")});
     copyTo(QStringLiteral("Phone/Music"),
-        {QStringLiteral("Music/Evening song.wav"), QStringLiteral("Music/Rain.wav")});
+        {QStringLiteral("Music/Evening song.wav"), QStringLiteral("Music/Rain.wav"),
+            QStringLiteral("Music/Concert.wav")});
     copyTo(QStringLiteral("Downloads"),
         {QStringLiteral("Archives/Garden.zip"), QStringLiteral("Archives/Recipes.zip"),
             QStringLiteral("Mail/2015/00007.eml")});

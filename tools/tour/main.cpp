@@ -37,9 +37,9 @@ QString goThrough(QStringList folders, Camera &camera)
 
 int main(int argc, char *argv[])
 {
-    const QApplication application(argc, argv);
     // The window's debug log is not for the reader of the tour; QT_LOGGING_RULES brings it back.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.warning=false"));
+    const QApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Drives the window through one scan and leaves a picture "
                                                     "of each page. Only looks at the folders given; "

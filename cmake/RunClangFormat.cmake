@@ -1,0 +1,14 @@
+# Runs clang-format with OPTIONS on every source file below FOLDERS, from the project's root.
+
+if(NOT CLANG_FORMAT)
+    message(FATAL_ERROR "clang-format is missing: install it and configure again")
+endif()
+set(files "")
+foreach(folder IN LISTS FOLDERS)
+    file(GLOB_RECURSE found "${folder}/*.h" "${folder}/*.cpp")
+    list(APPEND files ${found})
+endforeach()
+execute_process(COMMAND "${CLANG_FORMAT}" ${OPTIONS} ${files} RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+    message(FATAL_ERROR "The layout of the code differs from .clang-format: the target 'format' mends it")
+endif()

@@ -1,0 +1,241 @@
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+constexpr int patience = 60'000;
+
+struct Outcome
+{
+    int exitCode = -1;
+    QStringList output;
+    QStringList errors;
+};
+
+QStringList lines(const QByteArray &text)
+{
+    return QString::fromUtf8(text).split(u'\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+/// The scripts that people and the build server start: bad input, and the set-up on machines of every kind.
+class tst_commands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void refusesBadInput_data();
+    void refusesBadInput();
+
+    void installsNothingWhenNothingIsMissing();
+    void installsOnlyWhatIsMissing();
+    void fetchesTheListsOnlyWhenInstallingFails();
+    void reportsAFailedInstallation();
+    void reportsWhatCannotInstall_data();
+    void reportsWhatCannotInstall();
+    void canBeToldToInstallNothing();
+
+private:
+    [[nodiscard]] Outcome run(const QStringList &command, const QStringList &environment = {}) const;
+    [[nodiscard]] Outcome setUp(const QStringList &environment = {}) const;
+    [[nodiscard]] QStringList aptCalls() const;
+    void addProgram(const char *name, const QByteArray &script) const;
+    void removeProgram(const char *name) const;
+
+    QTemporaryDir m_machine;
+};
+
+void tst_commands::initTestCase()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("bash")).isEmpty())
+        QSKIP("there is no bash to run the scripts");
+}
+
+/// A machine with root, nothing installed and an apt-get that installs everything.
+void tst_commands::init()
+{
+    QDir(m_machine.path()).removeRecursively();
+    QVERIFY(QDir().mkpath(m_machine.filePath(QStringLiteral("bin"))));
+    const QDir scripts(QStringLiteral(PROJECT_FOLDER "/tools"));
+    QVERIFY(QDir().mkpath(m_machine.filePath(QStringLiteral("tools"))));
+    for (const QString &name : {QStringLiteral("setup.sh"), QStringLiteral("packages.txt")})
+        QVERIFY(QFile::copy(scripts.filePath(name), m_machine.filePath(QStringLiteral("tools/") + name)));
+
+    const QStringList needed{QStringLiteral("bash"), QStringLiteral("awk"), QStringLiteral("grep"),
+        QStringLiteral("env"), QStringLiteral("dirname"), QStringLiteral("mkdir"), QStringLiteral("paste"),
+        QStringLiteral("uniq"), QStringLiteral("cat")};
+    for (const QString &name : needed)
+        QVERIFY(QFile::link(
+            QStandardPaths::findExecutable(name), m_machine.filePath(QStringLiteral("bin/") + name)));
+    addProgram("id", "echo 0");
+    addProgram("dpkg-query", "grep -qxs -e \"${@: -1}\" \"$MACHINE/installed\" && echo installed");
+    addProgram("apt-get", "echo \"$*\" >>\"$MACHINE/apt-calls\"");
+}
+
+void tst_commands::addProgram(const char *name, const QByteArray &script) const
+{
+    const QString path = m_machine.filePath(QStringLiteral("bin/") + QLatin1StringView(name));
+    writeFile(path, "#!/usr/bin/env bash\n" + script + "\n");
+    QVERIFY(QFile::setPermissions(
+        path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
+}
+
+void tst_commands::removeProgram(const char *name) const
+{
+    QVERIFY(QFile::remove(m_machine.filePath(QStringLiteral("bin/") + QLatin1StringView(name))));
+}
+
+Outcome tst_commands::run(const QStringList &command, const QStringList &environment) const
+{
+    QProcess process;
+    if (!environment.isEmpty())
+        process.setEnvironment(environment);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(command.constFirst(), command.sliced(1));
+    if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {
+        process.exitCode(), lines(process.readAllStandardOutput()), lines(process.readAllStandardError())};
+}
+
+/// Runs the set-up for building, with nothing but the machine's own programs.
+Outcome tst_commands::setUp(const QStringList &environment) const
+{
+    const QStringList always{QStringLiteral("PATH=") + m_machine.filePath(QStringLiteral("bin")),
+        QStringLiteral("MACHINE=") + m_machine.path()};
+    return run({m_machine.filePath(QStringLiteral("bin/bash")),
+                   m_machine.filePath(QStringLiteral("tools/setup.sh")), QStringLiteral("build")},
+        always + environment);
+}
+
+QStringList tst_commands::aptCalls() const
+{
+    QFile calls(m_machine.filePath(QStringLiteral("apt-calls")));
+    return calls.open(QIODevice::ReadOnly) ? lines(calls.readAll()) : QStringList();
+}
+
+void tst_commands::refusesBadInput_data()
+{
+    QTest::addColumn<QStringList>("command");
+    const auto add =
+        [](const char *name, const char *script, const QStringList &arguments) {
+            QTest::addRow("%s", name)
+                << QStringList{QStringLiteral(PROJECT_FOLDER "/") + QLatin1StringView(script)} + arguments;
+        };
+    add("run.sh, unknown argument", "run.sh", {QStringLiteral("--nonsense")});
+    add("run.sh, no such folder", "run.sh", {QStringLiteral("/no/such/folder")});
+    add("run.sh, a file", "run.sh", {QStringLiteral(PROJECT_FOLDER "/run.sh")});
+    add("test.sh, a name", "test.sh", {QStringLiteral("wholeRoad")});
+    add("test.sh, unknown argument", "test.sh", {QStringLiteral("--nonsense")});
+    add("test.sh, unknown letter", "test.sh", {QStringLiteral("-Y")});
+    add("setup.sh, nothing", "tools/setup.sh", {});
+    add("setup.sh, unknown purpose", "tools/setup.sh", {QStringLiteral("build"), QStringLiteral("nonsense")});
+    add("build.sh, nothing", "tools/build.sh", {});
+    add("with-display.sh, nothing", "tools/with-display.sh", {});
+    add(".ci/run, unknown stage", ".ci/run", {QStringLiteral("nonsense")});
+}
+
+void tst_commands::refusesBadInput()
+{
+    QFETCH(const QStringList, command);
+    const Outcome outcome =
+        run(command, QProcess::systemEnvironment() + QStringList{QStringLiteral("QUILLORY_NO_SETUP=1")});
+    QVERIFY(outcome.exitCode > 0);
+    QCOMPARE(outcome.errors.size(), 1);
+    QCOMPARE(outcome.output, QStringList());
+}
+
+void tst_commands::installsNothingWhenNothingIsMissing()
+{
+    writeFile(m_machine.filePath(QStringLiteral("installed")),
+        "g++\ncmake\nninja-build\nqt6-base-dev\nqt6-base-dev-tools\n");
+    const Outcome outcome = setUp();
+    QCOMPARE(outcome.errors, QStringList());
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output, QStringList());
+    QCOMPARE(aptCalls(), QStringList());
+}
+
+void tst_commands::installsOnlyWhatIsMissing()
+{
+    // Names that are part of another are not taken for it.
+    writeFile(m_machine.filePath(QStringLiteral("installed")), "g++\nninja-build\nqt6-base-dev-tools\n");
+    const Outcome outcome = setUp();
+    QCOMPARE(outcome.errors, QStringList());
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.output.size(), 1);
+    QCOMPARE(aptCalls().size(), 1);
+    QVERIFY(aptCalls().constFirst().contains(u" install "));
+    QVERIFY(aptCalls().constFirst().endsWith(u" cmake qt6-base-dev"));
+}
+
+void tst_commands::fetchesTheListsOnlyWhenInstallingFails()
+{
+    addProgram("apt-get",
+        "echo \"$*\" >>\"$MACHINE/apt-calls\"\n"
+        "case $* in *update*) echo >\"$MACHINE/lists\" ;; *) [ -e \"$MACHINE/lists\" ] ;; esac");
+    const Outcome outcome = setUp();
+    QCOMPARE(outcome.errors, QStringList());
+    QCOMPARE(outcome.exitCode, 0);
+    const QStringList calls = aptCalls();
+    QCOMPARE(calls.size(), 3);
+    QVERIFY(calls.at(1).endsWith(u" update"));
+    QCOMPARE(calls.at(2), calls.at(0));
+}
+
+void tst_commands::reportsAFailedInstallation()
+{
+    addProgram("apt-get", "echo 'no such package' >&2; exit 100");
+    const Outcome outcome = setUp();
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors.size(), 1);
+    QFile log(m_machine.filePath(QStringLiteral("build/setup.log")));
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    QVERIFY(log.readAll().contains("no such package"));
+    QVERIFY(outcome.errors.constFirst().contains(log.fileName()));
+}
+
+void tst_commands::reportsWhatCannotInstall_data()
+{
+    QTest::addColumn<QByteArray>("missing");
+    QTest::addColumn<QByteArray>("user");
+    QTest::addRow("no dpkg") << QByteArray("dpkg-query") << QByteArray("0");
+    QTest::addRow("no apt-get") << QByteArray("apt-get") << QByteArray("0");
+    QTest::addRow("neither root nor sudo") << QByteArray() << QByteArray("1000");
+}
+
+void tst_commands::reportsWhatCannotInstall()
+{
+    QFETCH(const QByteArray, missing);
+    QFETCH(const QByteArray, user);
+    if (!missing.isEmpty())
+        removeProgram(missing.constData());
+    addProgram("id", "echo " + user);
+    const Outcome outcome = setUp();
+    QCOMPARE(outcome.exitCode, 1);
+    QCOMPARE(outcome.errors.size(), 1);
+    QVERIFY(outcome.errors.constFirst().contains(u"qt6-base-dev"));
+    QCOMPARE(outcome.output, QStringList());
+    QCOMPARE(aptCalls(), QStringList());
+}
+
+void tst_commands::canBeToldToInstallNothing()
+{
+    const Outcome outcome = setUp({QStringLiteral("QUILLORY_NO_SETUP=1")});
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.errors, QStringList());
+    QCOMPARE(aptCalls(), QStringList());
+}
+
+QTEST_GUILESS_MAIN(tst_commands)
+#include "tst_commands.moc"
