@@ -1,6 +1,7 @@
 #include "app/BackgroundTasks.h"
 
 #include <QScopeGuard>
+#include <QThread>
 #include <QThreadPool>
 #include <QtConcurrentRun>
 
@@ -20,10 +21,7 @@ void BackgroundTasks::start(std::function<void()> task)
 {
     ++m_state->running;
     std::ignore = QtConcurrent::run(QThreadPool::globalInstance(), [state = m_state, task = std::move(task)] {
-        const auto finished = qScopeGuard([&state] {
-            --state->running;
-            state->running.notify_all();
-        });
+        const auto finished = qScopeGuard([&state] { --state->running; });
         if (!state->abandoned)
             task();
     });
@@ -37,6 +35,7 @@ std::function<bool()> BackgroundTasks::abandoned() const
 void BackgroundTasks::finish()
 {
     m_state->abandoned = true;
-    for (int running = m_state->running; running > 0; running = m_state->running)
-        m_state->running.wait(running);
+    // Not std::atomic's own wait(): MinGW's library (GCC 12) can sleep through the wake-up for ever.
+    while (m_state->running > 0)
+        QThread::msleep(1);
 }
