@@ -169,7 +169,9 @@ void tst_scanPerOption::skipsTheDesktop()
         QSKIP("The desktop folder cannot be redirected here");
     QStringList onDesktop = writeCopies(desktop, {u"a.txt"_s, u"deep/b.txt"_s}, "desktop");
     // The rule only compares the beginning of the path, and ignores case.
-    onDesktop += writeCopies(m_home.path(), {u"Desktop2/a.txt"_s, u"DESKTOP/b.txt"_s}, "beside the desktop");
+    for (const QString &beside : {u"Desktop2"_s, u"DESKTOP"_s})
+        onDesktop +=
+            writeCopies(m_home.filePath(beside), {u"a.txt"_s, u"b.txt"_s}, "beside, " + beside.toUtf8());
     const QStringList elsewhere = writeCopies(m_home.path(), {u"a.txt"_s, u"Documents/b.txt"_s}, "elsewhere");
     QFile::link(m_home.filePath(u"Desktop/deep"_s), m_home.filePath(u"way in"_s));
 
