@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything with warnings as errors and runs the tests. Arguments go to ctest:
 # ./test.sh -R wholeRoad
+# ./test.sh --coverage builds and runs them once more with counters and ends with the lines and branches they reach.
 set -euo pipefail
 
 fail() {
@@ -10,6 +11,11 @@ fail() {
 
 cd "$(dirname "${BASH_SOURCE[0]}")"
 case ${1:-} in
+--coverage)
+    [ $# -eq 1 ] || fail "--coverage goes alone"
+    tools/setup.sh build run test coverage
+    exec tools/coverage.sh
+    ;;
 '' | -*) ;;
 *) fail "unknown argument: $1 (arguments go to ctest; one test by its name: ./test.sh -R $1)" ;;
 esac
