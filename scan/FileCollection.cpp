@@ -16,18 +16,15 @@ namespace {
 constexpr qint32 reportEveryFiles = 100;
 constexpr qint64 reportEveryMilliseconds = 800;
 
-/// Calls \a visit with the path of every file below \a folders, until \a abandoned says so. Folders are asked
-/// for only to have it asked there too: without a file in it, the largest tree would be one single step.
+/// Calls \a visit with the path of every file below \a folders until it returns false.
 template <typename Visit>
-void walk(const QStringList &folders, const std::function<bool()> &abandoned, Visit visit)
+void walk(const QStringList &folders, Visit visit)
 {
-    constexpr QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     for (const QString &folder : folders) {
-        QDirIterator entries(folder, filters, QDirIterator::Subdirectories);
-        while (!abandoned() && entries.hasNext()) {
-            const QString path = entries.next();
-            if (!entries.fileInfo().isDir())
-                visit(path);
+        QDirIterator entries(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+        while (entries.hasNext()) {
+            if (!visit(entries.next()))
+                return;
         }
     }
 }
@@ -125,7 +122,10 @@ QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks)
 {
     qint32 total = 0;
-    walk(folders, callbacks.abandoned, [&](const QString &) { ++total; });
+    walk(folders, [&](const QString &) {
+        ++total;
+        return !callbacks.abandoned();
+    });
     callbacks.counted();
     scannedFileCount = 0;
     acceptedFileCount = 0;
@@ -133,9 +133,9 @@ QStringList collectFiles(
     QStringList accepted;
     SkipRules rules(options);
     ReportThrottle throttle;
-    walk(folders, callbacks.abandoned, [&](const QString &path) {
+    walk(folders, [&](const QString &path) {
         if (rules.skips(path))
-            return;
+            return !callbacks.abandoned();
         const qint32 scanned = ++scannedFileCount;
         if (collectionAccepts(lowerCaseSuffix(path), options.fileTypes)) {
             ++acceptedFileCount;
@@ -143,6 +143,7 @@ QStringList collectFiles(
         }
         if (throttle.isDue(scanned))
             callbacks.progress(path, percentOf(scanned, total));
+        return !callbacks.abandoned();
     });
     return accepted;
 }
