@@ -46,10 +46,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
 {
     auto *const groupRow =
         new QTreeWidgetItem(QStringList{ResultTexts::groupTitle(fileName, size, files.size())});
-    // Both are without effect outside a tree: groups appear collapsed, and the one visible column needs no
-    // spanning. Inside it, the view would look every row up in a list of the spanned ones: quadratic over a
-    // long scroll.
-    groupRow->setFirstColumnSpanned(true);
+    // Without effect outside a tree: groups appear collapsed.
     groupRow->setExpanded(true);
     groupRow->setFlags(groupRow->flags() | Qt::ItemIsUserCheckable);
 
@@ -73,6 +70,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
     groupRow->addChildren(fileRows);
     groupRow->setCheckState(0, groupCheckState(ticked, files.size()));
     ui->treeDuplicates->addTopLevelItem(groupRow);
+    groupRow->setFirstColumnSpanned(true);
     for (QTreeWidgetItem *row : std::as_const(pictureRows))
         loadThumbnailLater(ui->treeDuplicates, row, row->text(0));
     return groupRow;

@@ -158,7 +158,7 @@ void tst_commands::refusesBadInput()
 void tst_commands::installsNothingWhenNothingIsMissing()
 {
     writeFile(m_machine.filePath(QStringLiteral("installed")),
-        "g++\ncmake\nninja-build\nqt6-base-dev\nqt6-base-dev-tools\n");
+        "g++\ncmake\nninja-build\nqt6-base-dev\nqt6-base-dev-tools\nlibssl-dev\n");
     const Outcome outcome = setUp();
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
@@ -169,7 +169,8 @@ void tst_commands::installsNothingWhenNothingIsMissing()
 void tst_commands::installsOnlyWhatIsMissing()
 {
     // Names that are part of another are not taken for it.
-    writeFile(m_machine.filePath(QStringLiteral("installed")), "g++\nninja-build\nqt6-base-dev-tools\n");
+    writeFile(m_machine.filePath(QStringLiteral("installed")),
+        "g++\nninja-build\nqt6-base-dev-tools\nlibssl-dev\n");
     const Outcome outcome = setUp();
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
