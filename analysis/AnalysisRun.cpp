@@ -77,7 +77,7 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
 /// result.
 void MainWindow::forgetShownResults()
 {
-    ui->treeDuplicates->clear();
+    removeRows();
     currentCategory.clear();
     loadedGroupCount = 0;
     allBatchesLoaded = false;

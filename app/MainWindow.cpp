@@ -5,6 +5,7 @@
 #include "app/UnclippedTextStyle.h"
 #include "results/CategoryFilter.h"
 #include "results/ResultsDelegate.h"
+#include "results/ThumbnailQueue.h"
 #include "ui_MainWindow.h"
 
 #include <QHBoxLayout>
@@ -48,6 +49,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->treeDuplicates->setHeaderHidden(true);
     ui->treeDuplicates->setIconSize(QSize(32, 32));
     ui->treeDuplicates->setItemDelegate(new ResultsDelegate(ui->treeDuplicates));
+    thumbnails = new ThumbnailQueue(ui->treeDuplicates);
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
@@ -179,7 +181,7 @@ void MainWindow::applyStyleSheets()
 void MainWindow::on_btnBack_clicked()
 {
     ui->stackedWidget->setCurrentWidget(ui->page);
-    ui->treeDuplicates->clear();
+    removeRows();
     ui->labelStatsInfo->clear();
     ui->btnStartScan->setEnabled(true);
 }

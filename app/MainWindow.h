@@ -19,6 +19,7 @@ class QPushButton;
 class QTimer;
 class QToolButton;
 class QTreeWidgetItem;
+class ThumbnailQueue;
 
 namespace Ui {
 class MainWindow;
@@ -88,6 +89,8 @@ private:
     void runLoad(const std::function<void()> &load);
     bool postponeDuringLoad(const std::function<void()> &step);
     void loadCategory(const QString &type);
+    void removeRows();
+    void spanGroupRows(int first);
     void clearTree();
     void showNoDuplicates();
     void loadNextBatch();
@@ -149,6 +152,7 @@ private:
     bool stopRequested = false;
     QTimer *scanTimer = nullptr;
 
+    ThumbnailQueue *thumbnails = nullptr;
     /// Results delivered so far.
     qint32 deliveries = 0;
     /// A category is being put into the tree, see postponeDuringLoad().

@@ -1,7 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "results/ResultTexts.h"
-#include "results/Thumbnail.h"
+#include "results/ThumbnailQueue.h"
 #include "scan/FileCategories.h"
 #include "ui_MainWindow.h"
 
@@ -52,7 +52,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
 
     const QFileIconProvider icons;
     QList<QTreeWidgetItem *> fileRows;
-    QList<QTreeWidgetItem *> pictureRows;
+    QList<int> pictureRows;
     qsizetype ticked = 0;
     for (const QString &path : files) {
         const QFileInfo file(path);
@@ -62,7 +62,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
         ticked += isTicked ? 1 : 0;
         QTreeWidgetItem *const row = createFileRow(file, path, isTicked);
         if (hasThumbnail(lowerCaseSuffix(path)))
-            pictureRows.append(row);
+            pictureRows.append(static_cast<int>(fileRows.size()));
         else
             row->setIcon(0, icons.icon(file));
         fileRows.append(row);
@@ -70,8 +70,6 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
     groupRow->addChildren(fileRows);
     groupRow->setCheckState(0, groupCheckState(ticked, files.size()));
     ui->treeDuplicates->addTopLevelItem(groupRow);
-    groupRow->setFirstColumnSpanned(true);
-    for (QTreeWidgetItem *row : std::as_const(pictureRows))
-        loadThumbnailLater(ui->treeDuplicates, row, row->text(0));
+    thumbnails->add(groupRow, pictureRows);
     return groupRow;
 }

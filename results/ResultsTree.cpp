@@ -92,9 +92,27 @@ void MainWindow::loadCategory(const QString &type)
     setResultActionsEnabled(true);
 }
 
+/// Takes all rows down and shows the tree's top again.
+///
+/// From where it stood, the scroll bar would be pushed back to the end of the next, shorter list, and its
+/// change ask for more batches of it.
+void MainWindow::removeRows()
+{
+    ui->treeDuplicates->verticalScrollBar()->setValue(0);
+    ui->treeDuplicates->clear();
+}
+
+/// Has the group rows from row \a first on span all columns. Each call lays the tree out anew: it is made once
+/// for a batch, never for a row.
+void MainWindow::spanGroupRows(int first)
+{
+    for (int i = first; i < ui->treeDuplicates->topLevelItemCount(); ++i)
+        ui->treeDuplicates->topLevelItem(i)->setFirstColumnSpanned(true);
+}
+
 void MainWindow::clearTree()
 {
-    ui->treeDuplicates->clear();
+    removeRows();
     for (int i = ui->treeDuplicates->topLevelItemCount() - 1; i >= 0; --i) {
         if (ui->treeDuplicates->topLevelItem(i)->text(0) == tr("No duplicate files"))
             delete ui->treeDuplicates->takeTopLevelItem(i);
@@ -130,6 +148,7 @@ void MainWindow::loadNextBatch()
     ui->treeDuplicates->setUpdatesEnabled(false);
     for (qint32 i = loadedGroupCount; i < end; ++i)
         createGroupItem(*list.at(i))->setData(0, categoryRole, currentCategory);
+    spanGroupRows(loadedGroupCount);
     ui->treeDuplicates->setUpdatesEnabled(true);
     ui->treeDuplicates->viewport()->update();
     loadedGroupCount = end;
@@ -152,12 +171,13 @@ void MainWindow::refreshCurrentBatchUI()
 {
     if (postponeDuringLoad([this] { refreshCurrentBatchUI(); }))
         return;
-    ui->treeDuplicates->clear();
+    removeRows();
     const QList<DuplicateGroup *> list = groupsByCategory.value(currentCategory);
     const qint32 count = static_cast<qint32>(list.size());
     const qint32 end = std::min(count, firstBatchSize);
     for (qint32 i = 0; i < end; ++i)
         createGroupItem(*list.at(i));
+    spanGroupRows(0);
     loadedGroupCount = end;
     allBatchesLoaded = end >= count;
 }

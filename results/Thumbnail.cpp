@@ -2,10 +2,6 @@
 
 #include <QFileInfo>
 #include <QImageReader>
-#include <QPersistentModelIndex>
-#include <QPointer>
-#include <QTimer>
-#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -52,16 +48,4 @@ QPixmap loadThumbnail(const QString &path)
         return {};
     const QSize target = scaledToThumbnail(reduce ? size : image.size());
     return QPixmap::fromImage(image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-}
-
-void loadThumbnailLater(QTreeWidget *tree, QTreeWidgetItem *row, const QString &path)
-{
-    const auto load = [tree = QPointer<QTreeWidget>(tree), path,
-                          index = QPersistentModelIndex(tree->indexFromItem(row))] {
-        if (!tree || !index.isValid())
-            return;
-        if (const QPixmap thumbnail = loadThumbnail(path); !thumbnail.isNull())
-            tree->itemFromIndex(index)->setIcon(0, QIcon(thumbnail));
-    };
-    QTimer::singleShot(0, load);
 }

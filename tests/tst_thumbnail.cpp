@@ -3,12 +3,9 @@
 #include "tests/support/TestFiles.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
-#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTreeWidget>
 
 #include <algorithm>
 #include <cstdlib>
@@ -65,11 +62,6 @@ private slots:
     void isNullForWhatIsNoPicture();
     void toleratesATruncatedPicture_data();
     void toleratesATruncatedPicture();
-    void givesItsRowAnIconLater();
-    void leavesTheRowAloneWithoutPicture();
-    void givesTheIconToTheRowItWasMeantFor();
-    void toleratesThatTheRowIsGone_data();
-    void toleratesThatTheRowIsGone();
 
 private:
     [[nodiscard]] QString write(const QString &name, const QByteArray &content) const;
@@ -219,87 +211,6 @@ void tst_thumbnail::toleratesATruncatedPicture()
     QCOMPARE(thumbnail.isNull(), QPixmap(path).isNull());
     if (!thumbnail.isNull())
         QCOMPARE(thumbnail.size(), QSize(32, 24));
-}
-
-void tst_thumbnail::givesItsRowAnIconLater()
-{
-    QTreeWidget tree;
-    auto *const group = new QTreeWidgetItem(&tree);
-    auto *const row = new QTreeWidgetItem(group);
-    auto *const other = new QTreeWidgetItem(group);
-    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
-    QVERIFY(row->icon(0).isNull());
-    QTRY_VERIFY(!row->icon(0).isNull());
-    QCOMPARE(row->icon(0).availableSizes(), QList<QSize>{QSize(32, 16)});
-    QVERIFY(other->icon(0).isNull());
-    QVERIFY(group->icon(0).isNull());
-}
-
-void tst_thumbnail::leavesTheRowAloneWithoutPicture()
-{
-    QTreeWidget tree;
-    auto *const row = new QTreeWidgetItem(&tree);
-    auto *const gone = new QTreeWidgetItem(&tree);
-    QIcon former(QPixmap(8, 8));
-    row->setIcon(0, former);
-    const QString path = write(QStringLiteral("gone.png"), encoded(halves({64, 32}), "png"));
-    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), "no picture"));
-    loadThumbnailLater(&tree, gone, path);
-    QVERIFY(QFile::remove(path));
-    QCoreApplication::processEvents();
-    QCOMPARE(row->icon(0).availableSizes(), QList<QSize>{QSize(8, 8)});
-    QVERIFY(gone->icon(0).isNull());
-}
-
-/// Rows may come and go before it, and move.
-void tst_thumbnail::givesTheIconToTheRowItWasMeantFor()
-{
-    QTreeWidget tree;
-    auto *const group = new QTreeWidgetItem(&tree);
-    auto *const before = new QTreeWidgetItem(group);
-    auto *const row = new QTreeWidgetItem(group);
-    auto *const after = new QTreeWidgetItem(group);
-    loadThumbnailLater(&tree, row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
-    delete before;
-    tree.insertTopLevelItem(0, new QTreeWidgetItem());
-    QCoreApplication::processEvents();
-    QVERIFY(!row->icon(0).isNull());
-    QVERIFY(after->icon(0).isNull());
-    QVERIFY(group->icon(0).isNull());
-}
-
-void tst_thumbnail::toleratesThatTheRowIsGone_data()
-{
-    QTest::addColumn<QString>("what");
-    QTest::newRow("row deleted") << QStringLiteral("row");
-    QTest::newRow("group deleted") << QStringLiteral("group");
-    QTest::newRow("tree cleared") << QStringLiteral("clear");
-    QTest::newRow("tree destroyed") << QStringLiteral("tree");
-}
-
-void tst_thumbnail::toleratesThatTheRowIsGone()
-{
-    QFETCH(const QString, what);
-    auto tree = std::make_unique<QTreeWidget>();
-    auto *const group = new QTreeWidgetItem(tree.get());
-    auto *const row = new QTreeWidgetItem(group);
-    loadThumbnailLater(tree.get(), row, write(QStringLiteral("x.png"), encoded(halves({64, 32}), "png")));
-    if (what == u"row")
-        delete row;
-    else if (what == u"group")
-        delete group;
-    else if (what == u"clear")
-        tree->clear();
-    else
-        tree.reset();
-
-    // The next row may well lie where the old one lay in memory.
-    QTreeWidget *const next = tree ? tree.get() : new QTreeWidget();
-    const std::unique_ptr<QTreeWidget> owner(tree ? nullptr : next);
-    auto *const nextRow = new QTreeWidgetItem(new QTreeWidgetItem(next));
-    QCoreApplication::processEvents();
-    QVERIFY(nextRow->icon(0).isNull());
-    QVERIFY(nextRow->parent()->icon(0).isNull());
 }
 
 QTEST_MAIN(tst_thumbnail)

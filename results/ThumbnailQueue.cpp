@@ -1,0 +1,58 @@
+#include "results/ThumbnailQueue.h"
+
+#include "results/Thumbnail.h"
+
+#include <QDeadlineTimer>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <chrono>
+
+using std::chrono_literals::operator""ms;
+
+namespace {
+
+/// How long small pictures are loaded one after the other before the event loop gets its turn. A large one
+/// takes longer all by itself.
+constexpr auto loadingSlice = 8ms;
+
+} // namespace
+
+ThumbnailQueue::ThumbnailQueue(QTreeWidget *tree)
+    : QObject(tree)
+    , m_tree(tree)
+{
+}
+
+void ThumbnailQueue::add(const QTreeWidgetItem *groupRow, const QList<int> &fileRows)
+{
+    if (fileRows.isEmpty())
+        return;
+    if (m_requests.isEmpty())
+        QTimer::singleShot(0ms, this, &ThumbnailQueue::loadSome);
+    m_requests.append({.groupRow = m_tree->indexFromItem(groupRow), .fileRows = fileRows});
+}
+
+void ThumbnailQueue::loadSome()
+{
+    const QDeadlineTimer deadline(loadingSlice);
+    do {
+        loadNext();
+    } while (!m_requests.isEmpty() && !deadline.hasExpired());
+    if (!m_requests.isEmpty())
+        QTimer::singleShot(0ms, this, &ThumbnailQueue::loadSome);
+}
+
+void ThumbnailQueue::loadNext()
+{
+    Request &request = m_requests.first();
+    if (QTreeWidgetItem *const groupRow = m_tree->itemFromIndex(request.groupRow)) {
+        QTreeWidgetItem *const fileRow = groupRow->child(request.fileRows.at(request.done++));
+        if (const QPixmap thumbnail = fileRow ? loadThumbnail(fileRow->text(0)) : QPixmap();
+            !thumbnail.isNull())
+            fileRow->setIcon(0, QIcon(thumbnail));
+        if (request.done < request.fileRows.size())
+            return;
+    }
+    m_requests.removeFirst();
+}
