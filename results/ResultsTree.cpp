@@ -102,8 +102,8 @@ void MainWindow::removeRows()
     ui->treeDuplicates->clear();
 }
 
-/// Has the group rows from row \a first on span all columns. Each call lays the tree out anew: it is made once
-/// for a batch, never for a row.
+/// Has the group rows from row \a first on span all columns. Each call lays the tree out anew: it is made
+/// once for a batch, never for a row.
 void MainWindow::spanGroupRows(int first)
 {
     for (int i = first; i < ui->treeDuplicates->topLevelItemCount(); ++i)

@@ -16,15 +16,20 @@ namespace {
 constexpr qint32 reportEveryFiles = 100;
 constexpr qint64 reportEveryMilliseconds = 800;
 
-/// Calls \a visit with the path of every file below \a folders until it returns false.
+/// Calls \a visit with the path of every file below \a folders, until \a abandoned says so. Folders are asked
+/// for only to have it asked there too: without a file in it, the largest tree would be one single step.
 template <typename Visit>
-void walk(const QStringList &folders, Visit visit)
+void walk(const QStringList &folders, const std::function<bool()> &abandoned, Visit visit)
 {
+    constexpr QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     for (const QString &folder : folders) {
-        QDirIterator entries(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+        QDirIterator entries(folder, filters, QDirIterator::Subdirectories);
         while (entries.hasNext()) {
-            if (!visit(entries.next()))
+            if (abandoned())
                 return;
+            const QString path = entries.next();
+            if (!entries.fileInfo().isDir())
+                visit(path);
         }
     }
 }
@@ -122,10 +127,7 @@ QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks)
 {
     qint32 total = 0;
-    walk(folders, [&](const QString &) {
-        ++total;
-        return !callbacks.abandoned();
-    });
+    walk(folders, callbacks.abandoned, [&](const QString &) { ++total; });
     callbacks.counted();
     scannedFileCount = 0;
     acceptedFileCount = 0;
@@ -133,9 +135,9 @@ QStringList collectFiles(
     QStringList accepted;
     SkipRules rules(options);
     ReportThrottle throttle;
-    walk(folders, [&](const QString &path) {
+    walk(folders, callbacks.abandoned, [&](const QString &path) {
         if (rules.skips(path))
-            return !callbacks.abandoned();
+            return;
         const qint32 scanned = ++scannedFileCount;
         if (collectionAccepts(lowerCaseSuffix(path), options.fileTypes)) {
             ++acceptedFileCount;
@@ -143,7 +145,6 @@ QStringList collectFiles(
         }
         if (throttle.isDue(scanned))
             callbacks.progress(path, percentOf(scanned, total));
-        return !callbacks.abandoned();
     });
     return accepted;
 }

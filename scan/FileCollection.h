@@ -27,7 +27,7 @@ struct CollectionCallbacks
     /// Each time 100 more files were scanned or 800 ms have passed: the file's path as the walk returned it,
     /// and the scanned share of the counted files in per cent, which exceeds 100 when files were added since.
     std::function<void(const QString &path, int percent)> progress;
-    /// Asked for every entry; true ends the walk early with whatever was collected so far.
+    /// Asked for every file and folder; true ends the walk early with whatever was collected so far.
     std::function<bool()> abandoned;
 };
 

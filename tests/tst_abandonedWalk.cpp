@@ -1,0 +1,83 @@
+#include "scan/FileCollection.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// A window that closes waits for its walk, so a walk must ask often whether to go on.
+class tst_abandonedWalk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void asksInEveryFolder();
+    void collectsNoFolder();
+    void goesNoFurtherOnceAbandoned();
+};
+
+namespace {
+
+constexpr int folderCount = 50;
+
+ScanOptions everything()
+{
+    ScanOptions options;
+    options.fileTypes.append(QStringLiteral("other"));
+    return options;
+}
+
+} // namespace
+
+void tst_abandonedWalk::asksInEveryFolder()
+{
+    const QTemporaryDir root;
+    for (int i = 0; i < folderCount; ++i)
+        QVERIFY(QDir(root.path()).mkpath(QStringLiteral("%1/inside").arg(i)));
+    int asked = 0;
+    const CollectionCallbacks callbacks{
+        .counted = [] {},
+        .progress = [](const QString &, int) {},
+        .abandoned =
+            [&asked] {
+                ++asked;
+                return false;
+            },
+    };
+    QVERIFY(collectFiles({root.path()}, everything(), callbacks).isEmpty());
+    // Both passes, and two folders each.
+    QVERIFY2(asked >= 4 * folderCount, qPrintable(QString::number(asked)));
+}
+
+void tst_abandonedWalk::collectsNoFolder()
+{
+    const QTemporaryDir root;
+    writeFile(root.filePath(QStringLiteral("folder.txt/inside.txt")), "x");
+    QVERIFY(QDir(root.path()).mkpath(QStringLiteral("empty.txt")));
+    const CollectionCallbacks callbacks{
+        .counted = [] {}, .progress = [](const QString &, int) {}, .abandoned = [] { return false; }};
+    QCOMPARE(collectFiles({root.path()}, everything(), callbacks),
+        QStringList{root.filePath(QStringLiteral("folder.txt/inside.txt"))});
+    QCOMPARE(scannedFileCount.load(), 1);
+}
+
+void tst_abandonedWalk::goesNoFurtherOnceAbandoned()
+{
+    const QTemporaryDir root;
+    for (int i = 0; i < folderCount; ++i)
+        writeFile(root.filePath(QStringLiteral("%1/file").arg(i)), "x");
+    bool counted = false;
+    int askedAfterCounting = 0;
+    const CollectionCallbacks callbacks{
+        .counted = [&counted] { counted = true; },
+        .progress = [](const QString &, int) {},
+        .abandoned = [&] { return counted && ++askedAfterCounting > 10; },
+    };
+    const qsizetype collected = collectFiles({root.path()}, everything(), callbacks).size();
+    QVERIFY2(collected > 0 && collected <= 11, qPrintable(QString::number(collected)));
+    // One more question tells that the walk is to end, another place would be asked once each.
+    QCOMPARE(askedAfterCounting, 11);
+}
+
+QTEST_GUILESS_MAIN(tst_abandonedWalk)
+#include "tst_abandonedWalk.moc"
