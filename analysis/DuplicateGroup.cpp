@@ -1,26 +1,15 @@
 #include "analysis/DuplicateGroup.h"
 
-#include <QFileInfo>
-
-namespace {
-
-QDateTime creationTime(const QString &path)
-{
-    const QFileInfo file(path);
-    const QDateTime birth = file.fileTime(QFileDevice::FileBirthTime);
-    return birth.isValid() ? birth : file.fileTime(QFileDevice::FileModificationTime);
-}
-
-} // namespace
+#include "analysis/CreationTime.h"
 
 qsizetype indexOfKeptCopy(const QList<QString> &files)
 {
     qsizetype kept = 0;
-    QDateTime oldest = creationTime(files.first());
+    std::optional<qint64> oldest = creationTime(files.first());
     for (qsizetype i = 1; i < files.size(); ++i) {
-        const QDateTime created = creationTime(files.at(i));
+        const std::optional<qint64> created = creationTime(files.at(i));
         // A file that is gone has no time, and no time would compare as the earliest of all.
-        if (created.isValid() && (!oldest.isValid() || created < oldest)) {
+        if (created && (!oldest || *created < *oldest)) {
             oldest = created;
             kept = i;
         }

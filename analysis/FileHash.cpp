@@ -1,21 +1,14 @@
 #include "analysis/FileHash.h"
 
 #include "analysis/PoolThreadRelease.h"
+#include "analysis/RegularFile.h"
 #include "analysis/Sha256.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QThreadPool>
 #include <QVarLengthArray>
 #include <QtConcurrentMap>
 
 #include <algorithm>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -23,35 +16,10 @@ constexpr int sampleSize = 4096;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
 
-// Buffered, QFile reads 16 KiB ahead.
-constexpr QIODevice::OpenMode readUnbuffered = QIODevice::ReadOnly | QIODevice::Unbuffered;
-
-/// Opens \a file for reading; false when that fails or it is not a regular file. Never waits for the other
-/// end of a pipe.
-bool openRegularFile(QFile &file)
-{
-#ifdef Q_OS_UNIX
-    // To ask for the type first would look the path up twice, which takes as long as reading the file.
-    const QByteArray path = QFile::encodeName(file.fileName());
-    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        return false;
-    struct stat status = {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-        file.open(descriptor, readUnbuffered, QFileDevice::AutoCloseHandle))
-        return true;
-    ::close(descriptor);
-    return false;
-#else
-    return QFileInfo(file).isFile() && file.open(readUnbuffered);
-#endif
-}
-
 /// Reads up to the buffer's size from the file's current position; what could not be read is left out.
-QByteArrayView readSample(QFile &file, SampleBuffer &buffer)
+QByteArrayView readSample(RegularFile &file, SampleBuffer &buffer)
 {
-    const qint64 count = file.read(buffer.data(), buffer.size());
-    return QByteArrayView(buffer.constData(), std::max<qint64>(count, 0));
+    return QByteArrayView(buffer.constData(), file.read(buffer.data(), buffer.size()));
 }
 
 void appendHash(QList<FileHash> &hashes, const FileHash &hash)
@@ -63,8 +31,8 @@ void appendHash(QList<FileHash> &hashes, const FileHash &hash)
 
 QByteArray computeFileHash(const QString &path, int chunkSize)
 {
-    QFile file(path);
-    if (!openRegularFile(file))
+    RegularFile file(path);
+    if (!file.isOpen())
         return {};
 
     SampleBuffer headBuffer(std::max(chunkSize, 0));

@@ -6,6 +6,8 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QThreadPool>
+#include <QtConcurrentMap>
 
 std::atomic<qint32> scannedFileCount{0};
 std::atomic<qint32> acceptedFileCount{0};
@@ -16,22 +18,67 @@ namespace {
 constexpr qint32 reportEveryFiles = 100;
 constexpr qint64 reportEveryMilliseconds = 800;
 
-/// Calls \a visit with the path of every file below \a folders, until \a abandoned says so. Folders are asked
-/// for only to have it asked there too: without a file in it, the largest tree would be one single step.
-template <typename Visit>
-void walk(const QStringList &folders, const std::function<bool()> &abandoned, Visit visit)
+/// Calls \a visitFile and \a visitFolder with the path of every file and every subfolder of \a folders, with
+/// QDirIterator::Subdirectories in \a flags of everything below them. False when \a abandoned has ended it
+/// early. Folders are listed so that it is asked there too: without a file in it, the largest tree would be
+/// one single step.
+template <typename VisitFile, typename VisitFolder>
+bool walk(const QStringList &folders, QDirIterator::IteratorFlags flags,
+    const std::function<bool()> &abandoned, VisitFile visitFile, VisitFolder visitFolder)
 {
     constexpr QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     for (const QString &folder : folders) {
-        QDirIterator entries(folder, filters, QDirIterator::Subdirectories);
+        QDirIterator entries(folder, filters, flags);
         while (entries.hasNext()) {
             if (abandoned())
-                return;
+                return false;
             const QString path = entries.next();
-            if (!entries.fileInfo().isDir())
-                visit(path);
+            if (entries.fileInfo().isDir())
+                visitFolder(path);
+            else
+                visitFile(path);
         }
     }
+    return true;
+}
+
+template <typename VisitFile>
+void walkFiles(const QStringList &folders, const std::function<bool()> &abandoned, VisitFile visitFile)
+{
+    walk(folders, QDirIterator::Subdirectories, abandoned, visitFile, [](const QString &) {});
+}
+
+/// So many levels of folders have, as a rule, enough subfolders to keep every thread busy.
+constexpr int levelsCountedOneByOne = 2;
+
+/// Counts the files below \a folders. The number has no order to keep, so all cores may help.
+///
+/// On threads of its own: the global pool's other users, Qt's painting among them, would wait for as long as
+/// the disk takes.
+qint32 countFiles(const QStringList &folders, const std::function<bool()> &abandoned)
+{
+    qint32 total = 0;
+    QStringList subtrees = folders;
+    for (int level = 0; level < levelsCountedOneByOne; ++level) {
+        QStringList subfolders;
+        const bool finished = walk(
+            subtrees, QDirIterator::NoIteratorFlags, abandoned, [&total](const QString &) { ++total; },
+            [&subfolders](const QString &folder) { subfolders.append(folder); });
+        if (!finished)
+            return total;
+        subtrees = std::move(subfolders);
+    }
+    const auto countBelow = [&abandoned](const QString &folder) {
+        qint32 files = 0;
+        walkFiles({folder}, abandoned, [&files](const QString &) { ++files; });
+        return files;
+    };
+    QThreadPool threads;
+    QFuture<qint32> counts = QtConcurrent::mapped(&threads, subtrees, countBelow);
+    counts.waitForFinished();
+    for (const qint32 files : counts.results())
+        total += files;
+    return total;
 }
 
 /// Canonical paths at the price of one look-up per folder: a regular file's is its folder's plus its name.
@@ -126,8 +173,7 @@ bool isSkippedLocation(const QString &canonicalPath, const ScanOptions &options,
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks)
 {
-    qint32 total = 0;
-    walk(folders, callbacks.abandoned, [&](const QString &) { ++total; });
+    const qint32 total = countFiles(folders, callbacks.abandoned);
     callbacks.counted();
     scannedFileCount = 0;
     acceptedFileCount = 0;
@@ -135,7 +181,7 @@ QStringList collectFiles(
     QStringList accepted;
     SkipRules rules(options);
     ReportThrottle throttle;
-    walk(folders, callbacks.abandoned, [&](const QString &path) {
+    walkFiles(folders, callbacks.abandoned, [&](const QString &path) {
         if (rules.skips(path))
             return;
         const qint32 scanned = ++scannedFileCount;

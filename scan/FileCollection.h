@@ -19,22 +19,24 @@ extern std::atomic<qint32> acceptedFileCount;
 /// before reports by time alone until it has passed the mark. Atomic only because two scans may overlap.
 extern std::atomic<qint32> lastReportedCount;
 
-/// What the walk tells its caller, called on the walking thread. All three must be set.
+/// What the walk tells its caller. All three must be set.
 struct CollectionCallbacks
 {
-    /// Once, after the counting pass.
+    /// Once, after the counting pass, on the walking thread.
     std::function<void()> counted;
     /// Each time 100 more files were scanned or 800 ms have passed: the file's path as the walk returned it,
     /// and the scanned share of the counted files in per cent, which exceeds 100 when files were added since.
+    /// On the walking thread.
     std::function<void(const QString &path, int percent)> progress;
-    /// Asked for every file and folder; true ends the walk early with whatever was collected so far.
+    /// Asked for every file and folder, on several threads at once; true ends the walk early with whatever
+    /// was collected so far.
     std::function<bool()> abandoned;
 };
 
 /// Walks \a folders in order, twice (to count, then to collect), and returns the paths of the files that the
 /// rules of \a options let through, in the order of the walk. Links are never followed and hidden entries
 /// never entered. A folder listed twice is walked twice; what cannot be read yields nothing. Runs on any one
-/// thread.
+/// thread, with further ones to help it count.
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);
 

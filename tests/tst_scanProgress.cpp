@@ -8,6 +8,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -98,6 +99,7 @@ private slots:
     void reportsEveryHundredFiles();
     void reportsThePathJustScanned();
     void countsFilesOfOtherTypesAsScanned();
+    void countsWhatTheWalkMeetsOnEveryLevel();
     void keepsTheMarkOfTheScanBefore();
     void reportsAfterSomeTime();
     void exceedsHundredPercentWhenFilesAppear();
@@ -180,6 +182,25 @@ void tst_scanProgress::countsFilesOfOtherTypesAsScanned()
     if (scan.slow)
         QSKIP(reportedForTheTime);
     QCOMPARE(scan.percents(), (QList<int>{33, 66, 100}));
+}
+
+void tst_scanProgress::countsWhatTheWalkMeetsOnEveryLevel()
+{
+    QString folder = QStringLiteral("a/");
+    for (int level = 0; level < 5; ++level) {
+        write(folder + QStringLiteral("%1.jpg"), 20);
+        write(folder + QStringLiteral("second/%1.jpg"), 20);
+        // Neither hidden folders nor what links lead to.
+        write(folder + QStringLiteral(".hidden/%1.jpg"), 7);
+        QVERIFY(QFile::link(path(QStringLiteral("a")), path(folder + QStringLiteral("link"))));
+        folder += QStringLiteral("deeper/");
+    }
+    const QString top = path(QStringLiteral("a"));
+    const Scan scan({top, top});
+    QCOMPARE(scan.collected.size(), 400);
+    QVERIFY(scan.reports.size() >= 4);
+    for (const Report &report : scan.reports)
+        QCOMPARE(report.percent, report.scanned * 100 / 400);
 }
 
 /// The mark of the last report outlives the scan: the next one first has to get 100 files beyond it.
@@ -295,11 +316,11 @@ void tst_scanProgress::endsWhenAbandoned()
     const QStringList all = collect(folders);
     QCOMPARE(all.size(), 30);
 
-    int asked = 0;
+    std::atomic<int> asked = 0;
     CollectionCallbacks callbacks = silentCallbacks();
     callbacks.abandoned = [&asked, questions] { return ++asked > questions; };
     const QStringList collected = collectFiles(folders, options, callbacks);
-    QVERIFY2(asked > questions && asked <= questions + 2, qPrintable(QString::number(asked)));
+    QVERIFY2(asked > questions && asked <= questions + 2, qPrintable(QString::number(asked.load())));
     if (!allSkipped) {
         QVERIFY(collected.size() <= std::max(questions - 31, 0));
         QCOMPARE(collected, all.first(collected.size()));

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+/// A regular file open for reading, without a buffer: nothing is read but what was asked for.
+///
+/// Any thread, one at a time. On Unix it works on the descriptor itself: QFile asks the system for more than
+/// it needs when it takes one over, which for small files is a fifth of the whole time.
+class RegularFile
+{
+public:
+    /// Opens the file at \a path. Anything but a regular file is left alone; a pipe in its place is never
+    /// waited for.
+    explicit RegularFile(const QString &path);
+    ~RegularFile();
+    Q_DISABLE_COPY_MOVE(RegularFile)
+
+    [[nodiscard]] bool isOpen() const;
+
+    /// The size in bytes at this moment. Kernel files report 0 and still yield bytes.
+    [[nodiscard]] qint64 size() const;
+
+    /// Reads up to \a count bytes from the current position on into \a data and returns how many came before
+    /// the file ended or failed.
+    qint64 read(char *data, qint64 count);
+
+    void seek(qint64 position);
+
+private:
+#ifdef Q_OS_UNIX
+    int m_descriptor;
+    qint64 m_sizeAtOpening = 0;
+    qint64 m_position = 0;
+#else
+    QFile m_file;
+#endif
+};
