@@ -5,8 +5,6 @@
 #include <QFileInfo>
 
 #ifdef Q_OS_LINUX
-#include <cerrno>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #endif
@@ -44,8 +42,6 @@ std::optional<qint64> creationTime(const QString &path)
         const auto birth = milliseconds(facts.stx_btime, facts.stx_mask & STATX_BTIME);
         return birth ? birth : milliseconds(facts.stx_mtime, facts.stx_mask & STATX_MTIME);
     }
-    if (errno != ENOSYS)
-        return {};
 #endif
     return creationTimeByQt(path);
 }
