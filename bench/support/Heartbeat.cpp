@@ -5,8 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
-
-#include <time.h>
+#include <ctime>
 
 using Qt::StringLiterals::operator""_s;
 using std::chrono_literals::operator""min;
