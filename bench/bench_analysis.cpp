@@ -42,11 +42,6 @@ void writeUniqueContent(const QString &path, int number)
     writeQuickly(path, QByteArray::number(number).rightJustified(16, '0'));
 }
 
-void writeCopy(const QString &path, int)
-{
-    writeQuickly(path, "the same");
-}
-
 } // namespace
 
 int main(int argc, char *argv[])

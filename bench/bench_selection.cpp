@@ -9,11 +9,6 @@
 
 namespace {
 
-void writeCopy(const QString &path, int)
-{
-    writeQuickly(path, "the same");
-}
-
 void press(benchmark::State &state, ScannedWindow &window, const char *button)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));

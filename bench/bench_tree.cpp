@@ -9,11 +9,6 @@
 
 namespace {
 
-void writeCopy(const QString &path, int)
-{
-    writeQuickly(path, "the same");
-}
-
 /// The first batch only. With pairs of copies, what grows are passes over the groups; with copies of one
 /// file, its rows.
 void loadCategory(benchmark::State &state, ScannedWindow &window)

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Compares the engine with other programs that find duplicates, turn by turn on the same files, and writes the tables
-# of docs/benchmarks.md. What it installs stands in tools/packages.txt under "bench"; the folders it makes to measure
-# on (6 GB) stay in the user's cache folder.
+# Compares the engine with other programs that find duplicates, turn by turn on the same files, measures the window,
+# and writes the tables of docs/benchmarks.md. What it installs stands in tools/packages.txt under "bench"; the
+# folders it makes to measure on (6 GB) stay in the user's cache folder.
 set -euo pipefail
 
-usage="[--rounds N] [--cold-rounds N] [--only usr|small|large|photos|growth] [--corpus FOLDER...] [--output FILE]"
+parts=(usr small large photos growth window)
+usage="[--rounds N] [--cold-rounds N] [--only PART] [--corpus FOLDER...] [--output FILE], parts: ${parts[*]}"
 
 fail() {
     echo "compare.sh: $*" >&2
@@ -20,7 +21,6 @@ readonly document=$project/docs/benchmarks.md
 
 rounds=5
 cold_rounds=3
-parts=(usr small large photos growth)
 folders=()
 output=
 partial=
@@ -44,10 +44,8 @@ parse() {
             shift 2
             ;;
         --only)
-            case ${2:-} in
-            usr | small | large | photos | growth) parts=("$2") ;;
-            *) fail "there is no '${2:-}' to compare on (there are: usr, small, large, photos, growth)" ;;
-            esac
+            [[ -n ${2:-} && " ${parts[*]} " == *" $2 "* ]] || fail "--only takes one of: ${parts[*]}"
+            parts=("$2")
             partial=yes
             shift 2
             ;;
@@ -97,7 +95,8 @@ make_corpus() {
     fi
 }
 
-# Runs one program on the folders of a corpus and adds a line to the measurements: run CORPUS STATE ROUND TOOL FOLDER...
+# Runs one program on the folders of a corpus and adds a line to the measurements:
+# run CORPUS STATE ROUND TOOL FOLDER...
 run() {
     local corpus=$1 state=$2 round=$3 tool=$4
     shift 4
@@ -165,6 +164,12 @@ small_parts() {
     done
 }
 
+measure_window() {
+    echo "Measuring the window" >&2
+    QT_QPA_PLATFORM=offscreen "$programs/gui_heartbeat" /usr >"$work/window.txt" 2>"$work/window.errors" ||
+        { cat "$work/window.errors" >&2 && exit 1; }
+}
+
 measure() {
     local part list
     for part in "${parts[@]}"; do
@@ -179,6 +184,7 @@ measure() {
             make_corpus small
             measure_growth
             ;;
+        window) measure_window ;;
         *)
             make_corpus "$part"
             compare "$part" "$cache/$part-1"
@@ -195,8 +201,8 @@ if [ "$cold_rounds" -gt 0 ] && ! { [ -w /proc/sys/vm/drop_caches ] && [ "$(id -u
     echo "Only root can empty the cache: the cold rounds are left out" >&2
     cold_rounds=0
 fi
-tools/setup.sh build bench
-tools/build.sh bench scan_folders floor >&2
+tools/setup.sh build run bench
+tools/build.sh bench scan_folders floor gui_heartbeat >&2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 measure

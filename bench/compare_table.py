@@ -40,21 +40,41 @@ WORK = """\
 | Quillory's engine | the first and the last 4 KiB, SHA-256 of both | **samples**: equal size, beginning and end |
 | `bench/floor` | the same, with plain system calls on all cores, telling nobody how far it is | **samples** alike |
 | `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
-| `rdfind -dryrun` | the first and the last 64 bytes, then all of what is still alike, SHA-1 | **compares** everything, by hash |
-| `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** everything |
-| `fdupes` | the first 4 KiB, then all of it for MD5, then once more byte by byte | **compares** everything |
+| `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
+| `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
+| `fdupes` | the first 4 KiB, then all of it for MD5, then once more byte by byte | **compares** |
 | `find -type f` | nothing, it only walks the folders | names only |
+
+"Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster. "Work" is the time
+on all cores together, "reads" is what the kernel has handed out. The memory of small programs cannot be told.
 
 Who samples can be wrong where who compares is right: two files of equal size that differ in their middle only. So the
 ratios to `jdupes -TT` and `bench/floor` compare like with like; the others say what a user waits for an answer.
 
-All programs but Quillory and the floor work on one core; nobody follows symbolic links, and for everybody each hard link
-is a file (`-H`, `-removeidentinode false`) and empty files are copies of each other (`-z`, `-ignoreempty false`).
-Hidden files are left out (`-A`, `-prune`), except by `rdfind`, which cannot and takes them as well. The engine walks the
-folders twice, as it has to count before it can tell its user a percentage; nobody else does.
+All programs but Quillory and the floor work on one core. Nobody follows symbolic links. For everybody each hard link is
+a file (`-H`, `-removeidentinode false`) and empty files are copies of each other (`-z`, `-ignoreempty false`). Hidden
+files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The engine walks the folders twice, as it
+has to count before it can tell its user a percentage; nobody else does.
 """
 
-Run = collections.namedtuple("Run", "seconds read peak")
+GROWTH = """\
+### Growth
+
+The same kind of small files, up to eight times as many; warm. Nothing is quadratic while the work per file stays where
+it is. The floor's figures say what the machine does to everybody.
+
+| files | Quillory, s | its work, us per file | floor, s | its work, us per file | Quillory's bytes per file | for the path |
+|--:|--:|--:|--:|--:|--:|--:|
+"""
+
+WINDOW = """\
+### The window
+
+The longest times between two beats of a 5 ms timer on the window's thread, which is how long a user waits for an
+answer; "busy" is how much of that the thread was at work. From `gui_heartbeat /usr`.
+"""
+
+Run = collections.namedtuple("Run", "seconds work read peak")
 
 
 def said(folder, corpus, tool):
@@ -85,8 +105,8 @@ def read_runs(folder):
     runs = collections.defaultdict(list)
     with open(f"{folder}/runs.tsv", encoding="utf-8") as lines:
         for line in lines:
-            corpus, state, tool, seconds, read, peak = line.rstrip("\n").split("\t")
-            runs[corpus, state, tool].append(Run(float(seconds), int(read), int(peak)))
+            corpus, state, tool, seconds, work, read, peak = line.rstrip("\n").split("\t")
+            runs[corpus, state, tool].append(Run(float(seconds), float(work), int(read), int(peak)))
     return runs
 
 
@@ -94,51 +114,56 @@ def median(runs, field="seconds"):
     return statistics.median(getattr(run, field) for run in runs)
 
 
-def in_mib(number_of_bytes):
-    return f"{number_of_bytes / 2**20:,.0f}"
-
-
 def comparison(folder, corpus, title, runs):
     """All programs on one corpus."""
     facts = said(folder, corpus, "quillory")
     files = number_before(facts, r"files +(\d+)")
     candidates = number_before(facts, r"candidates +(\d+)")
-    text = (f"### {title}\n\n{files:,} files, {candidates:,} of them share their size with another.\n"
-            "Peak memory and what is read are those of a warm run.\n")
+    text = f"### {title}\n\n{files:,} files, {candidates:,} of them share their size with another.\n"
     for state in ("warm", "cold"):
         own = runs[corpus, state, "quillory"]
         if not own:
             continue
-        text += (f"\n| {state}, {len(own)} rounds | median, s | fastest to slowest, s | Quillory takes "
-                 "| reads, MiB | peak memory, MiB | files with copies |\n|---|--:|--:|--:|--:|--:|--:|\n")
-        for tool, name in TOOLS.items():
-            some = runs[corpus, state, tool]
-            seconds = [run.seconds for run in some]
-            ratio = "" if tool == "quillory" else f"{median(own) / median(some):.2f} x"
-            found = files_with_copies(tool, said(folder, corpus, tool))
-            text += (f"| {name} | {median(some):.2f} | {min(seconds):.2f} to {max(seconds):.2f} | {ratio} "
-                     f"| {in_mib(median(some, 'read'))} | {in_mib(median(some, 'peak') * 1024)} "
-                     f"| {'' if found is None else format(found, ',')} |\n")
+        text += (f"\n| {state}, rounds: {len(own)} | median, s | fastest to slowest, s | Quillory takes "
+                 "| work, s | reads, MiB | peak memory, MiB | files with copies |\n|---|--:|--:|--:|--:|--:|--:|--:|\n")
+        for tool in TOOLS:
+            text += row(tool, runs[corpus, state, tool], own, files_with_copies(tool, said(folder, corpus, tool)))
     return text
+
+
+def row(tool, some, own, found):
+    """What one program did on one corpus, beside what the engine did."""
+    seconds = [run.seconds for run in some]
+    peak = median(some, "peak")
+    cells = [TOOLS[tool], f"{median(some):.2f}", f"{min(seconds):.2f} to {max(seconds):.2f}",
+             "" if tool == "quillory" else f"{median(own) / median(some):.2f} x", f"{median(some, 'work'):.2f}",
+             f"{median(some, 'read') / 2**20:,.0f}", f"{peak / 1024:,.0f}" if peak else "small",
+             "" if found is None else f"{found:,}"]
+    return "| " + " | ".join(cells) + " |\n"
 
 
 def growth(folder, runs):
     """How time and memory grow with the number of files."""
-    text = ("### Growth\n\nThe same kind of small files, up to eight times as many; warm. Nothing is quadratic while the time "
-            "per file stays\nwhere it is; what the floor's time per file does is the machine's.\n\n"
-            "| files | Quillory, s | us per file | floor, s | us per file | memory per file, bytes | of which its path |\n"
-            "|--:|--:|--:|--:|--:|--:|--:|\n")
-    medians = {}
-    for parts in (1, 2, 4, 8):
-        corpus = f"growth-{parts}"
-        facts = said(folder, corpus, "quillory")
+    text = GROWTH
+    own, least = ({parts: runs[f"growth-{parts}", "warm", tool] for parts in (1, 2, 4, 8)}
+                  for tool in ("quillory", "floor"))
+    for parts in own:
+        facts = said(folder, f"growth-{parts}", "quillory")
         files = number_before(facts, r"files +(\d+)")
-        own, least = (median(runs[corpus, "warm", tool]) for tool in ("quillory", "floor"))
-        medians[parts] = own
         beside, path = re.search(r"per file +(\d+) bytes and (\d+) bytes of path", facts).groups()
-        text += (f"| {files:,} | {own:.2f} | {own / files * 1e6:.1f} | {least:.2f} | {least / files * 1e6:.1f} "
+        text += (f"| {files:,} | {median(own[parts]):.2f} | {median(own[parts], 'work') / files * 1e6:.1f} "
+                 f"| {median(least[parts]):.2f} | {median(least[parts], 'work') / files * 1e6:.1f} "
                  f"| {int(beside) + int(path)} | {path} |\n")
-    return text + f"\nEight times the files take {medians[8] / medians[1]:.2f} times as long.\n"
+    times, works = ([median(some[8], field) / median(some[1], field) for some in (own, least)]
+                    for field in ("seconds", "work"))
+    return text + (f"\nEight times the files take Quillory {times[0]:.2f} times as long and {works[0]:.2f} times the "
+                   f"work;\nthe floor {times[1]:.2f} times as long and {works[1]:.2f} times the work.\n")
+
+
+def window(folder):
+    """How long the window keeps its user waiting."""
+    with open(f"{folder}/window.txt", encoding="utf-8") as output:
+        return f"{WINDOW}\n```text\n{output.read().strip()}\n```\n"
 
 
 def first_line(*command):
@@ -162,13 +187,15 @@ def machine():
 
 
 def tables(folder):
-    runs = read_runs(folder)
+    runs = read_runs(folder) if os.path.exists(f"{folder}/runs.tsv") else {}
     parts = ["## Beside other programs\n", machine(), WORK]
     for corpus, title in CORPORA.items():
         if (corpus, "warm", "quillory") in runs:
             parts.append(comparison(folder, corpus, title, runs))
     if ("growth-8", "warm", "quillory") in runs:
         parts.append(growth(folder, runs))
+    if os.path.exists(f"{folder}/window.txt"):
+        parts.append(window(folder))
     return "\n".join(parts)
 
 

@@ -1,12 +1,10 @@
 #include "bench/support/FileTree.h"
 #include "bench/support/Heartbeat.h"
+#include "bench/support/Photo.h"
 #include "bench/support/ScannedWindow.h"
 
-#include <QBuffer>
 #include <QCommandLineParser>
 #include <QFileInfo>
-#include <QImage>
-#include <QRandomGenerator>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -44,24 +42,6 @@ void writeMixedPair(const QString &path, int number)
     constexpr std::array suffixes{".jpg", ".mp3", ".txt", ".zip", ".bin"};
     const auto kind = static_cast<std::size_t>(number / 2) % suffixes.size();
     writePair(path + QLatin1StringView(suffixes.at(kind)), number);
-}
-
-/// A picture as a camera takes them, too detailed to be small.
-QByteArray photo()
-{
-    QImage image(4000, 3000, QImage::Format_RGB32);
-    QRandomGenerator random(1);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const int noise = random.bounded(24);
-            image.setPixel(x, y, qRgb(x / 20 + noise, y / 15 + noise, (x + y) / 40 + noise));
-        }
-    }
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "JPG", 90);
-    return bytes;
 }
 
 /// One window with its heartbeat.
@@ -103,23 +83,24 @@ public:
         m_beat.run(phase, [&] { m_driver.click(button); });
     }
 
-    /// Drags the scroll bar to its end until \a rows group rows are there or all there are.
-    void scroll(int rows)
+    /// Drags the scroll bar to its end until \a groups have their rows; false when there are fewer.
+    bool scroll(int groups)
     {
         QScrollBar *const bar = m_driver.tree()->verticalScrollBar();
+        constexpr int beatsToWait = 100;
         int beatsWithoutNewRows = 0;
         int loaded = 0;
         m_beat.run(
-            u"scroll"_s, [] {},
+            u"scroll through %1 groups"_s.arg(groups), [] {},
             [&] {
                 const int now = m_driver.tree()->topLevelItemCount();
                 beatsWithoutNewRows = now > loaded ? 0 : beatsWithoutNewRows + 1;
                 loaded = now;
                 bar->setValue(bar->maximum() - 1);
                 bar->setValue(bar->maximum());
-                return loaded >= rows || beatsWithoutNewRows > 20;
+                return loaded >= groups || beatsWithoutNewRows > beatsToWait;
             });
-        std::printf("scrolled through %d groups\n", loaded);
+        return loaded >= groups;
     }
 
     void expandFirstGroup()
@@ -151,14 +132,14 @@ bool workOnGroups(int groups, int rows, const QString &parent)
 {
     FileTree tree(writeMixedPair, parent);
     Session session(u"# A result of %1 groups"_s.arg(groups));
-    const bool done = session.scan({tree.folderOfAll(2 * groups)});
+    bool done = session.scan({tree.folderOfAll(2 * groups)});
     session.switchCategories({});
     session.press("btnUnselect", u"Unselect"_s);
     session.press("btnSelectAll", u"Select All"_s);
-    session.scroll(rows);
+    done = session.scroll(rows) && done;
     session.press("btnUnselect", u"Unselect, after scrolling"_s);
     session.press("btnAll", u"all again, after scrolling"_s);
-    session.scroll(rows);
+    done = session.scroll(rows) && done;
     session.switchCategories(u", after scrolling"_s);
     session.press("btnBack", u"Back"_s);
     session.print();
@@ -167,7 +148,7 @@ bool workOnGroups(int groups, int rows, const QString &parent)
 
 bool openLargeGroup(int members, const QString &parent)
 {
-    FileTree tree([](const QString &path, int) { writeQuickly(path, "the same"); }, parent);
+    FileTree tree(writeCopy, parent);
     Session session(u"# A group of %1 files"_s.arg(members));
     const bool done = session.scan({tree.folderOfAll(members)});
     session.expandFirstGroup();
@@ -181,7 +162,7 @@ bool openLargeGroup(int members, const QString &parent)
 /// Pairs of photos: what is behind the end of a JPEG does not change the picture.
 bool lookAtPhotos(int pairs, const QString &parent)
 {
-    const QByteArray picture = photo();
+    const QByteArray picture = makePhoto();
     FileTree tree(
         [&](const QString &path, int number) {
             writeQuickly(path + u".jpg"_s, picture + QByteArray::number(number / 2));
@@ -189,8 +170,7 @@ bool lookAtPhotos(int pairs, const QString &parent)
         parent);
     Session session(u"# %1 photos of 12 megapixels, %2 MB each"_s.arg(2 * pairs).arg(
         static_cast<double>(picture.size()) / 1e6, 0, 'f', 1));
-    const bool done = session.scan({tree.folderOfAll(2 * pairs)});
-    session.scroll(pairs);
+    const bool done = session.scan({tree.folderOfAll(2 * pairs)}) && session.scroll(pairs);
     session.print();
     return done;
 }
@@ -260,9 +240,10 @@ int main(int argc, char *argv[])
         !std::all_of(folders.cbegin(), folders.cend(), isReadable))
         return 2;
 
-    const bool done = (folders.isEmpty() || scanFolders(folders)) &&
-                      (sizes->groups == 0 || workOnGroups(sizes->groups, sizes->rows, parent)) &&
-                      (sizes->members == 0 || openLargeGroup(sizes->members, parent)) &&
-                      (sizes->photos == 0 || lookAtPhotos(sizes->photos, parent));
+    const bool done =
+        (folders.isEmpty() || scanFolders(folders)) &&
+        (sizes->groups == 0 || workOnGroups(sizes->groups, std::min(sizes->rows, sizes->groups), parent)) &&
+        (sizes->members == 0 || openLargeGroup(sizes->members, parent)) &&
+        (sizes->photos == 0 || lookAtPhotos(sizes->photos, parent));
     return done ? 0 : 1;
 }

@@ -18,7 +18,7 @@ def write(path, content):
 
 
 def make_small(root, chance):
-    """Eight parts of 50,000 files up to 6 KiB, 100 to a folder; three of ten are copies of another one of their part."""
+    """Eight parts of 50,000 files up to 6 KiB, 100 to a folder; three of ten copy another one of their part."""
     for part in range(8):
         originals = []
         for number in range(50_000):

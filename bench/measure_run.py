@@ -1,8 +1,10 @@
-"""Runs one command and prints, separated by tabs: seconds, bytes it has asked the kernel to read, its peak memory in
-KiB. What the command prints goes to a file: measure_run.py FILE COMMAND [ARGUMENT...]
+"""Runs one command and prints, separated by tabs: seconds on the clock, seconds of work on all cores, bytes that it got
+from the kernel, its peak memory in KiB (0 when that is less than this program's own, which hides it). What the command
+prints goes to a file: measure_run.py FILE COMMAND [ARGUMENT...]
 """
 
 import os
+import resource
 import subprocess
 import sys
 import time
@@ -24,7 +26,9 @@ def main():
         read = bytes_read() - read_before
     if status != 0:
         sys.exit(f"measure_run.py: {sys.argv[2]} failed: {sys.argv[1]}")
-    print(f"{seconds:.4f}\t{read}\t{usage.ru_maxrss}")
+    own_peak = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss
+    peak = usage.ru_maxrss if usage.ru_maxrss > own_peak else 0
+    print(f"{seconds:.4f}\t{usage.ru_utime + usage.ru_stime:.4f}\t{read}\t{peak}")
 
 
 main()

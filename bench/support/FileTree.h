@@ -43,3 +43,6 @@ void writeWithHole(const QString &path, const QByteArray &content, qint64 size);
 
 /// Files of one size, those with numbers 2n and 2n + 1 being copies of each other.
 void writePair(const QString &path, int number);
+
+/// Files of one content.
+void writeCopy(const QString &path, int number);
