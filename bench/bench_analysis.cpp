@@ -18,7 +18,7 @@ void analyse(benchmark::State &state, FileTree &tree)
         .abandoned = [] { return false; },
     };
     qsizetype groups = 0;
-    for (auto _ : state)
+    while (state.KeepRunning())
         groups = findDuplicates(paths, callbacks).size();
     state.SetItemsProcessed(state.iterations() * state.range(0));
     state.counters["groups"] = static_cast<double>(groups);

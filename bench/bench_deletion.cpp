@@ -26,7 +26,7 @@ QList<DuplicateGroup> makeGroups(int count)
 void deleteFromGroups(benchmark::State &state)
 {
     const QList<DuplicateGroup> original = makeGroups(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         QList<DuplicateGroup> groups = original;
         groups.detach();

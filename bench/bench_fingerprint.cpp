@@ -17,14 +17,14 @@ void fingerprintOne(benchmark::State &state, FileTree &tree)
 {
     const QString path = tree.paths(1).constFirst();
     writeWithHole(path, {}, state.range(0));
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(computeFileHash(path, chunkSize));
 }
 
 void fingerprintMany(benchmark::State &state, FileTree &tree)
 {
     const QStringList paths = tree.paths(sizeOf(state));
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(computeHashesConcurrently(paths));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -32,7 +32,7 @@ void fingerprintMany(benchmark::State &state, FileTree &tree)
 void digestOfBuild(benchmark::State &state)
 {
     const QByteArray bytes(state.range(0), 'x');
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(sha256(bytes, {}));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
@@ -40,7 +40,7 @@ void digestOfBuild(benchmark::State &state)
 void digestOfQt(benchmark::State &state)
 {
     const QByteArray bytes(state.range(0), 'x');
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256));
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }

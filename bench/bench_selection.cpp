@@ -12,7 +12,7 @@ namespace {
 void press(benchmark::State &state, ScannedWindow &window, const char *button)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         driver.click(button);
         QCoreApplication::processEvents();
     }
@@ -21,7 +21,7 @@ void press(benchmark::State &state, ScannedWindow &window, const char *button)
 void askForEveryFile(benchmark::State &state, FileTree &tree)
 {
     const QStringList paths = tree.paths(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         for (const QString &path : paths)
             benchmark::DoNotOptimize(QFileInfo(path).fileTime(QFileDevice::FileBirthTime));
     }

@@ -42,7 +42,7 @@ void save(benchmark::State &state, const QString &category, qsizetype loaded)
     QList<QSet<QString>> ticked;
     for (const DuplicateGroup *group : shown.first(std::min(loaded, shown.size())))
         ticked.append(group->markedFiles);
-    for (auto _ : state)
+    while (state.KeepRunning())
         saveTicks(groups, shown, ticked);
 }
 

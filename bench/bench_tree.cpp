@@ -14,7 +14,7 @@ namespace {
 void loadCategory(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         driver.click("btnAll");
         QCoreApplication::processEvents();
     }
@@ -36,7 +36,7 @@ void loadAllRows(WindowDriver &driver)
 void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         loadAllRows(driver);
         state.PauseTiming();
         driver.click("btnAll");
@@ -49,7 +49,7 @@ void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
 void reloadAfterScrolling(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         loadAllRows(driver);
         state.ResumeTiming();

@@ -37,7 +37,7 @@ void collect(const QStringList &folders, const ScanOptions &options)
 void walk(benchmark::State &state, FileTree &tree, const ScanOptions &options)
 {
     const QStringList folders = tree.folders(sizeOf(state));
-    for (auto _ : state)
+    while (state.KeepRunning())
         collect(folders, options);
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -48,7 +48,7 @@ void compareRules(benchmark::State &state, FileTree &tree)
     const QStringList folders = tree.folders(sizeOf(state));
     double plain = 0;
     double ruled = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const std::clock_t start = std::clock();
         collect(folders, scanEverything());
         const std::clock_t between = std::clock();

@@ -48,8 +48,8 @@ void writeMixedPair(const QString &path, int number)
 class Session
 {
 public:
-    explicit Session(const QString &title)
-        : m_title(title)
+    explicit Session(QString title)
+        : m_title(std::move(title))
     {
     }
 

@@ -6,7 +6,7 @@ int sizeOf(benchmark::State &state)
     return static_cast<int>(state.range(0));
 }
 
-int runBenchmarks(int argc, char *argv[])
+int runBenchmarks(int argc, char **argv)
 {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))

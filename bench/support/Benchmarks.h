@@ -20,4 +20,4 @@ benchmark::internal::Benchmark *addGrowing(
 int sizeOf(benchmark::State &state);
 
 /// Runs the benchmarks that were added and that the command line names; returns the program's exit code.
-int runBenchmarks(int argc, char *argv[]);
+int runBenchmarks(int argc, char **argv);
