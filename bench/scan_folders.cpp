@@ -1,5 +1,6 @@
 #include "analysis/DuplicateAnalysis.h"
 #include "bench/Measurement.h"
+#include "bench/support/ScanEverything.h"
 #include "scan/FileCollection.h"
 
 #include <QCommandLineParser>
@@ -12,15 +13,6 @@
 // prints, so that the two answers can be compared by a script.
 
 namespace {
-
-ScanOptions everything()
-{
-    ScanOptions options;
-    options.fileTypes =
-        QStringList{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
-            QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
-    return options;
-}
 
 /// What one run found and when it reached its stages.
 struct Run
@@ -132,7 +124,7 @@ int main(int argc, char *argv[])
     const QStringList folders = checkedFolders(parser.positionalArguments());
     if (folders.isEmpty())
         return 2;
-    ScanOptions options = everything();
+    ScanOptions options = scanEverything();
     options.skipDesktop = parser.isSet(desktopRule);
 
     Run run;

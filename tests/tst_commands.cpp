@@ -142,6 +142,20 @@ void tst_commands::refusesBadInput_data()
     add("setup.sh, unknown purpose", "tools/setup.sh", {QStringLiteral("build"), QStringLiteral("nonsense")});
     add("build.sh, nothing", "tools/build.sh", {});
     add("with-display.sh, nothing", "tools/with-display.sh", {});
+    const QString nonsense = QStringLiteral("--nonsense");
+    add("smoke.sh, unknown argument", "bench/smoke.sh", {nonsense});
+    add("compare.sh, unknown argument", "bench/compare.sh", {nonsense});
+    add("compare.sh, no number of rounds", "bench/compare.sh", {QStringLiteral("--rounds")});
+    add("compare.sh, no round", "bench/compare.sh", {QStringLiteral("--rounds"), QStringLiteral("0")});
+    add("compare.sh, no number", "bench/compare.sh", {QStringLiteral("--cold-rounds"), nonsense});
+    add("compare.sh, unknown part", "bench/compare.sh", {QStringLiteral("--only"), nonsense});
+    add("compare.sh, no folder", "bench/compare.sh", {QStringLiteral("--corpus")});
+    add("compare.sh, no such folder", "bench/compare.sh",
+        {QStringLiteral("--corpus"), QStringLiteral("/no/such/folder")});
+    add("compare.sh, output into nowhere", "bench/compare.sh",
+        {QStringLiteral("--output"), QStringLiteral("/no/such/folder/benchmarks.md")});
+    add("compare.sh, output that has no place for tables", "bench/compare.sh",
+        {QStringLiteral("--output"), QStringLiteral(PROJECT_FOLDER "/README.md")});
     add(".ci/run, unknown stage", ".ci/run", {QStringLiteral("nonsense")});
 }
 

@@ -1,0 +1,47 @@
+#include "bench/support/Benchmarks.h"
+#include "results/GroupDeletion.h"
+
+// Deleting without a disk: the files are not there, so that what is left is one failing system call per
+// ticked file and the work on the list of groups. To take groups out of its middle one by one would be
+// quadratic.
+
+namespace {
+
+/// Groups of three files; of the even ones two files are ticked, which ends the group, of the odd ones one.
+QList<DuplicateGroup> makeGroups(int count)
+{
+    QList<DuplicateGroup> groups(count);
+    for (int i = 0; i < count; ++i) {
+        DuplicateGroup &group = groups[i];
+        const QString name = QStringLiteral("/nonexistent/%1-").arg(i);
+        group.files = {name + u'0', name + u'1', name + u'2'};
+        group.markedFiles = {group.files.at(1)};
+        if (i % 2 == 0)
+            group.markedFiles.insert(group.files.at(2));
+        group.hasMarkedFiles = true;
+    }
+    return groups;
+}
+
+void deleteFromGroups(benchmark::State &state)
+{
+    const QList<DuplicateGroup> original = makeGroups(sizeOf(state));
+    while (state.KeepRunning()) {
+        state.PauseTiming();
+        QList<DuplicateGroup> groups = original;
+        groups.detach();
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(deleteMarkedFiles(groups));
+        state.PauseTiming();
+        groups.clear();
+        state.ResumeTiming();
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    addGrowing("deleteFromGroups", {1000, 10'000, 100'000, 400'000}, deleteFromGroups);
+    return runBenchmarks(argc, argv);
+}

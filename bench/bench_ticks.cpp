@@ -1,0 +1,62 @@
+#include "bench/support/Benchmarks.h"
+#include "results/GroupTicks.h"
+
+#include <algorithm>
+
+// What every category switch does first: the ticks of the loaded rows go into the groups. To look for groups
+// with the same files by comparing each row with every group would be quadratic.
+
+namespace {
+
+/// Groups of two files, every third of them a picture, the second file ticked.
+QList<DuplicateGroup> makeGroups(int count)
+{
+    QList<DuplicateGroup> groups(count);
+    for (int i = 0; i < count; ++i) {
+        const QString name = QStringLiteral("/home/somebody/Pictures/folder/file-%1").arg(i);
+        DuplicateGroup &group = groups[i];
+        group.files = {name + QStringLiteral("-0.jpg"), name + QStringLiteral("-1.jpg")};
+        group.category = i % 3 == 0 ? QStringLiteral("picture") : QStringLiteral("other");
+        group.markedFiles = {group.files.last()};
+        group.hasMarkedFiles = true;
+    }
+    return groups;
+}
+
+/// The groups of one category, or all of them.
+QList<DuplicateGroup *> shownOf(QList<DuplicateGroup> &groups, const QString &category)
+{
+    QList<DuplicateGroup *> shown;
+    for (DuplicateGroup &group : groups) {
+        if (category.isEmpty() || group.category == category)
+            shown.append(&group);
+    }
+    return shown;
+}
+
+/// \a loaded rows of the shown groups are in the tree.
+void save(benchmark::State &state, const QString &category, qsizetype loaded)
+{
+    QList<DuplicateGroup> groups = makeGroups(sizeOf(state));
+    const QList<DuplicateGroup *> shown = shownOf(groups, category);
+    QList<QSet<QString>> ticked;
+    for (const DuplicateGroup *group : shown.first(std::min(loaded, shown.size())))
+        ticked.append(group->markedFiles);
+    while (state.KeepRunning())
+        saveTicks(groups, shown, ticked);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const auto add = [](const char *name, const char *category, qsizetype loaded) {
+        addGrowing(name, {1000, 10'000, 100'000, 400'000},
+            [=](benchmark::State &state) { save(state, QLatin1StringView(category), loaded); });
+    };
+    constexpr qsizetype everyRow = std::numeric_limits<qsizetype>::max();
+    add("firstBatchLoaded", "", 20);
+    add("allLoaded", "", everyRow);
+    add("oneCategoryLoaded", "picture", everyRow);
+    return runBenchmarks(argc, argv);
+}

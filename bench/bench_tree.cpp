@@ -1,0 +1,79 @@
+#include "bench/support/Benchmarks.h"
+#include "bench/support/ScannedWindow.h"
+
+#include <QCoreApplication>
+#include <QScrollBar>
+
+// The results tree of the real window. The size is the number of files: pairs of copies, or copies of one
+// file.
+
+namespace {
+
+/// The first batch only. With pairs of copies, what grows are passes over the groups; with copies of one
+/// file, its rows.
+void loadCategory(benchmark::State &state, ScannedWindow &window)
+{
+    WindowDriver &driver = window.withFiles(sizeOf(state));
+    while (state.KeepRunning()) {
+        driver.click("btnAll");
+        QCoreApplication::processEvents();
+    }
+}
+
+/// Drags the scroll bar to its end until every group has its row.
+void loadAllRows(WindowDriver &driver)
+{
+    QScrollBar *const bar = driver.tree()->verticalScrollBar();
+    for (int loaded = -1; loaded != driver.tree()->topLevelItemCount();) {
+        loaded = driver.tree()->topLevelItemCount();
+        QCoreApplication::processEvents();
+        bar->setValue(bar->maximum() - 1);
+        bar->setValue(bar->maximum());
+    }
+}
+
+/// From the first batch to the last.
+void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
+{
+    WindowDriver &driver = window.withFiles(sizeOf(state));
+    while (state.KeepRunning()) {
+        loadAllRows(driver);
+        state.PauseTiming();
+        driver.click("btnAll");
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
+/// The ticks of every row are saved, and every row is taken down.
+void reloadAfterScrolling(benchmark::State &state, ScannedWindow &window)
+{
+    WindowDriver &driver = window.withFiles(sizeOf(state));
+    while (state.KeepRunning()) {
+        state.PauseTiming();
+        loadAllRows(driver);
+        state.ResumeTiming();
+        driver.click("btnAll");
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const WindowApplication application(argc, argv);
+    FileTree pairs(writePair);
+    FileTree copies(writeCopy);
+    ScannedWindow windowOfPairs(pairs);
+    ScannedWindow windowOfCopies(copies);
+    addGrowing("loadCategory", {1000, 20'000, 100'000, 200'000},
+        [&](benchmark::State &state) { loadCategory(state, windowOfPairs); });
+    addGrowing("openLargeGroup", {1000, 5000, 20'000, 50'000},
+        [&](benchmark::State &state) { loadCategory(state, windowOfCopies); });
+    addGrowing("scrollThroughAll", {1000, 5000, 20'000, 40'000},
+        [&](benchmark::State &state) { scrollThroughAll(state, windowOfPairs); });
+    addGrowing("reloadAfterScrolling", {1000, 5000, 20'000, 40'000},
+        [&](benchmark::State &state) { reloadAfterScrolling(state, windowOfPairs); });
+    return runBenchmarks(argc, argv);
+}

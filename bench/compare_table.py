@@ -1,0 +1,229 @@
+"""Turns the measurements of compare.sh into the tables of docs/benchmarks.md.
+
+compare_table.py --check FILE           is the file one that tables can be put into?
+compare_table.py --into FILE FOLDER     puts the tables of the measurements in FOLDER between the marks of the file
+compare_table.py --print FOLDER         prints them
+"""
+
+import collections
+import datetime
+import os
+import re
+import statistics
+import subprocess
+import sys
+
+BEGIN = "<!-- written by bench/compare.sh: begin -->"
+END = "<!-- written by bench/compare.sh: end -->"
+
+CORPORA = {
+    "usr": "A system tree: /usr",
+    "small": "200,000 small files",
+    "large": "2,000 files of 1 MiB",
+    "photos": "A tree like one of photos",
+    "given": "Folders of one's own",
+}
+
+TOOLS = {
+    "quillory": "**Quillory's engine**",
+    "floor": "`bench/floor`",
+    "jdupes-TT": "`jdupes -TT`",
+    "rdfind": "`rdfind -dryrun`",
+    "jdupes": "`jdupes`",
+    "fdupes": "`fdupes`",
+    "find": "`find -type f`",
+}
+
+WORK = """\
+| program | what it reads of a file that shares its size with another | what it then knows |
+|---|---|---|
+| Quillory's engine | the first and the last 4 KiB, SHA-256 of both | **samples**: equal size, beginning and end |
+| `bench/floor` | the same, with plain system calls on all cores, telling nobody how far it is | **samples** alike |
+| `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
+| `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
+| `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
+| `fdupes` | the first 4 KiB, then all of it for MD5, then once more byte by byte | **compares** |
+| `find -type f` | nothing, it only walks the folders | names only |
+
+"Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster. "Work" is the time
+on all cores together, "reads" is what the kernel has handed out. The memory of small programs cannot be told.
+
+Who samples can be wrong where who compares is right: two files of equal size that differ in their middle only. So the
+ratios to `jdupes -TT` and `bench/floor` compare like with like; the others say what a user waits for an answer.
+
+All programs but Quillory and the floor work on one core. Nobody follows symbolic links. For everybody each hard link is
+a file (`-H`, `-removeidentinode false`) and empty files are copies of each other (`-z`, `-ignoreempty false`). Hidden
+files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The engine walks the folders twice, as it
+has to count before it can tell its user a percentage; nobody else does.
+"""
+
+GROWTH = """\
+### Growth
+
+The same kind of small files, up to eight times as many; warm. Nothing is quadratic while the work per file stays where
+it is. The floor's figures say what the machine does to everybody.
+
+| files | Quillory, s | its work, us per file | floor, s | its work, us per file | Quillory's bytes per file | for the path |
+|--:|--:|--:|--:|--:|--:|--:|
+"""
+
+WINDOW = """\
+### The window
+
+The longest times between two beats of a 5 ms timer on the window's thread, which is how long a user waits for an
+answer; "busy" is how much of that the thread was at work. From `gui_heartbeat /usr`.
+"""
+
+Run = collections.namedtuple("Run", "seconds work read peak")
+
+
+def said(folder, corpus, tool):
+    """What the program printed in its last run there."""
+    with open(f"{folder}/{corpus}.{tool}.txt", encoding="utf-8", errors="replace") as output:
+        return output.read()
+
+
+def number_before(text, pattern):
+    found = re.search(pattern, text)
+    return int(found.group(1)) if found else 0
+
+
+def files_with_copies(tool, text):
+    """The number of files that are in some group, or None for a program that looks for none."""
+    if tool in ("quillory", "floor"):
+        return number_before(text, r"duplicates (\d+)")
+    if tool == "rdfind":
+        return number_before(text, r"have (\d+) files that are not unique")
+    if tool == "find":
+        return None
+    sets = re.search(r"(\d+) duplicate files \(in (\d+) sets\)", text)
+    return int(sets.group(1)) + int(sets.group(2)) if sets else 0
+
+
+def read_runs(folder):
+    """Lists of runs by corpus, state and program."""
+    runs = collections.defaultdict(list)
+    with open(f"{folder}/runs.tsv", encoding="utf-8") as lines:
+        for line in lines:
+            corpus, state, tool, seconds, work, read, peak = line.rstrip("\n").split("\t")
+            runs[corpus, state, tool].append(Run(float(seconds), float(work), int(read), int(peak)))
+    return runs
+
+
+def median(runs, field="seconds"):
+    return statistics.median(getattr(run, field) for run in runs)
+
+
+def comparison(folder, corpus, title, runs):
+    """All programs on one corpus."""
+    facts = said(folder, corpus, "quillory")
+    files = number_before(facts, r"files +(\d+)")
+    candidates = number_before(facts, r"candidates +(\d+)")
+    text = f"### {title}\n\n{files:,} files, {candidates:,} of them share their size with another.\n"
+    for state in ("warm", "cold"):
+        own = runs[corpus, state, "quillory"]
+        if not own:
+            continue
+        text += (f"\n| {state}, rounds: {len(own)} | median, s | fastest to slowest, s | Quillory takes "
+                 "| work, s | reads, MiB | peak memory, MiB | files with copies |\n|---|--:|--:|--:|--:|--:|--:|--:|\n")
+        for tool in TOOLS:
+            text += row(tool, runs[corpus, state, tool], own, files_with_copies(tool, said(folder, corpus, tool)))
+    return text
+
+
+def row(tool, some, own, found):
+    """What one program did on one corpus, beside what the engine did."""
+    seconds = [run.seconds for run in some]
+    peak = median(some, "peak")
+    cells = [TOOLS[tool], f"{median(some):.2f}", f"{min(seconds):.2f} to {max(seconds):.2f}",
+             "" if tool == "quillory" else f"{median(own) / median(some):.2f} x", f"{median(some, 'work'):.2f}",
+             f"{median(some, 'read') / 2**20:,.0f}", f"{peak / 1024:,.0f}" if peak else "small",
+             "" if found is None else f"{found:,}"]
+    return "| " + " | ".join(cells) + " |\n"
+
+
+def growth(folder, runs):
+    """How time and memory grow with the number of files."""
+    text = GROWTH
+    own, least = ({parts: runs[f"growth-{parts}", "warm", tool] for parts in (1, 2, 4, 8)}
+                  for tool in ("quillory", "floor"))
+    for parts in own:
+        facts = said(folder, f"growth-{parts}", "quillory")
+        files = number_before(facts, r"files +(\d+)")
+        beside, path = re.search(r"per file +(\d+) bytes and (\d+) bytes of path", facts).groups()
+        text += (f"| {files:,} | {median(own[parts]):.2f} | {median(own[parts], 'work') / files * 1e6:.1f} "
+                 f"| {median(least[parts]):.2f} | {median(least[parts], 'work') / files * 1e6:.1f} "
+                 f"| {int(beside) + int(path)} | {path} |\n")
+    times, works = ([median(some[8], field) / median(some[1], field) for some in (own, least)]
+                    for field in ("seconds", "work"))
+    return text + (f"\nEight times the files take Quillory {times[0]:.2f} times as long and {works[0]:.2f} times the "
+                   f"work;\nthe floor {times[1]:.2f} times as long and {works[1]:.2f} times the work.\n")
+
+
+def window(folder):
+    """How long the window keeps its user waiting."""
+    with open(f"{folder}/window.txt", encoding="utf-8") as output:
+        return f"{WINDOW}\n```text\n{output.read().strip()}\n```\n"
+
+
+def first_line(*command):
+    done = subprocess.run(command, capture_output=True, text=True, check=False)
+    return (done.stdout or done.stderr).strip().split("\n")[0]
+
+
+def machine():
+    with open("/proc/cpuinfo", encoding="utf-8") as lines:
+        model = next((line.split(":")[1].strip() for line in lines if line.startswith("model name")), "unknown")
+    with open("/proc/meminfo", encoding="utf-8") as lines:
+        memory = int(next(lines).split()[1]) / 2**20
+    versions = {name: first_line("dpkg-query", "--show", "--showformat=${Version}", name)
+                for name in ("jdupes", "rdfind", "fdupes", "findutils", "libssl3", "libqt6core6")}
+    system = first_line("sh", "-c", ". /etc/os-release && echo $PRETTY_NAME")
+    disk = first_line("findmnt", "-no", "FSTYPE", "-T", "/usr")
+    return (f"{datetime.date.today()}: {len(os.sched_getaffinity(0))} cores ({model}), {memory:.0f} GB of memory, "
+            f"{system}, Linux {os.uname().release},\n`/usr` on {disk}; commit "
+            f"{first_line('git', 'describe', '--always', '--dirty')};\n"
+            + ", ".join(f"{name} {version}" for name, version in versions.items()) + ".\n")
+
+
+def tables(folder):
+    runs = read_runs(folder) if os.path.exists(f"{folder}/runs.tsv") else {}
+    parts = ["## Beside other programs\n", machine(), WORK]
+    for corpus, title in CORPORA.items():
+        if (corpus, "warm", "quillory") in runs:
+            parts.append(comparison(folder, corpus, title, runs))
+    if ("growth-8", "warm", "quillory") in runs:
+        parts.append(growth(folder, runs))
+    if os.path.exists(f"{folder}/window.txt"):
+        parts.append(window(folder))
+    return "\n".join(parts)
+
+
+def read_document(path):
+    """What stands before, between and behind the marks of the document."""
+    with open(path, encoding="utf-8") as document:
+        text = document.read()
+    if text.count(BEGIN) != 1 or text.count(END) != 1 or text.index(BEGIN) > text.index(END):
+        sys.exit(f"compare.sh: {path} has no place for the tables: it must hold the lines '{BEGIN}' and '{END}'")
+    before, rest = text.split(BEGIN)
+    between, behind = rest.split(END)
+    return before, between, behind
+
+
+def main():
+    action, *arguments = sys.argv[1:]
+    if action == "--check":
+        read_document(arguments[0])
+    elif action == "--print":
+        print(tables(arguments[0]))
+    else:
+        path, folder = arguments
+        text = tables(folder)
+        before, behind = "# Benchmarks\n\n", "\n"
+        if os.path.exists(path):
+            before, _, behind = read_document(path)
+        with open(path, "w", encoding="utf-8") as document:
+            document.write(f"{before}{BEGIN}\n\n{text}\n{END}{behind}")
+
+
+main()

@@ -1,0 +1,71 @@
+"""Makes one of the folders that compare.sh measures on: make_corpus.py small|large|photos FOLDER
+
+The same bytes on every machine. No holes, no links: every file occupies its space on the disk.
+"""
+
+import os
+import random
+import sys
+
+KIB = 1024
+MIB = 1024 * KIB
+
+
+def write(path, content):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(content)
+
+
+def make_small(root, chance):
+    """Eight parts of 50,000 files up to 6 KiB, 100 to a folder; three of ten copy another one of their part."""
+    for part in range(8):
+        originals = []
+        for number in range(50_000):
+            if originals and chance.random() < 0.3:
+                content = chance.choice(originals)
+            else:
+                content = chance.randbytes(min(6 * KIB, int(chance.lognormvariate(6.5, 1.2))))
+                originals.append(content)
+            write(f"{root}/part-{part}/{number // 100:03}/file-{number:05}.txt", content)
+
+
+def make_large(root, chance):
+    """2,000 files of 1 MiB: 500 pairs of copies, 50 pairs that differ in their middle only, 900 others."""
+    contents = [(content, content) for content in (chance.randbytes(MIB) for _ in range(500))]
+    for _ in range(50):
+        content = chance.randbytes(MIB)
+        contents.append((content, content[:MIB // 2] + chance.randbytes(16) + content[MIB // 2 + 16:]))
+    contents += [(chance.randbytes(MIB),) for _ in range(900)]
+    names = list(range(2000))
+    chance.shuffle(names)
+    for content in (each for group in contents for each in group):
+        name = names.pop()
+        write(f"{root}/{name // 100:02}/disk-{name:04}.img", content)
+
+
+def make_photos(root, chance):
+    """1,000 photos with previews and side files, a quarter of them in a backup once more, and 20 videos."""
+    camera = chance.randbytes(600)
+    note = "<x:xmpmeta><rdf:Description Rating='{}' Label='{:08}'/></x:xmpmeta>\n" + 40 * "<rdf:li>holiday</rdf:li>\n"
+    for number in range(1000):
+        month = f"{2015 + number // 100}/{1 + number // 9 % 12:02}"
+        photo = camera + chance.randbytes(int(min(4 * MIB, max(0.3 * MIB, chance.gauss(1.5 * MIB, 0.5 * MIB)))))
+        side = note.format(number % 6, number % 400).encode()
+        folders = [month, f"backup/{month}"] if chance.random() < 0.25 else [month]
+        for folder in folders:
+            write(f"{root}/{folder}/IMG_{number:04}.jpg", photo)
+            write(f"{root}/{folder}/IMG_{number:04}.xmp", side)
+        write(f"{root}/previews/{month}/IMG_{number:04}.jpg", camera + chance.randbytes(chance.randint(5, 15) * KIB))
+    for number in range(20):
+        write(f"{root}/videos/MOV_{number:04}.mp4", camera + chance.randbytes(20 * MIB + number // 2 * KIB))
+
+
+def main():
+    makers = {"small": make_small, "large": make_large, "photos": make_photos}
+    if len(sys.argv) != 3 or sys.argv[1] not in makers:
+        sys.exit("make_corpus.py: say which corpus to make, and where")
+    makers[sys.argv[1]](sys.argv[2], random.Random(20240917))
+
+
+main()
