@@ -139,36 +139,37 @@ private:
     qint64 m_processed = 0;
 };
 
-DuplicateGroup makeGroup(const QList<QString> &files)
+/// Fills in what follows from the group's files.
+void describeGroup(DuplicateGroup &group)
 {
-    const QFileInfo first(files.first());
-    DuplicateGroup group{
-        .fileName = first.fileName(),
-        .files = files,
-        .size = first.size(),
-        .modified = first.fileTime(QFileDevice::FileModificationTime),
-        .category = categoryOf(lowerCaseSuffix(files.first())),
-        .markedFiles = {},
-    };
+    const QFileInfo first(group.files.first());
+    group.fileName = first.fileName();
+    group.size = first.size();
+    group.modified = first.fileTime(QFileDevice::FileModificationTime);
+    group.category = categoryOf(lowerCaseSuffix(group.files.first()));
     markAllButKeptCopy(group);
-    return group;
 }
 
 QList<DuplicateGroup> makeGroups(
     const QList<QList<QString>> &duplicates, const std::function<bool()> &abandoned)
 {
-    const auto makeUnlessAbandoned = [&abandoned](const QList<QString> &files) {
-        return abandoned() ? DuplicateGroup() : makeGroup(files);
+    QList<DuplicateGroup> groups(duplicates.size());
+    for (qsizetype i = 0; i < groups.size(); ++i)
+        groups[i].files = duplicates.at(i);
+    const auto describeUnlessAbandoned = [&abandoned](DuplicateGroup &group) {
+        if (!abandoned())
+            describeGroup(group);
     };
-    QFuture<DuplicateGroup> groups =
-        QtConcurrent::mapped(QThreadPool::globalInstance(), duplicates, makeUnlessAbandoned);
-    waitReleasingPoolThread(groups);
-    return abandoned() ? QList<DuplicateGroup>() : groups.results();
+    QFuture<void> described =
+        QtConcurrent::map(QThreadPool::globalInstance(), groups, describeUnlessAbandoned);
+    waitReleasingPoolThread(described);
+    return abandoned() ? QList<DuplicateGroup>() : groups;
 }
 
-} // namespace
-
-QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
+/// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints; none when
+/// abandoned. Its tables are gone by the time that groups are made: each group's set of ticks takes more than
+/// a kilobyte.
+QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
 {
     const SizeClasses classes = splitBySize(paths, callbacks.abandoned);
     FingerprintQueue fingerprints(classes, callbacks.abandoned);
@@ -189,5 +190,12 @@ QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const Analysis
         }
         callbacks.duplicatesFound(table.duplicates());
     }
-    return makeGroups(table.sortedDuplicates(), callbacks.abandoned);
+    return table.sortedDuplicates();
+}
+
+} // namespace
+
+QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
+{
+    return makeGroups(findEqualFiles(paths, callbacks), callbacks.abandoned);
 }
