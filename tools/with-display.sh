@@ -7,6 +7,10 @@ if [ $# -eq 0 ]; then
     echo "with-display: say which command to run" >&2
     exit 2
 fi
+type -P -- "$1" >/dev/null || {
+    echo "with-display: there is no command $1" >&2
+    exit 2
+}
 command -v Xvfb >/dev/null || {
     echo "with-display: Xvfb is missing, 'tools/setup.sh tour' installs it" >&2
     exit 1

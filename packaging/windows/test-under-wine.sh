@@ -12,6 +12,8 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 (($# >= 3)) || fail "build.sh --test starts this script"
 build=$1 packed=$2 qt=$3
 shift 3
+[[ -f $build/CTestTestfile.cmake && -f $packed/quillory.exe && -d $qt/plugins ]] ||
+    fail "build, packed program and Qt are expected in $build, $packed and $qt"
 readonly pages=$build/pages
 
 # What is packed, and what only tests need.
