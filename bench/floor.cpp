@@ -182,6 +182,7 @@ void fingerprint(File &file, Hasher &hasher)
     const int descriptor = open(file.path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         return;
+    // read() fills it. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     std::array<char, 2 * sampleSize> buffer;
     ssize_t length = std::max<ssize_t>(0, read(descriptor, buffer.data(), sampleSize));
     if (file.size > 2 * sampleSize) {

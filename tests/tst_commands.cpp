@@ -78,8 +78,8 @@ void tst_commands::init()
         QVERIFY(QFile::link(
             QStandardPaths::findExecutable(name), m_machine.filePath(QStringLiteral("bin/") + name)));
     addProgram("id", "echo 0");
-    addProgram("dpkg-query", "grep -qxs -e \"${@: -1}\" \"$MACHINE/installed\" && echo installed");
-    addProgram("apt-get", "echo \"$*\" >>\"$MACHINE/apt-calls\"");
+    addProgram("dpkg-query", R"(grep -qxs -e "${@: -1}" "$MACHINE/installed" && echo installed)");
+    addProgram("apt-get", R"(echo "$*" >>"$MACHINE/apt-calls")");
 }
 
 void tst_commands::addProgram(const char *name, const QByteArray &script) const
