@@ -22,6 +22,8 @@ rm -rf "$content"
 cp -r "$packed" "$content"
 install -D "$qt/plugins/platforms/qoffscreen.dll" "$content/platforms/qoffscreen.dll"
 cp "$qt/bin/Qt6Test.dll" "$content/"
+# Tests start these.
+cp "$build/tests/scan_and_close.exe" "$build/tools/tour/quillory-tour.exe" "$content/"
 "$here/make-wine-prefix.sh" "$build/wine" "$content"
 
 # Ends what a test may have left running in the prefix.
