@@ -23,6 +23,7 @@ static void initResources()
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(new Ui::MainWindow)
+    , scanOptionsSet(true)
 {
     initResources();
     ui->setupUi(this);
@@ -33,7 +34,6 @@ MainWindow::MainWindow(QWidget *parent)
     scanOptions.fileTypes =
         QStringList{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
             QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
-    scanOptionsSet = true;
     setWindowTitle(tr("Quillory"));
     setWindowIcon(QIcon(QStringLiteral(":/icon/images/logo.png")));
 

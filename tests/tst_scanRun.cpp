@@ -50,7 +50,7 @@ public:
     QStringList texts;
 
 protected:
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter(QObject * /*object*/, QEvent *event) override
     {
         if (event->type() == QEvent::MetaCall && !texts.contains(m_label->text()))
             texts.append(m_label->text());
