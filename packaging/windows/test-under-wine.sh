@@ -29,6 +29,9 @@ cp "$build/tests/scan_and_close.exe" "$build/tools/tour/quillory-tour.exe" "$con
 # Ends what a test may have left running in the prefix.
 trap 'WINEPREFIX=$build/wine /usr/lib/wine/wineserver64 -k || true' EXIT
 
+# Wine is slow with windows: what repeats itself is done less often, unless told otherwise.
+export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-40} QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-6}
+
 echo "Tests, under Wine:"
 QUILLORY_TEST_SECOND_DRIVE=D:/ ctest --test-dir "$build" --output-on-failure --no-tests=error "$@" ||
     fail "tests have failed under Wine"
