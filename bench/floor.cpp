@@ -97,7 +97,7 @@ File describe(int folder, const char *name, std::string path)
     struct statx facts = {};
     if (statx(folder, name, AT_SYMLINK_NOFOLLOW, STATX_SIZE | STATX_MTIME | STATX_BTIME, &facts) == 0) {
         file.size = facts.stx_size;
-        const statx_timestamp time = (facts.stx_mask & STATX_BTIME) ? facts.stx_btime : facts.stx_mtime;
+        const statx_timestamp time = (facts.stx_mask & STATX_BTIME) != 0 ? facts.stx_btime : facts.stx_mtime;
         file.created = time.tv_sec * 1'000'000'000 + time.tv_nsec;
     }
     return file;

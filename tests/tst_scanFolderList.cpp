@@ -239,7 +239,8 @@ void tst_scanFolderList::showsNamesWithMarkupAsTheyAre()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"<b>bold<b> &amp;"_s);
-    QVERIFY(QDir().mkpath(path));
+    if (!QDir().mkpath(path))
+        QSKIP("Folders cannot have this name here");
     WindowDriver driver;
     driver.addFolder(path);
     QCOMPARE(driver.folders().last(), path);
