@@ -63,7 +63,7 @@ fi
 
 # Windows without a manager have no frames. It is not worth failing for.
 if command -v openbox >/dev/null; then
-    openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
+    XDG_CACHE_HOME=$work openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
     manager=$!
     for ((i = 0; i < 100; i++)); do
         [ ! -e "$work/managed" ] || break
