@@ -53,6 +53,7 @@ MainWindow::MainWindow(QWidget *parent)
     applyStyleSheets();
     for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
         fitCaption(caption);
+    raiseToFit(ui->label);
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);
