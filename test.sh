@@ -10,13 +10,17 @@ fail() {
 }
 
 cd "$(dirname "${BASH_SOURCE[0]}")"
-case ${1:-} in
+case ${1--} in
+-h | --help)
+    sed -n '2,/^[^#]/s/^# //p' test.sh
+    exit
+    ;;
 --coverage)
     [ $# -eq 1 ] || fail "--coverage goes alone"
     tools/setup.sh build run test coverage
     exec tools/coverage.sh
     ;;
-'' | -*) ;;
+-*) ;;
 *) fail "unknown argument: $1 (arguments go to ctest; one test by its name: ./test.sh -R $1)" ;;
 esac
 

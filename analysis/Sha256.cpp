@@ -43,10 +43,10 @@ QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
 
     QByteArray digest(digestSize, Qt::Uninitialized);
     const bool done =
-        algorithm && context && EVP_DigestInit_ex2(context.get(), algorithm.get(), nullptr) &&
-        EVP_DigestUpdate(context.get(), head.data(), static_cast<std::size_t>(head.size())) &&
-        EVP_DigestUpdate(context.get(), tail.data(), static_cast<std::size_t>(tail.size())) &&
-        EVP_DigestFinal_ex(context.get(), reinterpret_cast<unsigned char *>(digest.data()), nullptr);
+        algorithm && context && EVP_DigestInit_ex2(context.get(), algorithm.get(), nullptr) == 1 &&
+        EVP_DigestUpdate(context.get(), head.data(), static_cast<std::size_t>(head.size())) == 1 &&
+        EVP_DigestUpdate(context.get(), tail.data(), static_cast<std::size_t>(tail.size())) == 1 &&
+        EVP_DigestFinal_ex(context.get(), reinterpret_cast<unsigned char *>(digest.data()), nullptr) == 1;
     return done ? digest : QByteArray();
 }
 

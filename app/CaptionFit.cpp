@@ -1,7 +1,10 @@
 #include "app/CaptionFit.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QFont>
-#include <QWidget>
+#include <QLabel>
+#include <QTextBlock>
+#include <QTextDocument>
 
 namespace {
 
@@ -19,4 +22,21 @@ void fitCaption(QWidget *caption)
         if (caption->sizeHint().width() <= caption->width())
             break;
     }
+}
+
+void raiseToFit(QLabel *label)
+{
+    QTextDocument text;
+    text.setDocumentMargin(0);
+    text.setDefaultFont(label->font());
+    text.setHtml(label->text());
+    text.setTextWidth(label->width());
+    qreal bottom = 0;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (!block.text().trimmed().isEmpty())
+            bottom = text.documentLayout()->blockBoundingRect(block).bottom();
+    }
+    const int excess = qCeil(bottom) - label->height();
+    if (excess > 0)
+        label->setMargin(-excess); // the one way for a text to begin above its label
 }

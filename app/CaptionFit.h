@@ -1,8 +1,13 @@
 #pragma once
 
+class QLabel;
 class QWidget;
 
 /// Makes the letters of a caption narrower when the platform's font makes its text wider than its place.
 ///
 /// The places have a fixed size; there is no font that every platform has. Call it again after a new text.
 void fitCaption(QWidget *caption);
+
+/// Moves the rich text of a label up when the platform's font makes its lines higher than its place, so that
+/// the last one is not cut off: there is room above the letters of the first.
+void raiseToFit(QLabel *label);

@@ -24,6 +24,7 @@ static void initResources()
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(new Ui::MainWindow)
+    , scanOptionsSet(true)
 {
     initResources();
     ui->setupUi(this);
@@ -34,7 +35,6 @@ MainWindow::MainWindow(QWidget *parent)
     scanOptions.fileTypes =
         QStringList{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
             QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
-    scanOptionsSet = true;
     setWindowTitle(tr("Quillory"));
     setWindowIcon(QIcon(QStringLiteral(":/icon/images/logo.png")));
 
@@ -55,6 +55,7 @@ MainWindow::MainWindow(QWidget *parent)
     applyStyleSheets();
     for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
         fitCaption(caption);
+    raiseToFit(ui->label);
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);

@@ -97,7 +97,7 @@ File describe(int folder, const char *name, std::string path)
     struct statx facts = {};
     if (statx(folder, name, AT_SYMLINK_NOFOLLOW, STATX_SIZE | STATX_MTIME | STATX_BTIME, &facts) == 0) {
         file.size = facts.stx_size;
-        const statx_timestamp time = (facts.stx_mask & STATX_BTIME) ? facts.stx_btime : facts.stx_mtime;
+        const statx_timestamp time = (facts.stx_mask & STATX_BTIME) != 0 ? facts.stx_btime : facts.stx_mtime;
         file.created = time.tv_sec * 1'000'000'000 + time.tv_nsec;
     }
     return file;
@@ -182,6 +182,7 @@ void fingerprint(File &file, Hasher &hasher)
     const int descriptor = open(file.path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
         return;
+    // read() fills it. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     std::array<char, 2 * sampleSize> buffer;
     ssize_t length = std::max<ssize_t>(0, read(descriptor, buffer.data(), sampleSize));
     if (file.size > 2 * sampleSize) {

@@ -142,7 +142,7 @@ void MainWindow::loadNextBatch()
         return;
     batchLoading = true;
     const QList<DuplicateGroup *> list = groupsOf(currentCategory);
-    const qint32 count = static_cast<qint32>(list.size());
+    const auto count = static_cast<qint32>(list.size());
     const qint32 end =
         std::min(count, loadedGroupCount + (loadedGroupCount == 0 ? firstBatchSize : nextBatchSize));
     ui->treeDuplicates->setUpdatesEnabled(false);
@@ -173,7 +173,7 @@ void MainWindow::refreshCurrentBatchUI()
         return;
     removeRows();
     const QList<DuplicateGroup *> list = groupsByCategory.value(currentCategory);
-    const qint32 count = static_cast<qint32>(list.size());
+    const auto count = static_cast<qint32>(list.size());
     const qint32 end = std::min(count, firstBatchSize);
     for (qint32 i = 0; i < end; ++i)
         createGroupItem(*list.at(i));

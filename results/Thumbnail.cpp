@@ -14,7 +14,7 @@ constexpr int decodingFactor = 4;
 
 /// What a picture may claim to hold. A progressive JPEG takes up to six bytes of memory per pixel before the
 /// first one is decoded, however short the file is.
-constexpr qint64 mostPixels = 256 * 1024 * 1024;
+constexpr qint64 mostPixels = 256LL * 1024 * 1024;
 
 qint64 pixelCount(const QSize &size)
 {

@@ -9,9 +9,11 @@
 #include <QThreadPool>
 #include <QtConcurrentMap>
 
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): that is what they are for.
 std::atomic<qint32> scannedFileCount{0};
 std::atomic<qint32> acceptedFileCount{0};
 std::atomic<qint32> lastReportedCount{0};
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 namespace {
 

@@ -10,6 +10,7 @@
 
 // Shared by every scan of the process: a scan that is started while another one still runs counts into the
 // same numbers.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): that is what they are for.
 
 /// Files of the current scan that passed the location and hidden-file rules. Any thread.
 extern std::atomic<qint32> scannedFileCount;
@@ -18,6 +19,8 @@ extern std::atomic<qint32> acceptedFileCount;
 /// scannedFileCount at the last progress report. Never reset, so a scan that starts below the mark of the one
 /// before reports by time alone until it has passed the mark. Atomic only because two scans may overlap.
 extern std::atomic<qint32> lastReportedCount;
+
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 /// What the walk tells its caller. All three must be set.
 struct CollectionCallbacks

@@ -60,7 +60,7 @@ void tst_closingTheProgram::endsTheProcess()
     QByteArray output;
     while (!output.contains("closing") && program.waitForReadyRead(patienceMilliseconds))
         output += program.readAllStandardOutput();
-    QCOMPARE(output, "closing\n");
+    QCOMPARE(output.trimmed(), "closing");
     QElapsedTimer closing;
     closing.start();
     QVERIFY(program.waitForFinished(patienceMilliseconds));

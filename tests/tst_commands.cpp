@@ -78,8 +78,8 @@ void tst_commands::init()
         QVERIFY(QFile::link(
             QStandardPaths::findExecutable(name), m_machine.filePath(QStringLiteral("bin/") + name)));
     addProgram("id", "echo 0");
-    addProgram("dpkg-query", "grep -qxs -e \"${@: -1}\" \"$MACHINE/installed\" && echo installed");
-    addProgram("apt-get", "echo \"$*\" >>\"$MACHINE/apt-calls\"");
+    addProgram("dpkg-query", R"(grep -qxs -e "${@: -1}" "$MACHINE/installed" && echo installed)");
+    addProgram("apt-get", R"(echo "$*" >>"$MACHINE/apt-calls")");
 }
 
 void tst_commands::addProgram(const char *name, const QByteArray &script) const
@@ -138,9 +138,13 @@ void tst_commands::refusesBadInput_data()
     add("test.sh, a name", "test.sh", {QStringLiteral("wholeRoad")});
     add("test.sh, unknown argument", "test.sh", {QStringLiteral("--nonsense")});
     add("test.sh, unknown letter", "test.sh", {QStringLiteral("-Y")});
+    add("test.sh, empty argument", "test.sh", {QString()});
+    add("test.sh, coverage of one test", "test.sh", {QStringLiteral("--coverage"), QStringLiteral("-R")});
     add("setup.sh, nothing", "tools/setup.sh", {});
     add("setup.sh, unknown purpose", "tools/setup.sh", {QStringLiteral("build"), QStringLiteral("nonsense")});
     add("build.sh, nothing", "tools/build.sh", {});
+    add("build.sh, unknown preset", "tools/build.sh", {QStringLiteral("nonsense")});
+    add("coverage.sh, an argument", "tools/coverage.sh", {QStringLiteral("nonsense")});
     add("with-display.sh, nothing", "tools/with-display.sh", {});
     const QString nonsense = QStringLiteral("--nonsense");
     add("smoke.sh, unknown argument", "bench/smoke.sh", {nonsense});
@@ -156,7 +160,33 @@ void tst_commands::refusesBadInput_data()
         {QStringLiteral("--output"), QStringLiteral("/no/such/folder/benchmarks.md")});
     add("compare.sh, output that has no place for tables", "bench/compare.sh",
         {QStringLiteral("--output"), QStringLiteral(PROJECT_FOLDER "/README.md")});
+    add("with-display.sh, no such command", "tools/with-display.sh", {QStringLiteral("/no/such/command")});
     add(".ci/run, unknown stage", ".ci/run", {QStringLiteral("nonsense")});
+    add(".ci/run, unknown stage among others", ".ci/run",
+        {QStringLiteral("scripts"), QStringLiteral("nonsense")});
+    add("render.sh, an argument", "resources/art/render.sh", {QStringLiteral("nonsense")});
+    add("fuzz/run.sh, no number", "tests/fuzz/run.sh", {QStringLiteral("nonsense")});
+    add("fuzz/run.sh, two numbers", "tests/fuzz/run.sh", {QStringLiteral("1"), QStringLiteral("2")});
+
+    const QString nowhere = QStringLiteral("/no/such/folder");
+    add("start-and-close.sh, nothing", "packaging/start-and-close.sh", {});
+    add("linux/build.sh, an argument", "packaging/linux/build.sh", {nowhere});
+    add("linux/check.sh, unknown argument", "packaging/linux/check.sh", {QStringLiteral("--nonsense")});
+    add("windows/build.sh, unknown argument", "packaging/windows/build.sh", {QStringLiteral("--nonsense")});
+    add("build-qt.sh, unknown argument", "packaging/windows/build-qt.sh", {QStringLiteral("--nonsense")});
+    add("add-libraries.sh, nothing", "packaging/windows/add-libraries.sh", {});
+    add("add-libraries.sh, no such folder", "packaging/windows/add-libraries.sh", {nowhere, nowhere});
+    add("add-licences.sh, nothing", "packaging/windows/add-licences.sh", {});
+    add("add-licences.sh, no such folder", "packaging/windows/add-licences.sh", {nowhere, nowhere});
+    add("check-zip.sh, nothing", "packaging/windows/check-zip.sh", {});
+    add("check-zip.sh, no such file", "packaging/windows/check-zip.sh", {nowhere, QStringLiteral("1.0")});
+    add("make-wine-prefix.sh, nothing", "packaging/windows/make-wine-prefix.sh", {});
+    add("make-wine-prefix.sh, no such folder", "packaging/windows/make-wine-prefix.sh", {nowhere, nowhere});
+    add("test-under-wine.sh, nothing", "packaging/windows/test-under-wine.sh", {});
+    add("test-under-wine.sh, nothing built", "packaging/windows/test-under-wine.sh",
+        {nowhere, nowhere, nowhere});
+    add("wine.sh, nothing", "packaging/windows/wine.sh", {});
+    add("wine.sh, no prefix", "packaging/windows/wine.sh", {nowhere, nowhere});
 }
 
 void tst_commands::refusesBadInput()
@@ -167,6 +197,7 @@ void tst_commands::refusesBadInput()
     QVERIFY(outcome.exitCode > 0);
     QCOMPARE(outcome.errors.size(), 1);
     QCOMPARE(outcome.output, QStringList());
+    QVERIFY(!QFile::exists(QStringLiteral("/no")));
 }
 
 void tst_commands::installsNothingWhenNothingIsMissing()

@@ -226,6 +226,8 @@ void tst_fileCollection::collectsUnusualNames()
         QSKIP("Files cannot have this name here");
     file.write("the one");
     file.close();
+    if (!QDir(path(QStringLiteral("sub"))).exists(name))
+        QSKIP("Files cannot have this name here");
 
     const QStringList collected = collect({m_folder->path()});
     QCOMPARE(collected, QStringList{file.fileName()});

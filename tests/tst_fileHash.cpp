@@ -195,7 +195,7 @@ void tst_fileHash::doesNotCoverTheSize()
 void tst_fileHash::reachesTheEndOfAVeryLargeFile()
 {
     constexpr qint64 size = 5'000'000'001;
-    const QByteArray content = randomBytes(2 * chunk, 4);
+    const QByteArray content = randomBytes(qsizetype(2) * chunk, 4);
     QFile file(path());
     QVERIFY(file.open(QIODevice::WriteOnly));
     if (!file.resize(size))

@@ -122,7 +122,7 @@ void tst_helpMenu::showsAbout()
             paragraphs = box->text().split(u"\n\n"_s);
         });
     QCOMPARE(paragraphs.size(), 3);
-    QCOMPARE(paragraphs.at(0), u"Quillory v4.9.1"_s);
+    QCOMPARE(paragraphs.at(0), QStringLiteral("Quillory v" PROGRAM_VERSION));
     QCOMPARE(paragraphs.at(1),
         u"A powerful and easy-to-use duplicate file finder tool that helps you find and remove duplicate "
         u"files from "

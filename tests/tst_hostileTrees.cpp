@@ -81,6 +81,9 @@ void tst_hostileTrees::deletesFilesWithOddNames_data()
 /// All odd names are in the tree at once, so that one taken for another would be noticed.
 void tst_hostileTrees::deletesFilesWithOddNames()
 {
+#ifdef Q_OS_WIN
+    QSKIP("Windows allows hardly any of these names");
+#endif
     QFETCH(const QString, name);
     for (const HostileName &each : hostileNames())
         writeFile(path(u"neighbours/"_s + each.name), each.description);

@@ -243,6 +243,8 @@ void tst_interruptedLoads::takesRequestsDuringALoad()
                 inside = true;
                 m_driver->click("btnAll");
                 inside = false;
+                if (request == "btnStartScan")
+                    QVERIFY(QTest::qWaitFor([&] { return isQuiet(); }, 30'000));
             }
         },
         [](QWidget *dialog) { dialog->close(); });

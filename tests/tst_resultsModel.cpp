@@ -20,7 +20,7 @@ private slots:
     void initTestCase();
     void windowAndDiskFollowTheRules_data();
     void windowAndDiskFollowTheRules();
-    void cleanupTestCase();
+    void cleanupTestCase() const;
 
 private:
     int m_sequences = 2000;
@@ -71,7 +71,7 @@ void tst_resultsModel::windowAndDiskFollowTheRules()
 }
 
 /// Steps that never get anywhere interesting would agree with any model.
-void tst_resultsModel::cleanupTestCase()
+void tst_resultsModel::cleanupTestCase() const
 {
     qInfo("later batches %d, deleted files %d, deletions with failures %d", m_reached.laterBatches,
         m_reached.deletedFiles, m_reached.deletionsWithFailures);

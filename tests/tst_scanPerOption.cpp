@@ -30,9 +30,12 @@ const QStringList everything = archives + documents + audios + videos + pictures
 
 void writeOnePairPerSuffix(const QString &folder)
 {
-    for (const QString &suffix : everything) {
+    for (qsizetype i = 0; i < everything.size(); ++i) {
+        const QString &suffix = everything.at(i);
         const QString ending = suffix.isEmpty() ? QString() : u'.' + suffix;
-        writeCopies(folder, {u"first"_s + ending, u"second"_s + ending}, "content of " + suffix.toUtf8());
+        // In a folder each: for some disks small and capital letters are the same.
+        writeCopies(folder + u'/' + QString::number(i), {u"first"_s + ending, u"second"_s + ending},
+            "content of " + suffix.toUtf8());
     }
 }
 
@@ -218,6 +221,9 @@ void tst_scanPerOption::findsVisibleFilesInAHiddenPlace()
 
 void tst_scanPerOption::findsEverythingElsewhereWithAllRulesOn()
 {
+#ifdef Q_OS_WIN
+    QSKIP("No folder inside another is called C: here");
+#endif
     const QTemporaryDir folder;
     // The rules for Windows and its programs know whole paths, not folder names.
     const QStringList paths = writeCopies(folder.path(),

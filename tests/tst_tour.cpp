@@ -56,7 +56,8 @@ Outcome tst_tour::run(const QStringList &arguments) const
 {
     QDir().mkpath(path(QStringLiteral("temporary")));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), path(QStringLiteral("temporary")));
+    for (const QString &variable : {QStringLiteral("TMPDIR"), QStringLiteral("TMP"), QStringLiteral("TEMP")})
+        environment.insert(variable, path(QStringLiteral("temporary")));
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.remove(QStringLiteral("QT_LOGGING_RULES"));
     QProcess tour;

@@ -10,6 +10,10 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 }
 readonly preset=$1
 shift
+grep -qF "\"configurePreset\": \"$preset\"" CMakePresets.json || {
+    echo "build.sh: there is no preset '$preset' in CMakePresets.json" >&2
+    exit 2
+}
 readonly log=build/$preset.log
 targets=()
 if [ $# -gt 0 ]; then

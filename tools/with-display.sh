@@ -7,6 +7,10 @@ if [ $# -eq 0 ]; then
     echo "with-display: say which command to run" >&2
     exit 2
 fi
+type -P -- "$1" >/dev/null || {
+    echo "with-display: there is no command $1" >&2
+    exit 2
+}
 command -v Xvfb >/dev/null || {
     echo "with-display: Xvfb is missing, 'tools/setup.sh tour' installs it" >&2
     exit 1
@@ -59,7 +63,7 @@ fi
 
 # Windows without a manager have no frames. It is not worth failing for.
 if command -v openbox >/dev/null; then
-    openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
+    XDG_CACHE_HOME=$work openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
     manager=$!
     for ((i = 0; i < 100; i++)); do
         [ ! -e "$work/managed" ] || break

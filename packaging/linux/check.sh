@@ -64,6 +64,9 @@ appstreamcli validate --no-net "$work"/content/usr/share/metainfo/*.xml >"$work/
 }
 grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml ||
     fail "the catalogue entry does not name version $version"
+while IFS= read -r picture; do
+    [[ -f docs/screenshots/$picture ]] || fail "the catalogue entry shows $picture, which is not in docs/screenshots"
+done < <(sed -n 's|.*<image>.*/\(.*\)</image>.*|\1|p' "$work"/content/usr/share/metainfo/*.xml)
 lintian_options=(--fail-on "error,warning")
 ((EUID != 0)) || lintian_options+=(--allow-root)
 lintian "${lintian_options[@]}" "$package" || fail "lintian finds faults in $package"

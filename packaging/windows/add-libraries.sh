@@ -15,6 +15,7 @@ readonly mingw=x86_64-w64-mingw32
 (($# >= 2)) || fail "say which folder to complete and where the libraries are"
 folder=$1
 shift
+[[ -d $folder ]] || fail "there is no folder $folder"
 sources=("$@" "$(dirname -- "$($mingw-g++-posix -print-file-name=libstdc++-6.dll)")" "/usr/$mingw/lib")
 
 imports() {

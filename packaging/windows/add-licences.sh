@@ -8,6 +8,8 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 . "$here/common.sh"
 
 (($# == 2)) || fail "say which folder to complete and where Qt is"
+[[ -d $1 ]] || fail "there is no folder $1"
+[[ -d $2/LICENSES ]] || fail "$2 is no Qt with its licences"
 target=$1/licences
 mkdir -p "$target"
 for licence in LGPL-3.0-only GPL-3.0-only qt6-base-copyright qt6-imageformats-copyright; do

@@ -12,8 +12,9 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 
 usage() {
     cat <<'USAGE'
-Usage: packaging/windows/build-qt.sh
+Usage: packaging/windows/build-qt.sh [--cached]
 Builds Qt for Windows x64 into ${QUILLORY_CACHE:-~/.cache/quillory} unless it is there, and prints its prefix.
+--cached builds nothing and fails when it is not there.
 QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
 USAGE
 }
@@ -77,14 +78,17 @@ build_module() {
 }
 
 [[ ${1:-} == --help || ${1:-} == -h ]] && { usage; exit; }
-(($# == 0)) || fail "takes no arguments (got: $*)"
+cached=
+[[ $# -eq 1 && $1 == --cached ]] && cached=yes && shift
+(($# == 0)) || fail "unknown arguments: $* (see --help)"
 jobs=${QUILLORY_JOBS:-$(nproc)}
 [[ $jobs =~ ^[1-9][0-9]*$ ]] || fail "QUILLORY_JOBS must be a positive number (got: $jobs)"
 [[ $(uname -sm) == "Linux x86_64" ]] || fail "runs on Linux x86_64 only (this is $(uname -sm))"
-"$here/../../tools/setup.sh" build windows >&2
+[[ $cached ]] || "$here/../../tools/setup.sh" build windows >&2
 
 version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev 2>/dev/null) || fail "qt6-base-dev is not installed"
 cache=${QUILLORY_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillory}
+[[ ! $cached || -d $cache ]] || fail "there is no Qt for Windows in $cache"
 mkdir -p "$cache" 2>/dev/null || fail "cannot make the cache folder $cache"
 [[ -w $cache ]] || fail "cannot write into the cache folder $cache"
 cache=$(CDPATH="" cd -- "$cache" && pwd)
@@ -93,6 +97,7 @@ if [[ -e $prefix/complete ]]; then
     printf '%s\n' "$prefix"
     exit
 fi
+[[ ! $cached ]] || fail "there is no Qt for Windows in $cache"
 
 # Two builds at a time would only slow each other down; the second one finds the first one's result.
 exec 9>"$cache/qt-windows.lock"

@@ -21,6 +21,9 @@ prefix=$(realpath -m -- "$1")
 content=$(realpath -- "$2")
 [[ ! -e $prefix || -e $prefix/complete || ! -e $prefix/drive_c ]] || rm -rf "$prefix" # a half-made one
 
+# Not the machine's fonts: Qt takes letters that a font lacks from any other, and the ones with pictures in colour
+# are, to Wine, without outlines, which it crashes on.
+export FONTCONFIG_FILE=$prefix/fonts.conf
 export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 unset DISPLAY
 in_wine() {
@@ -40,6 +43,8 @@ log_font() {
 if [[ ! -e $prefix/complete ]]; then
     note "making a Wine prefix in $prefix"
     : >"$prefix.log"
+    mkdir -p "$prefix"
+    echo '<fontconfig/>' >"$FONTCONFIG_FILE"
     in_wine wineboot --init
     in_wine winecfg /v win10
     # A crash would wait for somebody to close its dialog.
@@ -47,14 +52,17 @@ if [[ ! -e $prefix/complete ]]; then
     # Letters as smooth and as wide as those of Windows, for pictures that show what fits where.
     in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f
     in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
-    for use in Message Menu Status; do
+    for use in Caption Icon Menu Message SmCaption Status; do
         in_wine reg add 'HKCU\Control Panel\Desktop\WindowMetrics' /v "${use}Font" /t REG_BINARY \
             /d "$(log_font 'Open Sans')" /f
     done
+    in_wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /t REG_SZ /d 'Open Sans' /f
     wait_for_wine
     cp /usr/share/wine/fonts/*.ttf "$prefix/drive_c/windows/Fonts/" || fail "Wine's fonts are missing (fonts-wine)"
     cp /usr/share/fonts/truetype/open-sans/OpenSans-*.ttf "$prefix/drive_c/windows/Fonts/" ||
         fail "Open Sans is missing (fonts-open-sans)"
+    cp /usr/share/fonts/truetype/ancient-scripts/Symbola*.ttf "$prefix/drive_c/windows/Fonts/" ||
+        fail "Symbola is missing (fonts-symbola)"
     # The user's folders are links into the machine's home folder.
     while IFS= read -r -d '' link; do
         rm "$link" && mkdir "$link"

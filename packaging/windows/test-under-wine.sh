@@ -12,6 +12,8 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 (($# >= 3)) || fail "build.sh --test starts this script"
 build=$1 packed=$2 qt=$3
 shift 3
+[[ -f $build/CTestTestfile.cmake && -f $packed/quillory.exe && -d $qt/plugins ]] ||
+    fail "build, packed program and Qt are expected in $build, $packed and $qt"
 readonly pages=$build/pages
 
 # What is packed, and what only tests need.
@@ -20,10 +22,15 @@ rm -rf "$content"
 cp -r "$packed" "$content"
 install -D "$qt/plugins/platforms/qoffscreen.dll" "$content/platforms/qoffscreen.dll"
 cp "$qt/bin/Qt6Test.dll" "$content/"
+# Tests start these.
+cp "$build/tests/scan_and_close.exe" "$build/tools/tour/quillory-tour.exe" "$content/"
 "$here/make-wine-prefix.sh" "$build/wine" "$content"
 
 # Ends what a test may have left running in the prefix.
 trap 'WINEPREFIX=$build/wine /usr/lib/wine/wineserver64 -k || true' EXIT
+
+# Wine is slow with windows: what repeats itself is done less often, unless told otherwise.
+export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-40} QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-6}
 
 echo "Tests, under Wine:"
 QUILLORY_TEST_SECOND_DRIVE=D:/ ctest --test-dir "$build" --output-on-failure --no-tests=error "$@" ||

@@ -30,6 +30,7 @@ if ! [[ $program -ef $folder/$name ]]; then
     mv -f "$part" "$folder/$name"
 fi
 
+export FONTCONFIG_FILE=$WINEPREFIX/fonts.conf
 export WINEPREFIX WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
 # Wine hands Qt's variables on under another name only. There is one platform for windows on Windows.
 case ${QT_QPA_PLATFORM:-} in

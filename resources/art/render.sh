@@ -20,6 +20,7 @@ render() {
         --output "$png" "$master" 2>&1) || fail "cannot render $master to $png: ${error//$'\n'/ }"
 }
 
+(($# == 0)) || fail "takes no arguments (got: $*)"
 command -v rsvg-convert >/dev/null || fail "rsvg-convert not found (Debian package librsvg2-bin)"
 command -v icotool >/dev/null || fail "icotool not found (Debian package icoutils)"
 mkdir -p "$out/images" "$out/icons" "$out/app-icons" 2>/dev/null ||

@@ -70,12 +70,12 @@ private:
         QString path;
         QString size;
         QString time;
-        bool ticked;
+        bool ticked = false;
     };
     struct GroupRow
     {
         QString title;
-        Qt::CheckState state;
+        Qt::CheckState state = Qt::Unchecked;
         QString loadedUnder;
         QList<FileRow> files;
     };

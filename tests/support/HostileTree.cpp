@@ -3,6 +3,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 #ifdef Q_OS_UNIX
@@ -124,9 +125,18 @@ bool makeFolderWithRawName(const QString &folder, const QByteArray &name)
 
 HostileTree::~HostileTree() = default;
 
+// By the paths: no tree goes deeper than they reach, because writeDeepFile() makes none.
 DiskState HostileTree::state() const
 {
-    qFatal("Only known of Unix: what is on the disk");
+    DiskState state;
+    QDirIterator entries(m_folder.path(),
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (entries.hasNext()) {
+        const QByteArray name = rawName(entries.next());
+        const QFileInfo info = entries.fileInfo();
+        state.insert(name, info.isDir() ? "folder" : "size " + QByteArray::number(info.size()));
+    }
+    return state;
 }
 
 bool writeDeepFile(const QString &, int, const QByteArray &, const QByteArray &, const QByteArray &)

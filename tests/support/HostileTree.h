@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 
 /// What a folder holds below it, by the raw bytes of the relative path: kind, inode, size and target of a
-/// link.
+/// link, as far as the system has them.
 using DiskState = QMap<QByteArray, QByteArray>;
 
 /// A name that is legal on a disk and inconvenient everywhere else.

@@ -4,7 +4,6 @@
 #include <QThreadPool>
 
 #include <chrono>
-#include <latch>
 #include <memory>
 
 namespace {
@@ -26,15 +25,21 @@ PoolSize::~PoolSize()
 
 void runOnPoolThreads(int copies, const std::function<void()> &task)
 {
-    const auto allThere = std::make_shared<std::latch>(copies);
+    // Not std::latch: MinGW's misses a wake-up now and then.
+    const auto there = std::make_shared<QSemaphore>();
+    const auto started = std::make_shared<QSemaphore>();
     const auto returned = std::make_shared<QSemaphore>();
     for (int i = 0; i < copies; ++i) {
-        QThreadPool::globalInstance()->start([task, allThere, returned] {
-            allThere->arrive_and_wait();
+        QThreadPool::globalInstance()->start([task, there, started, returned] {
+            there->release();
+            started->acquire();
             task();
             returned->release();
         });
     }
-    if (!returned->tryAcquire(copies, static_cast<int>(std::chrono::milliseconds(patience).count())))
+    const auto timeout = static_cast<int>(std::chrono::milliseconds(patience).count());
+    const bool allThere = there->tryAcquire(copies, timeout);
+    started->release(copies);
+    if (!allThere || !returned->tryAcquire(copies, timeout))
         qFatal("A task on the thread pool hangs");
 }

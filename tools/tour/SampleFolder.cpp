@@ -50,11 +50,12 @@ QString SampleFolder::path() const
 void SampleFolder::writeOriginals()
 {
     for (int i = 0; i < 10; ++i)
-        write(numbered("Pictures/Lake/IMG_%04d.jpg", 412 + i), encode(paintLake(i), "jpg"));
+        write(numbered("Pictures/Lake/IMG_%04d.jpg", 412 + i), encode(paintLake(quint32(i)), "jpg"));
     for (int i = 0; i < 6; ++i)
-        write(numbered("Pictures/City at night/DSC_%03d.png", 71 + i), encode(paintCityAtNight(i), "png"));
+        write(numbered("Pictures/City at night/DSC_%03d.png", 71 + i),
+            encode(paintCityAtNight(quint32(i)), "png"));
     for (int i = 0; i < 6; ++i)
-        write(numbered("Pictures/Garden/flower %d.jpg", 1 + i), encode(paintFlower(i), "jpg"));
+        write(numbered("Pictures/Garden/flower %d.jpg", 1 + i), encode(paintFlower(quint32(i)), "jpg"));
     write(QStringLiteral("Pictures/Garden/label.bmp"), encode(paintFlower(40).scaled(120, 90), "bmp"));
     // Named like a picture, but broken: it gets no thumbnail.
     write(QStringLiteral("Pictures/half a download.jpg"), encode(paintLake(3), "jpg").left(100));
