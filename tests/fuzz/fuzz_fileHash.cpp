@@ -15,7 +15,7 @@ namespace {
 
 /// So much is written at either end of a file; what lies between is a hole and reads as zero. Without holes
 /// the sizes around 2 and 4 GiB, where 32 bits end, would be out of reach.
-constexpr qint64 writtenBytes = 10 * 1024;
+constexpr qint64 writtenBytes = qint64(10) * 1024;
 
 /// What a file holds, without the file.
 struct Content
@@ -112,7 +112,7 @@ qint64 consumeSize(FuzzedDataProvider &data, int chunkSize)
 {
     if (chunkSize < 0 || data.ConsumeBool())
         return data.ConsumeIntegralInRange<qint64>(0, 3 * writtenBytes);
-    const qint64 nearBy = data.ConsumeIntegralInRange<qint64>(-3, 3);
+    const auto nearBy = data.ConsumeIntegralInRange<qint64>(-3, 3);
     if (data.ConsumeBool())
         return std::max<qint64>(0, data.ConsumeIntegralInRange(0, 3) * qint64(chunkSize) + nearBy);
     const qint64 power = qint64(1) << data.ConsumeIntegralInRange(16, 45);
@@ -130,7 +130,7 @@ void check(const Content &content, int chunkSize)
 
 /// Chunk sizes that, doubled, do not fit into an int. Once only: AddressSanitizer takes 0.1 s to free so
 /// large a buffer.
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
+extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 {
     check({3 * writtenBytes, "large chunk"}, 1 << 30);
     check({3 * writtenBytes, "larger chunk"}, (1 << 30) + (1 << 29));
