@@ -8,10 +8,12 @@
 #include <QtConcurrentMap>
 #include <QtConcurrentRun>
 
+#include <atomic>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <memory>
-#include <tuple>
+#include <thread>
 
 using Qt::StringLiterals::operator""_s;
 
@@ -19,35 +21,66 @@ namespace {
 
 constexpr int rounds = 200;
 
+/// Tells another thread that something has happened, but orders nothing before or after it: with two of them
+/// faults of two threads meet in every run, and stay faults.
+class RelaxedFlag
+{
+public:
+    void raise()
+    {
+        m_raised.store(true, std::memory_order_relaxed);
+    }
+
+    void await() const
+    {
+        while (!m_raised.load(std::memory_order_relaxed))
+            std::this_thread::yield();
+    }
+
+private:
+    std::atomic<bool> m_raised{false};
+};
+
 /// Runs \a task on the pool and the event loop until something calls exit().
 int runWithPool(const std::function<void()> &task)
 {
-    std::ignore = QtConcurrent::run(QThreadPool::globalInstance(), task);
+    // Dropping it earlier could order the threads.
+    const QFuture<void> future = QtConcurrent::run(QThreadPool::globalInstance(), task);
     const int result = QCoreApplication::exec();
     QThreadPool::globalInstance()->waitForDone();
     return result;
 }
 
-/// Fault: the pool thread goes on writing to what it has handed over already.
+/// Fault: the pool thread goes on with \a write after it has handed over what \a read looks at. Ends with 0
+/// when \a read has seen the change.
+int writeLate(const std::function<void()> &write, const std::function<bool()> &read)
+{
+    RelaxedFlag written;
+    RelaxedFlag seen;
+    return runWithPool([&] {
+        const auto look = [&] {
+            written.await();
+            QCoreApplication::exit(read() ? 0 : 1);
+            seen.raise();
+        };
+        QMetaObject::invokeMethod(qApp, look, Qt::QueuedConnection);
+        write();
+        written.raise();
+        seen.await();
+    });
+}
+
 int lateWrite()
 {
     int files = 0;
-    return runWithPool([&files] {
-        QMetaObject::invokeMethod(
-            qApp, [&files] { QCoreApplication::exit(files < 0); }, Qt::QueuedConnection);
-        files = 1;
-    });
+    return writeLate([&files] { files = 1; }, [&files] { return files == 1; });
 }
 
 /// The same fault, but made and found inside Qt's own code: one list, without a copy, in two threads.
 int sharedList()
 {
-    QStringList paths{u"first"_s};
-    return runWithPool([&paths] {
-        QMetaObject::invokeMethod(
-            qApp, [&paths] { QCoreApplication::exit(paths.contains(u"none"_s)); }, Qt::QueuedConnection);
-        paths.append(u"second"_s);
-    });
+    QStringList paths;
+    return writeLate([&paths] { paths.append(u"new"_s); }, [&paths] { return paths.contains(u"new"_s); });
 }
 
 /// Fault: a queued call outlives what it reads.
