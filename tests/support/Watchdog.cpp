@@ -27,10 +27,13 @@ void writeStacks()
         QStringLiteral("gdb"), {QStringLiteral("-nx"), QStringLiteral("-batch"), QStringLiteral("-p"),
                                    QString::number(QCoreApplication::applicationPid()), QStringLiteral("-ex"),
                                    QStringLiteral("thread apply all backtrace 60")});
-    const QByteArray stacks = debugger.waitForFinished(debuggerMilliseconds)
-                                  ? debugger.readAll()
-                                  : "No debugger shows the stacks.\n";
-    std::fputs(stacks.constData(), stderr);
+    if (!debugger.waitForStarted()) {
+        std::fputs("gdb is missing: nothing can show the stacks of the threads.\n", stderr);
+        return;
+    }
+    if (!debugger.waitForFinished(debuggerMilliseconds))
+        std::fputs("gdb did not come to an end; this is what it has shown so far.\n", stderr);
+    std::fputs(debugger.readAll().constData(), stderr);
 }
 
 } // namespace
