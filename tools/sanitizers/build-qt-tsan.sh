@@ -61,6 +61,8 @@ if [[ ! -e $prefix/complete ]]; then
 fi
 if [[ ! -e $prefix/complete ]]; then
     work=$cache/qt-tsan-build
+    # A failed build leaves its logs.
+    trap 'rm -rf "$work/stage" "$work"/*/source "$work"/*/build' EXIT
     rm -rf "$work" "$prefix"
     mkdir -p "$work" "$(dirname "$prefix")"
     build_qt
