@@ -1,3 +1,4 @@
+#include "tests/support/Slowdown.h"
 #include "tests/support/TestFiles.h"
 
 #include <QElapsedTimer>
@@ -14,7 +15,7 @@ namespace {
 constexpr int folders = 40;
 constexpr int filesPerFolder = 500;
 constexpr int patienceMilliseconds = 120'000;
-constexpr int closingMilliseconds = 2000;
+constexpr int closingMilliseconds = 2000 * slowdown;
 
 } // namespace
 
@@ -45,11 +46,12 @@ void tst_closingTheProgram::initTestCase()
 }
 
 /// Whoever does not give up goes on for many times as long as closing may take: the walk has millions of
-/// paths to go through, the analysis several hundred thousand.
+/// paths to go through, the analysis several hundred thousand. Under a sanitizer memory and threads are what
+/// counts, and fewer will do.
 void tst_closingTheProgram::endsTheProcess_data()
 {
-    constexpr int forTheWalk = 500;
-    constexpr int forTheAnalysis = 20;
+    constexpr int forTheWalk = 500 / slowdown;
+    constexpr int forTheAnalysis = 20 / slowdown;
     QTest::addColumn<int>("times");
     QTest::addColumn<QString>("from");
     QTest::addColumn<int>("delay");
