@@ -142,6 +142,10 @@ void tst_commands::refusesBadInput_data()
     add("setup.sh, unknown purpose", "tools/setup.sh", {QStringLiteral("build"), QStringLiteral("nonsense")});
     add("build.sh, nothing", "tools/build.sh", {});
     add("with-display.sh, nothing", "tools/with-display.sh", {});
+    add("sanitizers, unknown argument", "tools/sanitizers/run.sh", {QStringLiteral("--nonsense")});
+    add("sanitizers, two names", "tools/sanitizers/run.sh", {QStringLiteral("a"), QStringLiteral("b")});
+    add("Qt for ThreadSanitizer, unknown argument", "tools/sanitizers/build-qt-tsan.sh",
+        {QStringLiteral("--nonsense")});
     add(".ci/run, unknown stage", ".ci/run", {QStringLiteral("nonsense")});
 }
 

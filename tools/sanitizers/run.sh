@@ -22,7 +22,7 @@ TEXT
 
 engine='analysisProgress|bytesRead|concurrentHashing|digest|duplicateAnalysis|duplicateGroup|fileCategories'
 engine+='|fileCollection|fileHash|scanProgress|skipRules|specialFiles'
-window='backgroundTasks|closingTheProgram|closingTheWindow|interruptedLoads|resultsModel|storm'
+window='backgroundTasks|closingTheProgram|closingTheWindow|resultsModel|storm'
 regex="^tst_($engine|$window)\$"
 length=short
 presets=()
@@ -50,15 +50,21 @@ done
 
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 tools/setup.sh build run test
-if [ $length = short ]; then
-    export QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-24} QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-200}
-fi
-
 # ThreadSanitizer of GCC 12 does not find its way in an address space that is randomised as widely as newer kernels do.
 unrandomised=()
 if [ "$(sysctl -n vm.mmap_rnd_bits 2>/dev/null || echo 28)" -gt 28 ] && setarch -R true 2>/dev/null; then
     unrandomised=(setarch -R)
 fi
+
+# Sets how often the two longest tests go round, unless the caller has: a minute or so for each.
+shorten() {
+    local rounds=30 sequences=200
+    if [ "$1" = tsan ]; then
+        rounds=15 sequences=80
+    fi
+    export QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-$rounds}
+    export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-$sequences}
+}
 
 # run_preset PRESET: builds what the tests need and nothing else, then runs them.
 run_preset() {
@@ -81,5 +87,8 @@ run_preset() {
 }
 
 for preset in "${presets[@]}"; do
-    run_preset "$preset"
+    (
+        [ $length = full ] || shorten "$preset"
+        run_preset "$preset"
+    )
 done
