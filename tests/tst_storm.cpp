@@ -24,7 +24,7 @@ namespace {
 constexpr int folders = 100;
 constexpr int pairsPerFolder = 100;
 constexpr int filesInAll = folders * pairsPerFolder * 2;
-constexpr int patienceMilliseconds = 30'000;
+constexpr int patienceMilliseconds = 30'000 * slowdown;
 constexpr int closingMilliseconds = 2000 * slowdown;
 // Enough duplicates must be left to the last window.
 constexpr int deletionsAtMost = 150;

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -71,6 +72,8 @@ void Watchdog::run()
             std::fprintf(stderr, "No sign of life for %lld ms; the last was: %s\n",
                 static_cast<long long>(m_patience), qPrintable(m_doing));
             writeStacks();
+            // Not into the test framework's handler, which would look for the stacks once more.
+            std::signal(SIGABRT, SIG_DFL);
             std::abort();
         }
         m_wake.wait(&m_mutex, static_cast<unsigned long>(left));
