@@ -67,9 +67,14 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
     showLoadingOverlay();
     // A load drops the ticks of groups it has not reached. After two deliveries in a row only the second
     // one's rows are loaded, or the second load would take those ticks from a result that nobody has touched.
-    QTimer::singleShot(100ms, this, [this, delivery = ++deliveries] {
+    const auto showRows = [this, delivery = ++deliveries] {
         if (delivery == deliveries)
             onCategoryClicked(QStringLiteral("all"));
+    };
+    // Asked at the end of a load under way: the next delivery may be waiting for that end as well.
+    QTimer::singleShot(100ms, this, [this, showRows] {
+        if (!postponeDuringLoad(showRows))
+            showRows();
     });
 }
 

@@ -161,6 +161,10 @@ void tst_commands::refusesBadInput_data()
     add("compare.sh, output that has no place for tables", "bench/compare.sh",
         {QStringLiteral("--output"), QStringLiteral(PROJECT_FOLDER "/README.md")});
     add("with-display.sh, no such command", "tools/with-display.sh", {QStringLiteral("/no/such/command")});
+    add("sanitizers, unknown argument", "tools/sanitizers/run.sh", {QStringLiteral("--nonsense")});
+    add("sanitizers, two names", "tools/sanitizers/run.sh", {QStringLiteral("a"), QStringLiteral("b")});
+    add("Qt for ThreadSanitizer, unknown argument", "tools/sanitizers/build-qt-tsan.sh",
+        {QStringLiteral("--nonsense")});
     add(".ci/run, unknown stage", ".ci/run", {QStringLiteral("nonsense")});
     add(".ci/run, unknown stage among others", ".ci/run",
         {QStringLiteral("scripts"), QStringLiteral("nonsense")});

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QThreadPool>
 
 #include <utility>
@@ -57,6 +58,7 @@ private slots:
     void startsEveryResultWithFreshTicks();
     void neverSavesOldTicksIntoNewGroups();
     void fillsThePageAfterTwoDeliveries();
+    void takesADeliveryDuringALoad_data();
     void takesADeliveryDuringALoad();
     void takesRequestsDuringALoad_data();
     void takesRequestsDuringALoad();
@@ -168,8 +170,16 @@ void tst_interruptedLoads::fillsThePageAfterTwoDeliveries()
     verifyThePageIsInOrder();
 }
 
+void tst_interruptedLoads::takesADeliveryDuringALoad_data()
+{
+    QTest::addColumn<int>("pause");
+    QTest::newRow("at once") << 0;
+    QTest::newRow("when the first result's rows are due as well") << 150;
+}
+
 void tst_interruptedLoads::takesADeliveryDuringALoad()
 {
+    QFETCH(const int, pause);
     const QTemporaryDir other;
     writePairs(other.path(), 30, u"txt"_s);
     PoolGate gate;
@@ -185,6 +195,7 @@ void tst_interruptedLoads::takesADeliveryDuringALoad()
     // The first result is there, the second one is ready: the load takes it, in its midst.
     gate.runWaitingTasks();
     gate.open();
+    QThread::msleep(static_cast<unsigned long>(pause));
     m_driver->click("btnAll");
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 0);
     QVERIFY(!m_driver->find("btnRemoveSelected")->isEnabled());

@@ -9,6 +9,8 @@ SCRIPT_NAME=build-qt.sh
 here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=packaging/windows/common.sh
 . "$here/common.sh"
+# shellcheck source=tools/qt-source.sh
+. "$here/../../tools/qt-source.sh"
 
 usage() {
     cat <<'USAGE'
@@ -43,28 +45,11 @@ done
 # For thumbnails of WebP pictures.
 formats_options=(-DFEATURE_system_webp=OFF -DFEATURE_tiff=OFF -DFEATURE_jasper=OFF -DFEATURE_mng=OFF)
 
-# prepare_apt FOLDER: package lists of its own, so that the machine needs no deb-src entry and no root rights.
-prepare_apt() {
-    local apt=$1
-    mkdir -p "$apt/lists/partial" "$apt/archives/partial" "$apt/sources.list.d"
-    apt-get indextargets --format "deb-src \$(REPO_URI) \$(RELEASE) \$(COMPONENT)" 'Created-By: Packages' |
-        grep '/debian' | sort -u >"$apt/sources.list" || fail "apt-get knows no Debian mirror"
-    apt_options=(-o "Dir::Etc::sourcelist=$apt/sources.list" -o "Dir::Etc::sourceparts=$apt/sources.list.d"
-        -o "Dir::State::lists=$apt/lists" -o "Dir::Cache=$apt" -o "Dir::Cache::archives=$apt/archives"
-        -o APT::Sandbox::User=root)
-    logged "$apt/update.log" "reading Debian's source lists" apt-get "${apt_options[@]}" update
-}
-
 # build_module PACKAGE VERSION OPTION...: from Debian's source package into the stage.
 build_module() {
     local package=$1 version=$2 folder=$work/$1
     shift 2
-    mkdir "$folder"
-    (cd "$folder" && logged "$folder/download.log" "downloading $package $version" \
-        apt-get "${apt_options[@]}" source --download-only "$package=$version")
-    # What apt-get downloads it has checked already.
-    logged "$folder/unpack.log" "unpacking $package" \
-        dpkg-source --no-check -x "$folder"/*.dsc "$folder/source"
+    unpack_source "$package" "$version" "$folder"
     logged "$folder/configure.log" "configuring $package" \
         cmake -G Ninja -S "$folder/source" -B "$folder/build" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DQUILLORY_WINDOWS_QT="$stage" \
@@ -81,17 +66,14 @@ build_module() {
 cached=
 [[ $# -eq 1 && $1 == --cached ]] && cached=yes && shift
 (($# == 0)) || fail "unknown arguments: $* (see --help)"
-jobs=${QUILLORY_JOBS:-$(nproc)}
-[[ $jobs =~ ^[1-9][0-9]*$ ]] || fail "QUILLORY_JOBS must be a positive number (got: $jobs)"
+read_jobs
 [[ $(uname -sm) == "Linux x86_64" ]] || fail "runs on Linux x86_64 only (this is $(uname -sm))"
 [[ $cached ]] || "$here/../../tools/setup.sh" build windows >&2
 
 version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev 2>/dev/null) || fail "qt6-base-dev is not installed"
 cache=${QUILLORY_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillory}
 [[ ! $cached || -d $cache ]] || fail "there is no Qt for Windows in $cache"
-mkdir -p "$cache" 2>/dev/null || fail "cannot make the cache folder $cache"
-[[ -w $cache ]] || fail "cannot write into the cache folder $cache"
-cache=$(CDPATH="" cd -- "$cache" && pwd)
+open_cache
 prefix=$cache/qt-$version-windows-x64-r$recipe
 if [[ -e $prefix/complete ]]; then
     printf '%s\n' "$prefix"

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -27,10 +28,13 @@ void writeStacks()
         QStringLiteral("gdb"), {QStringLiteral("-nx"), QStringLiteral("-batch"), QStringLiteral("-p"),
                                    QString::number(QCoreApplication::applicationPid()), QStringLiteral("-ex"),
                                    QStringLiteral("thread apply all backtrace 60")});
-    const QByteArray stacks = debugger.waitForFinished(debuggerMilliseconds)
-                                  ? debugger.readAll()
-                                  : "No debugger shows the stacks.\n";
-    std::fputs(stacks.constData(), stderr);
+    if (!debugger.waitForStarted()) {
+        std::fputs("gdb is missing: nothing can show the stacks of the threads.\n", stderr);
+        return;
+    }
+    if (!debugger.waitForFinished(debuggerMilliseconds))
+        std::fputs("gdb did not come to an end; this is what it has shown so far.\n", stderr);
+    std::fputs(debugger.readAll().constData(), stderr);
 }
 
 } // namespace
@@ -68,6 +72,8 @@ void Watchdog::run()
             std::fprintf(stderr, "No sign of life for %lld ms; the last was: %s\n",
                 static_cast<long long>(m_patience), qPrintable(m_doing));
             writeStacks();
+            // Not into the test framework's handler, which would look for the stacks once more.
+            std::signal(SIGABRT, SIG_DFL);
             std::abort();
         }
         m_wake.wait(&m_mutex, static_cast<unsigned long>(left));

@@ -21,10 +21,11 @@ void closeWindow(WindowDriver &driver)
 
 /// The program, but with a hand on its window that scans a folder and closes the window again:
 ///
-///     scan_and_close FOLDER TIMES start|results MILLISECONDS
+///     scan_and_close FOLDER TIMES start|analysis|results MILLISECONDS
 ///
-/// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that or after the
-/// results page has come up. Writes "closing" to the standard output at that moment.
+/// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that, after the
+/// analysis has begun or after the results page has come up. Writes "closing" to the standard output at that
+/// moment.
 int main(int argc, char *argv[])
 {
     const QApplication application(argc, argv);
@@ -37,14 +38,19 @@ int main(int argc, char *argv[])
     const auto closeInTime = [&driver, milliseconds = arguments.at(4).toInt()] {
         QTimer::singleShot(milliseconds, &driver.window(), [&driver] { closeWindow(driver); });
     };
-    if (arguments.at(3) == u"results"_s)
-        QObject::connect(driver.find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged,
-            &driver.window(), [&driver, closeInTime] {
-                if (driver.page() == u"duplicatespage"_s)
-                    closeInTime();
-            });
-    else
-        QTimer::singleShot(0, &driver.window(), closeInTime);
+    const auto begun = [&driver, from = arguments.at(3)] {
+        return (from == u"results"_s && driver.page() == u"duplicatespage"_s) ||
+               (from == u"analysis"_s && driver.labelText("labelCurrentFile") == u"Analyzing..."_s) ||
+               from == u"start"_s;
+    };
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, begun, closeInTime] {
+        if (begun()) {
+            poll.stop();
+            closeInTime();
+        }
+    });
+    poll.start(1);
     QTimer::singleShot(0, &driver.window(), [&driver] { driver.click("btnStartScan"); });
     return QApplication::exec();
 }
