@@ -20,9 +20,9 @@ tsan needs a Qt that is built with ThreadSanitizer itself; the first run builds 
 TEXT
 }
 
-engine='analysisProgress|bytesRead|concurrentHashing|digest|duplicateAnalysis|duplicateGroup|fileCategories'
-engine+='|fileCollection|fileHash|scanProgress|skipRules|specialFiles'
-window='backgroundTasks|closingTheProgram|closingTheWindow|resultsModel|storm'
+engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|creationTime|digest|duplicateAnalysis|duplicateGroup'
+engine+='|fileCategories|fileCollection|fileHash|scanProgress|skipRules|specialFiles'
+window='backgroundTasks|closingTheProgram|closingTheWindow|resultsModel|storm|thumbnailQueue'
 regex="^tst_($engine|$window)\$"
 length=short
 presets=()
