@@ -39,8 +39,8 @@ std::optional<qint64> creationTime(const QString &path)
     struct statx facts = {};
     const QByteArray name = QFile::encodeName(path);
     if (::statx(AT_FDCWD, name.constData(), AT_NO_AUTOMOUNT, STATX_BTIME | STATX_MTIME, &facts) == 0) {
-        const auto birth = milliseconds(facts.stx_btime, facts.stx_mask & STATX_BTIME);
-        return birth ? birth : milliseconds(facts.stx_mtime, facts.stx_mask & STATX_MTIME);
+        const auto birth = milliseconds(facts.stx_btime, (facts.stx_mask & STATX_BTIME) != 0);
+        return birth ? birth : milliseconds(facts.stx_mtime, (facts.stx_mask & STATX_MTIME) != 0);
     }
 #endif
     return creationTimeByQt(path);

@@ -49,7 +49,6 @@ MainWindow::MainWindow(QWidget *parent)
     ui->treeDuplicates->setHeaderHidden(true);
     ui->treeDuplicates->setIconSize(QSize(32, 32));
     ui->treeDuplicates->setItemDelegate(new ResultsDelegate(ui->treeDuplicates));
-    thumbnails = new ThumbnailQueue(ui->treeDuplicates);
     connectResultsPage();
     markSelected(ui->btnAll, true);
     applyStyleSheets();
@@ -135,6 +134,7 @@ void MainWindow::installCentralContainer(QWidget *topBar)
 
 void MainWindow::connectResultsPage()
 {
+    thumbnails = new ThumbnailQueue(ui->treeDuplicates);
     connect(ui->btnSelectAll, &QPushButton::clicked, this, &MainWindow::selectAllGroups);
     connect(ui->btnUnselect, &QPushButton::clicked, this, &MainWindow::unselectAll);
     connect(ui->btnRemoveSelected, &QPushButton::clicked, this, &MainWindow::removeSelected);

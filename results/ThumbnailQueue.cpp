@@ -16,6 +16,12 @@ namespace {
 /// takes longer all by itself.
 constexpr auto loadingSlice = 8ms;
 
+void showThumbnail(QTreeWidgetItem *fileRow)
+{
+    if (const QPixmap thumbnail = loadThumbnail(fileRow->text(0)); !thumbnail.isNull())
+        fileRow->setIcon(0, QIcon(thumbnail));
+}
+
 } // namespace
 
 ThumbnailQueue::ThumbnailQueue(QTreeWidget *tree)
@@ -48,9 +54,8 @@ void ThumbnailQueue::loadNext()
     Request &request = m_requests.first();
     if (QTreeWidgetItem *const groupRow = m_tree->itemFromIndex(request.groupRow)) {
         QTreeWidgetItem *const fileRow = groupRow->child(request.fileRows.at(request.done++));
-        if (const QPixmap thumbnail = fileRow ? loadThumbnail(fileRow->text(0)) : QPixmap();
-            !thumbnail.isNull())
-            fileRow->setIcon(0, QIcon(thumbnail));
+        if (fileRow)
+            showThumbnail(fileRow);
         if (request.done < request.fileRows.size())
             return;
     }
