@@ -228,6 +228,10 @@ void tst_fileCollection::collectsUnusualNames()
     file.close();
     if (!QDir(path(QStringLiteral("sub"))).exists(name))
         QSKIP("Files cannot have this name here");
+#ifdef Q_OS_WIN
+    if (!QDir(path(QStringLiteral("sub"))).entryList(QDir::Files).contains(name))
+        QSKIP("Windows has given the file another name");
+#endif
 
     const QStringList collected = collect({m_folder->path()});
     QCOMPARE(collected, QStringList{file.fileName()});
