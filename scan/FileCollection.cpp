@@ -72,6 +72,9 @@ qint32 countFiles(const QStringList &folders, const std::function<bool()> &aband
     }
     const auto countBelow = [&abandoned](const QString &folder) {
         qint32 files = 0;
+        // There can be tens of thousands of folders, and to open them all takes its time as well.
+        if (abandoned())
+            return files;
         walkFiles({folder}, abandoned, [&files](const QString &) { ++files; });
         return files;
     };
