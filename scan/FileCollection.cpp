@@ -1,8 +1,8 @@
 #include "scan/FileCollection.h"
 
 #include "scan/FileCategories.h"
+#include "scan/FolderWalk.h"
 
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -20,34 +20,22 @@ namespace {
 constexpr qint32 reportEveryFiles = 100;
 constexpr qint64 reportEveryMilliseconds = 800;
 
-/// Calls \a visitFile and \a visitFolder with the path of every file and every subfolder of \a folders, with
-/// QDirIterator::Subdirectories in \a flags of everything below them. False when \a abandoned has ended it
-/// early. Folders are listed so that it is asked there too: without a file in it, the largest tree would be
+/// Calls \a visit for every file and every subfolder of \a folders, at the asked \a depth. False when \a
+/// abandoned has ended it early. It is asked at folders too: without a file in it, the largest tree would be
 /// one single step.
-template <typename VisitFile, typename VisitFolder>
-bool walk(const QStringList &folders, QDirIterator::IteratorFlags flags,
-    const std::function<bool()> &abandoned, VisitFile visitFile, VisitFolder visitFolder)
+template <typename Visit>
+bool walk(
+    const QStringList &folders, FolderWalk::Depth depth, const std::function<bool()> &abandoned, Visit visit)
 {
-    constexpr QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     for (const QString &folder : folders) {
-        QDirIterator entries(folder, filters, flags);
-        while (entries.hasNext()) {
+        FolderWalk entries(folder, depth);
+        while (entries.next()) {
             if (abandoned())
                 return false;
-            const QString path = entries.next();
-            if (entries.fileInfo().isDir())
-                visitFolder(path);
-            else
-                visitFile(path);
+            visit(entries);
         }
     }
     return true;
-}
-
-template <typename VisitFile>
-void walkFiles(const QStringList &folders, const std::function<bool()> &abandoned, VisitFile visitFile)
-{
-    walk(folders, QDirIterator::Subdirectories, abandoned, visitFile, [](const QString &) {});
 }
 
 /// So many levels of folders have, as a rule, enough subfolders to keep every thread busy.
@@ -63,9 +51,13 @@ qint32 countFiles(const QStringList &folders, const std::function<bool()> &aband
     QStringList subtrees = folders;
     for (int level = 0; level < levelsCountedOneByOne; ++level) {
         QStringList subfolders;
-        const bool finished = walk(
-            subtrees, QDirIterator::NoIteratorFlags, abandoned, [&total](const QString &) { ++total; },
-            [&subfolders](const QString &folder) { subfolders.append(folder); });
+        const bool finished =
+            walk(subtrees, FolderWalk::Depth::OneFolder, abandoned, [&](const FolderWalk &entry) {
+                if (entry.isFolder())
+                    subfolders.append(entry.path());
+                else
+                    ++total;
+            });
         if (!finished)
             return total;
         subtrees = std::move(subfolders);
@@ -75,7 +67,10 @@ qint32 countFiles(const QStringList &folders, const std::function<bool()> &aband
         // There can be tens of thousands of folders, and to open them all takes its time as well.
         if (abandoned())
             return files;
-        walkFiles({folder}, abandoned, [&files](const QString &) { ++files; });
+        walk({folder}, FolderWalk::Depth::Subfolders, abandoned, [&files](const FolderWalk &entry) {
+            if (!entry.isFolder())
+                ++files;
+        });
         return files;
     };
     QThreadPool threads;
@@ -186,7 +181,10 @@ QStringList collectFiles(
     QStringList accepted;
     SkipRules rules(options);
     ReportThrottle throttle;
-    walkFiles(folders, callbacks.abandoned, [&](const QString &path) {
+    walk(folders, FolderWalk::Depth::Subfolders, callbacks.abandoned, [&](const FolderWalk &entry) {
+        if (entry.isFolder())
+            return;
+        const QString path = entry.path();
         if (rules.skips(path))
             return;
         const qint32 scanned = ++scannedFileCount;
