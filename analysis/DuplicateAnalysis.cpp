@@ -1,119 +1,18 @@
 #include "analysis/DuplicateAnalysis.h"
 
-#include "analysis/FileHash.h"
+#include "analysis/FingerprintQueue.h"
+#include "analysis/FingerprintTable.h"
 #include "analysis/PoolThreadRelease.h"
+#include "analysis/SizeClasses.h"
 #include "scan/FileCategories.h"
 
 #include <QFileInfo>
-#include <QHash>
-#include <QMap>
 #include <QThreadPool>
 #include <QtConcurrentMap>
 
 #include <algorithm>
-#include <deque>
 
 namespace {
-
-using SizeClasses = QMap<qint64, QList<QString>>;
-
-/// Starting a map-reduce and waiting for it costs about 50 to 100 us. With this many size classes under way
-/// at once the wait overlaps with work.
-constexpr std::size_t classesInFlight = 32;
-
-SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()> &abandoned)
-{
-    const auto fileSize = [&abandoned](const QString &path) {
-        return abandoned() ? qint64(0) : QFileInfo(path).size();
-    };
-    QFuture<qint64> future = QtConcurrent::mapped(QThreadPool::globalInstance(), paths, fileSize);
-    waitReleasingPoolThread(future);
-
-    const QList<qint64> sizes = future.results();
-    SizeClasses classes;
-    for (qsizetype i = 0; i < paths.size(); ++i)
-        classes[sizes.at(i)].append(paths.at(i));
-    return classes;
-}
-
-/// Fingerprints the size classes of two or more files in ascending order of size, a few classes ahead of the
-/// reader.
-class FingerprintQueue
-{
-public:
-    FingerprintQueue(const SizeClasses &classes, std::function<bool()> abandoned)
-        : m_abandoned(std::move(abandoned))
-        , m_next(classes.cbegin())
-        , m_end(classes.cend())
-    {
-    }
-
-    /// Nothing of an abandoned run may go on behind its caller's back.
-    ~FingerprintQueue()
-    {
-        for (QFuture<QList<FileHash>> &hashes : m_inFlight) {
-            hashes.cancel();
-            waitReleasingPoolThread(hashes);
-        }
-    }
-    Q_DISABLE_COPY_MOVE(FingerprintQueue)
-
-    /// The fingerprints of the next size class of two or more files; there must be one.
-    QList<FileHash> takeNextClass()
-    {
-        for (; m_next != m_end && m_inFlight.size() < classesInFlight; ++m_next) {
-            if (m_next->size() >= 2)
-                m_inFlight.push_back(startComputingHashes(*m_next, m_abandoned));
-        }
-        QFuture<QList<FileHash>> hashes = std::move(m_inFlight.front());
-        m_inFlight.pop_front();
-        waitReleasingPoolThread(hashes);
-        return hashes.takeResult();
-    }
-
-private:
-    const std::function<bool()> m_abandoned;
-    SizeClasses::const_iterator m_next;
-    const SizeClasses::const_iterator m_end;
-    std::deque<QFuture<QList<FileHash>>> m_inFlight;
-};
-
-/// Paths by fingerprint, one table for the whole run: files of different sizes can share a fingerprint.
-class FingerprintTable
-{
-public:
-    void insert(const FileHash &file)
-    {
-        QList<QString> &copies = m_paths[file.hash];
-        copies.append(file.filePath);
-        // The second copy makes the first one a duplicate as well.
-        if (copies.size() >= 2)
-            m_duplicates += copies.size() == 2 ? 2 : 1;
-    }
-
-    /// Files held by fingerprints of two or more files.
-    [[nodiscard]] qsizetype duplicates() const
-    {
-        return m_duplicates;
-    }
-
-    /// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints.
-    [[nodiscard]] QList<QList<QString>> sortedDuplicates() const
-    {
-        // Most fingerprints have one file only. To keep all in order from the start would cost more than the
-        // sort.
-        QMap<QByteArray, QList<QString>> sorted;
-        for (auto entry = m_paths.cbegin(); entry != m_paths.cend(); ++entry) {
-            if (entry->size() >= 2)
-                sorted.insert(entry.key(), *entry);
-        }
-        return sorted.values();
-    }
-
-private:
-    QHash<QByteArray, QList<QString>> m_paths;
-    qsizetype m_duplicates = 0;
-};
 
 /// Turns counted files into the analysis's share of the progress bar.
 class AnalysisProgress
@@ -173,18 +72,19 @@ QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const Analysis
 {
     const SizeClasses classes = splitBySize(paths, callbacks.abandoned);
     FingerprintQueue fingerprints(classes, callbacks.abandoned);
-    FingerprintTable table;
+    FingerprintTable table(classes.candidates);
     AnalysisProgress progress(paths.size());
-    for (const QList<QString> &members : classes) {
+    qsizetype file = 0;
+    for (const qsizetype count : classes.counts) {
         if (callbacks.abandoned())
             return {};
-        if (members.size() < 2) {
-            progress.add(members.size());
+        if (count < 2) {
+            progress.add(count);
             continue;
         }
-        for (const FileHash &file : fingerprints.takeNextClass()) {
-            if (!file.hash.isEmpty())
-                table.insert(file);
+        for (const qsizetype end = file + count; file < end; ++file) {
+            if (const QByteArray fingerprint = fingerprints.takeNext().hash; !fingerprint.isEmpty())
+                table.insert(file, fingerprint);
             progress.add(1);
             callbacks.progress(progress.percent());
         }

@@ -16,10 +16,10 @@ constexpr int sampleSize = 4096;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
 
-/// Reads up to the buffer's size from the file's current position; what could not be read is left out.
-QByteArrayView readSample(RegularFile &file, SampleBuffer &buffer)
+/// Reads up to the buffer's size from \a position on; what could not be read is left out.
+QByteArrayView readSample(RegularFile &file, qint64 position, SampleBuffer &buffer)
 {
-    return QByteArrayView(buffer.constData(), file.read(buffer.data(), buffer.size()));
+    return QByteArrayView(buffer.constData(), file.readAt(position, buffer.data(), buffer.size()));
 }
 
 void appendHash(QList<FileHash> &hashes, const FileHash &hash)
@@ -37,14 +37,12 @@ QByteArray computeFileHash(const QString &path, int chunkSize)
 
     SampleBuffer headBuffer(std::max(chunkSize, 0));
     SampleBuffer tailBuffer(headBuffer.size());
-    const QByteArrayView head = readSample(file, headBuffer);
+    const QByteArrayView head = readSample(file, 0, headBuffer);
     QByteArrayView tail;
     // Asked only now: kernel files report no size and still yield bytes.
     const qint64 size = file.size();
-    if (size > 2 * qint64(headBuffer.size())) {
-        file.seek(size - tailBuffer.size());
-        tail = readSample(file, tailBuffer);
-    }
+    if (size > 2 * qint64(headBuffer.size()))
+        tail = readSample(file, size - tailBuffer.size(), tailBuffer);
     return sha256(head, tail);
 }
 

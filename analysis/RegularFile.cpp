@@ -8,6 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+qint64 fileSize(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_size : 0;
+}
+
 RegularFile::RegularFile(const QString &path)
     : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
 {
@@ -33,39 +39,42 @@ bool RegularFile::isOpen() const
     return m_descriptor >= 0;
 }
 
-qint64 RegularFile::size() const
+qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
 {
-    struct stat status = {};
-    return ::fstat(m_descriptor, &status) == 0 ? status.st_size : 0;
-}
-
-qint64 RegularFile::read(char *data, qint64 count)
-{
-    qint64 done = 0;
-    while (done < count) {
-        const auto got = ::read(m_descriptor, data + done, static_cast<std::size_t>(count - done));
+    m_end = position;
+    const qint64 wanted = position + count;
+    while (m_end < wanted) {
+        const auto got =
+            ::pread(m_descriptor, data + (m_end - position), static_cast<std::size_t>(wanted - m_end), m_end);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             break;
-        done += got;
+        m_end += got;
         // Saves most files a call that only says that there is no more.
-        if (m_position + done == m_sizeAtOpening)
+        if (m_end == m_sizeAtOpening)
             break;
     }
-    m_position += done;
-    return done;
+    return m_end - position;
 }
 
-void RegularFile::seek(qint64 position)
+qint64 RegularFile::size() const
 {
-    if (::lseek(m_descriptor, position, SEEK_SET) >= 0)
-        m_position = position;
+    // And this saves them one that only says the same size again.
+    if (m_end > 0 && m_end == m_sizeAtOpening)
+        return m_sizeAtOpening;
+    struct stat status = {};
+    return ::fstat(m_descriptor, &status) == 0 ? status.st_size : 0;
 }
 
 #else
 
 #include <QFileInfo>
+
+qint64 fileSize(const QString &path)
+{
+    return QFileInfo(path).size();
+}
 
 RegularFile::RegularFile(const QString &path)
     : m_file(path)
@@ -81,19 +90,14 @@ bool RegularFile::isOpen() const
     return m_file.isOpen();
 }
 
+qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
+{
+    return m_file.seek(position) ? qMax<qint64>(m_file.read(data, count), 0) : 0;
+}
+
 qint64 RegularFile::size() const
 {
     return m_file.size();
-}
-
-qint64 RegularFile::read(char *data, qint64 count)
-{
-    return qMax<qint64>(m_file.read(data, count), 0);
-}
-
-void RegularFile::seek(qint64 position)
-{
-    m_file.seek(position);
 }
 
 #endif

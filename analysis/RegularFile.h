@@ -3,6 +3,10 @@
 #include <QFile>
 #include <QString>
 
+/// The size in bytes of the file at \a path, as QFileInfo::size() tells it; 0 when it does not exist. Any
+/// thread.
+qint64 fileSize(const QString &path);
+
 /// A regular file open for reading, without a buffer: nothing is read but what was asked for.
 ///
 /// Any thread, one at a time. On Unix it works on the descriptor itself: QFile asks the system for more than
@@ -18,20 +22,19 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
+    /// Reads up to \a count bytes from \a position on into \a data and returns how many came before the file
+    /// ended or failed.
+    qint64 readAt(qint64 position, char *data, qint64 count);
+
     /// The size in bytes at this moment. Kernel files report 0 and still yield bytes.
     [[nodiscard]] qint64 size() const;
-
-    /// Reads up to \a count bytes from the current position on into \a data and returns how many came before
-    /// the file ended or failed.
-    qint64 read(char *data, qint64 count);
-
-    void seek(qint64 position);
 
 private:
 #ifdef Q_OS_UNIX
     int m_descriptor;
     qint64 m_sizeAtOpening = 0;
-    qint64 m_position = 0;
+    /// Where the last reading ended.
+    qint64 m_end = 0;
 #else
     QFile m_file;
 #endif

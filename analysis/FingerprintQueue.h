@@ -1,0 +1,42 @@
+#pragma once
+
+#include "analysis/FileHash.h"
+#include "analysis/SizeClasses.h"
+
+#include <QFuture>
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+/// Fingerprints the candidates of \a classes on the global thread pool, in their order and a bounded number
+/// of files ahead of whoever takes them.
+///
+/// To start a map-reduce and wait for it costs 50 to 100 us, as much as a dozen fingerprints. So one serves
+/// as many whole size classes as are worth it, and several are under way while one is waited for.
+class FingerprintQueue
+{
+public:
+    /// \a abandoned is asked before each file, on any thread; once it is true the files left get no
+    /// fingerprint. \a classes must outlive the queue.
+    FingerprintQueue(const SizeClasses &classes, std::function<bool()> abandoned);
+    /// Waits for what is under way.
+    ~FingerprintQueue();
+    Q_DISABLE_COPY_MOVE(FingerprintQueue)
+
+    /// The next candidate's fingerprint; there must be one. Waits for it; the current thread may be one of
+    /// the pool's.
+    FileHash takeNext();
+
+private:
+    void startNextJob();
+    void waitForNextJob();
+
+    const SizeClasses &m_classes;
+    const std::function<bool()> m_abandoned;
+    std::vector<qsizetype>::const_iterator m_nextClass;
+    qsizetype m_nextCandidate = 0;
+    std::deque<QFuture<QList<FileHash>>> m_jobs;
+    QList<FileHash> m_hashes;
+    qsizetype m_taken = 0;
+};
