@@ -2,6 +2,7 @@
 
 #include "scan/FileCategories.h"
 #include "scan/FolderWalk.h"
+#include "scan/ReadAheadWalk.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -181,19 +182,19 @@ QStringList collectFiles(
     QStringList accepted;
     SkipRules rules(options);
     ReportThrottle throttle;
-    walk(folders, FolderWalk::Depth::Subfolders, callbacks.abandoned, [&](const FolderWalk &entry) {
-        if (entry.isFolder())
-            return;
-        const QString path = entry.path();
-        if (rules.skips(path))
-            return;
+    ReadAheadWalk files(folders, callbacks.abandoned);
+    while (const std::optional<QString> path = files.next()) {
+        if (callbacks.abandoned())
+            break;
+        if (rules.skips(*path))
+            continue;
         const qint32 scanned = ++scannedFileCount;
-        if (collectionAccepts(lowerCaseSuffix(path), options.fileTypes)) {
+        if (collectionAccepts(lowerCaseSuffix(*path), options.fileTypes)) {
             ++acceptedFileCount;
-            accepted.append(path);
+            accepted.append(*path);
         }
         if (throttle.isDue(scanned))
-            callbacks.progress(path, percentOf(scanned, total));
-    });
+            callbacks.progress(*path, percentOf(scanned, total));
+    }
     return accepted;
 }

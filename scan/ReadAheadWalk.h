@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QMutex>
+#include <QStringList>
+#include <QThreadPool>
+#include <QWaitCondition>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// The files below some folders in the order of a FolderWalk, one folder after the other. Several threads
+/// read folders ahead of the one that takes the files, which is the only one to call.
+///
+/// On threads of its own: the global pool's other users, Qt's painting among them, would wait for as long as
+/// the disk takes.
+class ReadAheadWalk
+{
+public:
+    /// \a abandoned is asked for every file and folder, on any of the threads; once it is true folders seem
+    /// to end.
+    ReadAheadWalk(const QStringList &folders, std::function<bool()> abandoned);
+    /// Waits for the folders that are being read, which end early only when the walk is abandoned.
+    ~ReadAheadWalk();
+    Q_DISABLE_COPY_MOVE(ReadAheadWalk)
+
+    /// The path of the next file; nothing at the end. Waits for the disk, but not for the rest of a folder.
+    std::optional<QString> next();
+
+private:
+    struct Folder;
+    using FolderPointer = std::shared_ptr<Folder>;
+
+    /// A file, or a folder whose files come in its place.
+    struct Entry
+    {
+        QString file;
+        FolderPointer folder = {};
+    };
+    using Entries = std::vector<Entry>;
+
+    /// Its entries are handed over in portions, so that nobody waits for a folder of a million files.
+    struct Folder
+    {
+        QString path;
+        Entries portion = {};
+        bool isTaken = false;
+        bool isComplete = false;
+    };
+
+    /// A folder on the way to the current file, and what was handed over of it last.
+    struct Level
+    {
+        FolderPointer folder = {};
+        Entries entries = {};
+        std::size_t next = 0;
+    };
+
+    bool takePortion(Level &level);
+    void readFolders();
+    FolderPointer waitForUnreadFolder();
+    void read(Folder &folder);
+    void handOver(Folder &folder, Entries &entries, bool isComplete);
+
+    const std::function<bool()> m_abandoned;
+    std::vector<Level> m_levels;
+
+    // What the threads share, under the mutex.
+    QMutex m_mutex;
+    QWaitCondition m_readerCanGoOn;
+    QWaitCondition m_wantedHasCome;
+    /// The one that is needed next comes last.
+    std::vector<FolderPointer> m_unread;
+    /// What next() waits for.
+    FolderPointer m_wanted;
+    std::size_t m_entriesAhead = 0;
+    bool m_isEnding = false;
+
+    // The last member: its threads use the others.
+    QThreadPool m_threads;
+};
