@@ -21,7 +21,7 @@ TEXT
 }
 
 engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|creationTime|digest|duplicateAnalysis|duplicateGroup'
-engine+='|fileCategories|fileCollection|fileHash|scanProgress|skipRules|specialFiles'
+engine+='|fileCategories|fileCollection|fileHash|folderWalk|scanProgress|skipRules|specialFiles'
 window='backgroundTasks|closingTheProgram|closingTheWindow|resultsModel|storm|thumbnailQueue'
 regex="^tst_($engine|$window)\$"
 length=short
