@@ -3,10 +3,9 @@
 #include "scan/FileCategories.h"
 #include "scan/FolderWalk.h"
 #include "scan/ReadAheadWalk.h"
+#include "scan/SkipRules.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <QThreadPool>
 #include <QtConcurrentMap>
 
@@ -82,53 +81,6 @@ qint32 countFiles(const QStringList &folders, const std::function<bool()> &aband
     return total;
 }
 
-/// Canonical paths at the price of one look-up per folder: a regular file's is its folder's plus its name.
-class CanonicalPaths
-{
-public:
-    /// Empty when the folder has vanished.
-    QString of(const QString &path)
-    {
-        const qsizetype slash = path.lastIndexOf(u'/');
-        if (const QStringView folder = QStringView(path).left(slash + 1); folder != m_folder) {
-            m_folder = folder.toString();
-            m_canonicalFolder = QFileInfo(m_folder).canonicalFilePath();
-            if (!m_canonicalFolder.isEmpty() && !m_canonicalFolder.endsWith(u'/'))
-                m_canonicalFolder += u'/';
-        }
-        return m_canonicalFolder.isEmpty() ? QString() : m_canonicalFolder + path.mid(slash + 1);
-    }
-
-private:
-    QString m_folder;
-    QString m_canonicalFolder;
-};
-
-/// The skip rules of one scan.
-class SkipRules
-{
-public:
-    explicit SkipRules(const ScanOptions &options)
-        : m_options(options)
-        , m_desktopFolder(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation))
-    {
-    }
-
-    bool skips(const QString &path)
-    {
-        if (m_options.skipSystem || m_options.skipApps || m_options.skipDesktop) {
-            if (isSkippedLocation(m_canonicalPaths.of(path), m_options, m_desktopFolder))
-                return true;
-        }
-        return m_options.skipHiddenFolders && QFileInfo(path).isHidden();
-    }
-
-private:
-    const ScanOptions m_options;
-    const QString m_desktopFolder;
-    CanonicalPaths m_canonicalPaths;
-};
-
 /// Decides when a progress report is due.
 class ReportThrottle
 {
@@ -159,18 +111,6 @@ int percentOf(qint32 scanned, qint32 total)
 
 } // namespace
 
-bool isSkippedLocation(const QString &canonicalPath, const ScanOptions &options, const QString &desktopFolder)
-{
-    const auto isBelow = [&](QStringView prefix) {
-        return canonicalPath.startsWith(prefix, Qt::CaseInsensitive);
-    };
-    if (canonicalPath.isEmpty())
-        return false;
-    return (options.skipSystem && isBelow(u"C:/Windows")) ||
-           (options.skipApps && (isBelow(u"C:/Program Files") || isBelow(u"C:/Program Files (x86)"))) ||
-           (options.skipDesktop && isBelow(desktopFolder));
-}
-
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks)
 {
@@ -186,7 +126,7 @@ QStringList collectFiles(
     while (const std::optional<QString> path = files.next()) {
         if (callbacks.abandoned())
             break;
-        if (rules.skips(*path))
+        if (rules.skip(*path))
             continue;
         const qint32 scanned = ++scannedFileCount;
         if (collectionAccepts(lowerCaseSuffix(*path), options.fileTypes)) {

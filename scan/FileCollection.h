@@ -42,8 +42,3 @@ struct CollectionCallbacks
 /// thread, with further ones to help it count.
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);
-
-/// Whether the location rules of \a options leave out the file with this canonical path. All are plain prefix
-/// tests that ignore case, so C:/WindowsApps falls to the rule for C:/Windows as well.
-bool isSkippedLocation(
-    const QString &canonicalPath, const ScanOptions &options, const QString &desktopFolder);

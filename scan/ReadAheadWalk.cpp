@@ -10,7 +10,7 @@ namespace {
 
 /// Entries of one folder that are handed over at a time.
 constexpr std::size_t portionSize = 256;
-/// So much is read ahead, a megabyte or two of paths: enough to keep all threads busy while one file is
+/// So much is read ahead, a megabyte of paths: enough to keep all threads busy while one file is
 /// looked at.
 constexpr std::size_t entriesAheadAtMost = 8'192;
 

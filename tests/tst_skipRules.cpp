@@ -1,3 +1,4 @@
+#include "scan/SkipRules.h"
 #include "tests/support/Collecting.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
@@ -119,7 +120,7 @@ void tst_skipRules::skipsProtectedPlaces()
     options.skipApps = all || rule == u"apps";
     options.skipDesktop = all || rule == u"desktop";
     options.skipHiddenFolders = all || rule == u"hidden";
-    QTEST(isSkippedLocation(path, options, QStringLiteral("/home/me/Desktop")), "skipped");
+    QTEST(isSkippedLocation(path, skippedLocations(options, QStringLiteral("/home/me/Desktop"))), "skipped");
 }
 
 void tst_skipRules::skipsTheDesktop()
@@ -130,8 +131,13 @@ void tst_skipRules::skipsTheDesktop()
     writeFile(path(QStringLiteral("Desktop/sub/2.jpg")), "below it");
     writeFile(path(QStringLiteral("Documents/Desktop/3.jpg")), "only named like it");
     writeFile(path(QStringLiteral("4.jpg")), "beside it");
-    const QStringList beside{path(QStringLiteral("4.jpg")), path(QStringLiteral("Documents/Desktop/3.jpg"))};
-    const QStringList below{path(QStringLiteral("Desktop/1.jpg")), path(QStringLiteral("Desktop/sub/2.jpg"))};
+    writeFile(path(QStringLiteral("Desk.jpg")), "beside it, with a part of its name");
+    writeFile(path(QStringLiteral("DESKTOP of old.jpg")), "beside it, beginning with its name");
+    writeFile(path(QStringLiteral("Desktop of old/5.jpg")), "in a folder that begins with its name");
+    const QStringList beside{path(QStringLiteral("4.jpg")), path(QStringLiteral("Desk.jpg")),
+        path(QStringLiteral("Documents/Desktop/3.jpg"))};
+    const QStringList below{path(QStringLiteral("Desktop/1.jpg")), path(QStringLiteral("Desktop/sub/2.jpg")),
+        path(QStringLiteral("DESKTOP of old.jpg")), path(QStringLiteral("Desktop of old/5.jpg"))};
 
     ScanOptions options = everyType();
     QCOMPARE(sorted(collect({m_home}, options)), sorted(beside + below));
