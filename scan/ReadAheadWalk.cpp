@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t portionSize = 256;
 /// So much is read ahead, a megabyte of paths: enough to keep all threads busy while one file is
 /// looked at.
-constexpr std::size_t entriesAheadAtMost = 8'192;
+constexpr std::size_t entriesAheadAtMost = 4'096;
 
 } // namespace
 
