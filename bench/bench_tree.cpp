@@ -2,7 +2,6 @@
 #include "bench/support/ScannedWindow.h"
 
 #include <QCoreApplication>
-#include <QScrollBar>
 
 // The results tree of the real window. The size is the number of files: pairs of copies, or copies of one
 // file.
@@ -20,24 +19,12 @@ void loadCategory(benchmark::State &state, ScannedWindow &window)
     }
 }
 
-/// Drags the scroll bar to its end until every group has its row.
-void loadAllRows(WindowDriver &driver)
-{
-    QScrollBar *const bar = driver.tree()->verticalScrollBar();
-    for (int loaded = -1; loaded != driver.tree()->topLevelItemCount();) {
-        loaded = driver.tree()->topLevelItemCount();
-        QCoreApplication::processEvents();
-        bar->setValue(bar->maximum() - 1);
-        bar->setValue(bar->maximum());
-    }
-}
-
 /// From the first batch to the last.
 void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
     while (state.KeepRunning()) {
-        loadAllRows(driver);
+        driver.scrollToTheEnd();
         state.PauseTiming();
         driver.click("btnAll");
         QCoreApplication::processEvents();
@@ -51,7 +38,7 @@ void reloadAfterScrolling(benchmark::State &state, ScannedWindow &window)
     WindowDriver &driver = window.withFiles(sizeOf(state));
     while (state.KeepRunning()) {
         state.PauseTiming();
-        loadAllRows(driver);
+        driver.scrollToTheEnd();
         state.ResumeTiming();
         driver.click("btnAll");
         QCoreApplication::processEvents();

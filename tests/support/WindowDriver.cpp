@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QTest>
 
 namespace {
@@ -85,8 +86,13 @@ QStringList WindowDriver::folders()
 void WindowDriver::removeAllFolders()
 {
     auto *const list = find<QListWidget>("listScanFolders");
-    while (list->count() > 0)
-        list->itemWidget(list->item(0))->findChild<QPushButton *>()->click();
+    while (list->count() > 0) {
+        // Those that listFolders() has added have no button.
+        if (auto *const button = list->itemWidget(list->item(0))->findChild<QPushButton *>())
+            button->click();
+        else
+            delete list->takeItem(0);
+    }
 }
 
 void WindowDriver::addFolder(const QString &path)
@@ -146,6 +152,17 @@ void WindowDriver::loadAllBatches()
     for (int before = -1; before != tree()->topLevelItemCount();) {
         before = tree()->topLevelItemCount();
         callSlot("on_treeDuplicates_scroll");
+    }
+}
+
+void WindowDriver::scrollToTheEnd()
+{
+    QScrollBar *const bar = tree()->verticalScrollBar();
+    for (int before = -1; before != tree()->topLevelItemCount();) {
+        before = tree()->topLevelItemCount();
+        QCoreApplication::processEvents();
+        bar->setValue(bar->maximum() - 1);
+        bar->setValue(bar->maximum());
     }
 }
 

@@ -77,6 +77,9 @@ public:
     /// Puts every group of the shown category into the tree, batch by batch.
     void loadAllBatches();
 
+    /// The same as a hand on the scroll bar does, the window laying its rows out in between.
+    void scrollToTheEnd();
+
     /// Texts of the group rows.
     [[nodiscard]] QStringList groupTitles();
     /// Paths of all loaded file rows, in the order of the tree.
