@@ -4,7 +4,6 @@
 #include "tests/support/WindowDriver.h"
 
 #include <QApplication>
-#include <QDirIterator>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,15 +17,6 @@ using Qt::StringLiterals::operator""_s;
 namespace {
 
 constexpr int pairs = 45;
-
-QSet<QString> filesBelow(const QString &folder)
-{
-    QSet<QString> files;
-    QDirIterator entries(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (entries.hasNext())
-        files.insert(entries.next());
-    return files;
-}
 
 /// Whether each group row shows a pair of copies, and no group is there twice.
 bool rowsAreWhole(WindowDriver &driver)

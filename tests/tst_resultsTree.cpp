@@ -1,18 +1,14 @@
 #include "tests/support/DuplicateFiles.h"
+#include "tests/support/ScannedFolder.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/WindowDriver.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QScrollBar>
-#include <QTemporaryDir>
 #include <QTest>
 
 using Qt::StringLiterals::operator""_s;
 
 namespace {
-
-constexpr int categoryRole = Qt::UserRole + 1;
 
 void makeFile(const QString &path, qint64 size)
 {
@@ -23,8 +19,8 @@ void makeFile(const QString &path, qint64 size)
 
 } // namespace
 
-/// The rows of the results page, and the batches in which they come.
-class tst_resultsTree : public QObject
+/// The rows of the results page, and the line that sums them up.
+class tst_resultsTree : public QObject, private ScannedFolder
 {
     Q_OBJECT
 
@@ -42,47 +38,13 @@ private slots:
     void ticksOnlyTheRowThatIsClicked();
     void totalsUpEveryFile();
 
-    void loadsInBatchesOfTwenty();
-    void isCompleteWithExactlyTwenty();
-    void loadsOnlyStrictlyPastNinetyPerCent();
-    void loadsNothingWhenThereIsNothingToScroll();
-    void loadsWhenFewerThanAHundredRemain();
-    void scrollsToTheEnd();
-    void marksRowsWithTheCategoryOnlyWhenLoadedInBatches();
-
     void showsAPlaceholderWhenThereIsNothing();
     void showsNoSelection();
-
-private:
-    [[nodiscard]] QString path(const QString &name) const
-    {
-        return m_folder->filePath(name);
-    }
-
-    bool scan()
-    {
-        m_driver->setFolders({m_folder->path()});
-        return m_driver->scan();
-    }
-
-    QTreeWidgetItem *group(int index)
-    {
-        return m_driver->tree()->topLevelItem(index);
-    }
-
-    int groups()
-    {
-        return m_driver->tree()->topLevelItemCount();
-    }
-
-    QScopedPointer<QTemporaryDir> m_folder;
-    QScopedPointer<WindowDriver> m_driver;
 };
 
 void tst_resultsTree::init()
 {
-    m_driver.reset(new WindowDriver);
-    m_folder.reset(new QTemporaryDir);
+    renew();
 }
 
 void tst_resultsTree::showsSizesInTitles_data()
@@ -222,106 +184,6 @@ void tst_resultsTree::totalsUpEveryFile()
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 1 duplicates, 3 files, size 3.00 GB"_s);
     m_driver->click("btnDocuments");
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 2 duplicates, 4 files, size 0.00 GB"_s);
-}
-
-void tst_resultsTree::loadsInBatchesOfTwenty()
-{
-    writePairs(m_folder->path(), 45, u"txt"_s);
-    QVERIFY(scan());
-    QCOMPARE(groups(), 20);
-    const QStringList first = m_driver->groupTitles();
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 40);
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 45);
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 45);
-    const QStringList titles = m_driver->groupTitles();
-    QCOMPARE(titles.first(20), first);
-    QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 45);
-}
-
-void tst_resultsTree::isCompleteWithExactlyTwenty()
-{
-    writePairs(m_folder->path(), 20, u"txt"_s);
-    QVERIFY(scan());
-    QCOMPARE(groups(), 20);
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 20);
-}
-
-void tst_resultsTree::loadsOnlyStrictlyPastNinetyPerCent()
-{
-    writePairs(m_folder->path(), 70, u"txt"_s);
-    QVERIFY(scan());
-    QCoreApplication::processEvents();
-    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    bar->setRange(0, 100);
-    bar->setValue(90);
-    QCOMPARE(groups(), 20);
-    bar->setValue(91);
-    // The check is connected twice, so one change asks for two batches.
-    QCOMPARE(groups(), 60);
-}
-
-void tst_resultsTree::loadsNothingWhenThereIsNothingToScroll()
-{
-    writePairs(m_folder->path(), 45, u"txt"_s);
-    QVERIFY(scan());
-    QCoreApplication::processEvents();
-    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    bar->setValue(1);
-    QCOMPARE(groups(), 20);
-    // Comes to 0 with a value change, as the emptied tree's bar does.
-    bar->setRange(0, 0);
-    QCOMPARE(bar->value(), 0);
-    QCOMPARE(groups(), 20);
-}
-
-void tst_resultsTree::loadsWhenFewerThanAHundredRemain()
-{
-    writePairs(m_folder->path(), 45, u"txt"_s);
-    QVERIFY(scan());
-    QCoreApplication::processEvents();
-    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    // Steps of the bar less pixels of the viewport.
-    bar->setRange(0, m_driver->tree()->viewport()->height() + 110);
-    bar->setValue(10);
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 20);
-    bar->setValue(11);
-    m_driver->callSlot("on_treeDuplicates_scroll");
-    QCOMPARE(groups(), 40);
-}
-
-void tst_resultsTree::scrollsToTheEnd()
-{
-    writePairs(m_folder->path(), 130, u"txt"_s);
-    QVERIFY(scan());
-    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    int rounds = 0;
-    QTRY_VERIFY2((bar->setValue(bar->maximum()), ++rounds, groups() == 130), "The end was never reached");
-    QVERIFY2(rounds > 1, "Everything came at once");
-    const QStringList titles = m_driver->groupTitles();
-    QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 130);
-}
-
-void tst_resultsTree::marksRowsWithTheCategoryOnlyWhenLoadedInBatches()
-{
-    writePairs(m_folder->path(), 25, u"txt"_s);
-    QVERIFY(scan());
-    m_driver->loadAllBatches();
-    QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"all"_s));
-    QCOMPARE(group(24)->data(0, categoryRole), QVariant(u"all"_s));
-    m_driver->click("btnDocuments");
-    QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"document"_s));
-    const QStringList titles = m_driver->groupTitles();
-    m_driver->callSlot("refreshCurrentBatchUI");
-    QCOMPARE(m_driver->groupTitles(), titles);
-    QVERIFY(!group(0)->data(0, categoryRole).isValid());
-    m_driver->loadAllBatches();
-    QCOMPARE(groups(), 25);
-    QCOMPARE(group(20)->data(0, categoryRole), QVariant(u"document"_s));
 }
 
 void tst_resultsTree::showsAPlaceholderWhenThereIsNothing()

@@ -1,66 +1,16 @@
 #include "scan/ScanOptionsDialog.h"
 
-#include "tests/support/WindowDriver.h"
+#include "tests/support/OptionsDialog.h"
 
-#include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 
 using Qt::StringLiterals::operator""_s;
 
-namespace {
-
-constexpr std::array typeBoxes{
-    "chkTypeArchive", "chkTypeDoc", "chkTypeAudio", "chkTypeVideo", "chkTypePhoto", "chkTypeOthers"};
-constexpr std::array skipBoxes{"chkSkipSystem", "chkSkipApps", "chkSkipHiddenFolder", "chkSkipDesktop"};
-
-template <typename Widget = QCheckBox>
-Widget *child(const QWidget *dialog, const char *name)
-{
-    return dialog->findChild<Widget *>(QLatin1StringView(name));
-}
-
-template <typename Names>
-void checkAll(const QWidget *dialog, const Names &names, bool checked)
-{
-    for (const char *name : names)
-        child(dialog, name)->setChecked(checked);
-}
-
-/// One character per type box and skip box, in the order of the arrays: "x" for a checked one.
-QString checks(const QWidget *dialog)
-{
-    QString text;
-    for (const char *name : typeBoxes)
-        text += child(dialog, name)->isChecked() ? u'x' : u'-';
-    text += u' ';
-    for (const char *name : skipBoxes)
-        text += child(dialog, name)->isChecked() ? u'x' : u'-';
-    return text;
-}
-
-/// The boxes, sizes and units that the window's dialog shows when it opens next.
-QString shownNext(WindowDriver &driver)
-{
-    QString shown;
-    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
-        [&shown](QWidget *dialog) {
-            shown = u"%1 %2 %3 %4 %5"_s.arg(checks(dialog),
-                QString::number(child<QSpinBox>(dialog, "spinMinSize")->value()),
-                child<QComboBox>(dialog, "comboMinUnit")->currentText(),
-                QString::number(child<QSpinBox>(dialog, "spinMaxSize")->value()),
-                child<QComboBox>(dialog, "comboMaxUnit")->currentText());
-            qobject_cast<QDialog *>(dialog)->reject();
-        });
-    return shown;
-}
-
-const auto allDefaults = u"xxxxxx xxxx 0 KB 0 KB"_s;
-
-} // namespace
-
-/// The scan options dialog by itself, and what the window makes of it.
+/// The scan options dialog by itself.
 class tst_scanOptionsDialog : public QObject
 {
     Q_OBJECT
@@ -81,14 +31,6 @@ private slots:
     void showsARecord();
     void leavesUnknownUnitsAlone();
     void acceptsAndRejectsByButton();
-
-    void writesDebugLinesWhenOpened();
-    void showsDefaultsOnFirstOpening();
-    void showsStoredSettingsWhenASkipRuleIsOn();
-    void showsDefaultsAgainWithoutSkipRules();
-    void showsDefaultsAgainWithoutTypes();
-    void changesNothingWhenNotAccepted_data();
-    void changesNothingWhenNotAccepted();
 };
 
 void tst_scanOptionsDialog::hasEveryWidgetInItsPlace_data()
@@ -299,99 +241,6 @@ void tst_scanOptionsDialog::acceptsAndRejectsByButton()
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     child<QPushButton>(&dialog, "btnCancelScanOptions")->click();
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
-}
-
-void tst_scanOptionsDialog::writesDebugLinesWhenOpened()
-{
-    WindowDriver driver;
-    QTest::ignoreMessage(QtDebugMsg, "ScanOptions Slot Triggered!");
-    QTest::ignoreMessage(QtDebugMsg, "chkSkipSystem checked: true");
-    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
-        [&driver](QWidget *dialog) {
-            const bool isOptions = qobject_cast<ScanOptionsDialog *>(dialog);
-            qobject_cast<QDialog *>(dialog)->reject();
-            QVERIFY(isOptions);
-            QVERIFY(dialog->isModal());
-            QCOMPARE(dialog->parentWidget(), &driver.window());
-        });
-    QVERIFY(!driver.window().findChild<ScanOptionsDialog *>());
-}
-
-void tst_scanOptionsDialog::showsDefaultsOnFirstOpening()
-{
-    WindowDriver driver;
-    QCOMPARE(shownNext(driver), allDefaults);
-    // Not accepted, so the flags are still off and the defaults come again.
-    QCOMPARE(shownNext(driver), allDefaults);
-}
-
-void tst_scanOptionsDialog::showsStoredSettingsWhenASkipRuleIsOn()
-{
-    for (const char *rule : skipBoxes) {
-        WindowDriver driver;
-        driver.chooseOptions([rule](QWidget *dialog) {
-            checkAll(dialog, skipBoxes, false);
-            checkAll(dialog, typeBoxes, false);
-            child(dialog, rule)->setChecked(true);
-            child(dialog, "chkTypeAudio")->setChecked(true);
-            child<QSpinBox>(dialog, "spinMinSize")->setValue(3);
-            child<QComboBox>(dialog, "comboMinUnit")->setCurrentText(u"MB"_s);
-            child<QSpinBox>(dialog, "spinMaxSize")->setValue(400);
-            child<QComboBox>(dialog, "comboMaxUnit")->setCurrentText(u"GB"_s);
-        });
-        QString skips;
-        for (const char *name : skipBoxes)
-            skips += name == rule ? u'x' : u'-';
-        QCOMPARE(shownNext(driver), u"--x--- %1 3 MB 400 GB"_s.arg(skips));
-    }
-}
-
-void tst_scanOptionsDialog::showsDefaultsAgainWithoutSkipRules()
-{
-    WindowDriver driver;
-    driver.chooseOptions([](QWidget *dialog) {
-        checkAll(dialog, skipBoxes, false);
-        child(dialog, "chkTypePhoto")->setChecked(false);
-        child<QSpinBox>(dialog, "spinMinSize")->setValue(3);
-    });
-    QCOMPARE(shownNext(driver), allDefaults);
-}
-
-void tst_scanOptionsDialog::showsDefaultsAgainWithoutTypes()
-{
-    WindowDriver driver;
-    driver.chooseOptions([](QWidget *dialog) {
-        checkAll(dialog, typeBoxes, false);
-        child(dialog, "chkSkipDesktop")->setChecked(false);
-    });
-    QCOMPARE(shownNext(driver), allDefaults);
-}
-
-void tst_scanOptionsDialog::changesNothingWhenNotAccepted_data()
-{
-    QTest::addColumn<bool>("cancel");
-    QTest::newRow("Cancel") << true;
-    QTest::newRow("closed") << false;
-}
-
-void tst_scanOptionsDialog::changesNothingWhenNotAccepted()
-{
-    QFETCH(const bool, cancel);
-    WindowDriver driver;
-    driver.chooseOptions([](QWidget *dialog) { child(dialog, "chkTypeVideo")->setChecked(false); });
-    const QString stored = shownNext(driver);
-    QCOMPARE(stored, u"xxx-xx xxxx 0 KB 0 KB"_s);
-    withModalDialogs([&driver] { driver.click("btnScanOptions"); },
-        [cancel](QWidget *dialog) {
-            checkAll(dialog, typeBoxes, true);
-            checkAll(dialog, skipBoxes, false);
-            child<QSpinBox>(dialog, "spinMaxSize")->setValue(5);
-            if (cancel)
-                child<QPushButton>(dialog, "btnCancelScanOptions")->click();
-            else
-                dialog->close();
-        });
-    QCOMPARE(shownNext(driver), stored);
 }
 
 QTEST_MAIN(tst_scanOptionsDialog)

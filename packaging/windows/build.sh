@@ -17,7 +17,7 @@ The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory
 --test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
         on a virtual display. Arguments after it go to ctest: --test -R wholeRoad
 
-QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
+QUILLORY_JOBS limits the compilers, and the tests, that run at a time (default: one for each core).
 TEXT
 }
 

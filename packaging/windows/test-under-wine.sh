@@ -26,15 +26,33 @@ cp "$qt/bin/Qt6Test.dll" "$content/"
 cp "$build/tests/scan_and_close.exe" "$build/tools/tour/quillory-tour.exe" "$content/"
 "$here/make-wine-prefix.sh" "$build/wine" "$content"
 
-# Ends what a test may have left running in the prefix.
-trap 'WINEPREFIX=$build/wine /usr/lib/wine/wineserver64 -k || true' EXIT
+readonly wineserver=/usr/lib/wine/wineserver64
+# Ends Wine's server, and with it what a test may have left running in the prefix.
+end_wine() {
+    WINEPREFIX=$build/wine "$wineserver" -k || true # there may be none
+    WINEPREFIX=$build/wine "$wineserver" -w
+}
+# Wine's server and services are up until end_wine. Each test would bring them up anew otherwise, and ctest would wait
+# seconds for them to go, because they hold the output of the test that they came with.
+start_wine() {
+    end_wine
+    WINEPREFIX=$build/wine "$wineserver" -p
+    "$here/wine.sh" "$build/wine" "$build/wine/drive_c/windows/system32/cmd.exe" /c exit >/dev/null 2>&1 ||
+        fail "Wine does not start"
+}
+trap end_wine EXIT
 
-# Wine is slow with windows: what repeats itself is done less often, unless told otherwise.
+# Wine is slow with windows, and a new file takes it the longer the more its folder holds: what repeats itself is done
+# less often, unless told otherwise.
 export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-40} QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-6}
+export QUILLORY_CROWDED_FOLDER=${QUILLORY_CROWDED_FOLDER:-5000}
 
 echo "Tests, under Wine:"
-QUILLORY_TEST_SECOND_DRIVE=D:/ ctest --test-dir "$build" --output-on-failure --no-tests=error "$@" ||
-    fail "tests have failed under Wine"
+start_wine
+QUILLORY_TEST_SECOND_DRIVE=D:/ ctest --test-dir "$build" --output-on-failure --no-tests=error \
+    --parallel "${QUILLORY_JOBS:-$(nproc)}" "$@" || fail "tests have failed under Wine"
+# The windows that follow are for a display, which the services know nothing of.
+end_wine
 echo "Left out, and why:"
 grep -a '^SKIP ' "$build/Testing/Temporary/LastTest.log" || echo "nothing"
 

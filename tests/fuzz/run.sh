@@ -70,8 +70,18 @@ run_target() {
     fi
 }
 
-status=0
+# As many at a time as there are cores, each of which one target keeps busy.
+runs=()
 for target in "${targets[@]}"; do
-    run_target "$target" || status=1
+    while (($(jobs -rp | wc -l) >= $(nproc))); do
+        sleep 0.1
+    done
+    run_target "$target" >"$scratch/$target.report" &
+    runs+=("$target:$!")
+done
+status=0
+for run in "${runs[@]}"; do
+    wait "${run#*:}" || status=1
+    cat "$scratch/${run%:*}.report"
 done
 exit $status

@@ -3,6 +3,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 
 QStringList writeCopies(const QString &folder, const QStringList &names, const QByteArray &content)
 {
@@ -21,4 +22,18 @@ void writePairs(const QString &folder, int count, const QString &suffix)
         writeCopies(
             folder, {QStringLiteral("first") + ending, QStringLiteral("second") + ending}, ending.toUtf8());
     }
+}
+
+QSet<QString> filesBelow(const QString &folder)
+{
+    QSet<QString> files;
+    QDirIterator entries(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (entries.hasNext())
+        files.insert(entries.next());
+    return files;
+}
+
+QSet<QString> toSet(const QStringList &list)
+{
+    return {list.cbegin(), list.cend()};
 }

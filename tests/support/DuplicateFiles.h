@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -10,3 +11,9 @@ QStringList writeCopies(const QString &folder, const QStringList &names, const Q
 /// Writes \a count pairs of copies to \a folder, "first-0.txt" and "second-0.txt" upwards for the suffix
 /// "txt"; no two pairs of a folder have the same content.
 void writePairs(const QString &folder, int count, const QString &suffix);
+
+/// The paths of the files in \a folder and below it.
+QSet<QString> filesBelow(const QString &folder);
+
+/// The same without its order.
+QSet<QString> toSet(const QStringList &list);

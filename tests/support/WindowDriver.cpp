@@ -35,6 +35,12 @@ void withModalDialogs(const std::function<void()> &action, const std::function<v
     action();
 }
 
+ShownBox deletionBox(int files, int failed)
+{
+    return {QStringLiteral("Deletion Complete"),
+        QStringLiteral("Deleted %1 files successfully, %2 files failed.").arg(files).arg(failed)};
+}
+
 WindowDriver::WindowDriver()
 {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

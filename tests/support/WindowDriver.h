@@ -21,6 +21,9 @@ struct ShownBox
     friend bool operator==(const ShownBox &, const ShownBox &) = default;
 };
 
+/// The box that Delete ends with.
+[[nodiscard]] ShownBox deletionBox(int files, int failed);
+
 /// Works the real window the way a person does, finding every control by its object name.
 ///
 /// Functions that wait return false when the awaited did not happen within their time limit.

@@ -1,0 +1,187 @@
+#include "tests/support/DuplicateFiles.h"
+#include "tests/support/ScannedFolder.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QScrollBar>
+#include <QTest>
+
+#include <filesystem>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+/// Writes a file that was created later than \a other.
+QString writeLaterThan(const QString &other, const QString &path, const QByteArray &content)
+{
+    const QFileInfo first(other);
+    do {
+        QFile::remove(path);
+        writeFile(path, content);
+    } while (QFileInfo(path).birthTime() <= first.birthTime() && QFileInfo(path).birthTime().isValid());
+    return path;
+}
+
+} // namespace
+
+/// Select All and Unselect, and what Delete makes of them: which files are ticked, shown or not.
+class tst_selection : public QObject, private ScannedFolder
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void keepsTheOldestCopy();
+    void keepsTheEarlierOfEquallyOldCopies();
+    void ticksEveryCategoryAndDeletesUnseen();
+    void unticksTheShownCategoryOnly();
+    void unticksGroupsThatAreNotLoaded();
+    void ticksGroupsThatAreNotLoaded();
+    void keepsLoadedRowsOnUnselect();
+    void goesBackToTheFirstRowsOnSelectAll();
+};
+
+void tst_selection::init()
+{
+    renew();
+}
+
+void tst_selection::keepsTheOldestCopy()
+{
+    // Modification times run the other way, to tell the two apart.
+    QStringList paths = write({u"b.txt"_s}, "content");
+    paths.append(writeLaterThan(paths.last(), m_folder->filePath(u"a.txt"_s), "content"));
+    paths.append(writeLaterThan(paths.last(), m_folder->filePath(u"c.txt"_s), "content"));
+    for (int i = 0; i < paths.size(); ++i)
+        setModificationTime(paths.at(i), 1000 - i);
+    // Where creation times are not kept, or follow the others, the latter decide.
+    const bool bornInOrder = QFileInfo(paths.first()).birthTime() < QFileInfo(paths.last()).birthTime();
+    const QString kept = bornInOrder ? paths.first() : paths.last();
+    QVERIFY(scan());
+    for (const char *button : {"btnAll", "btnSelectAll"}) {
+        m_driver->click(button);
+        QCOMPARE(toSet(m_driver->filePaths()) - toSet(m_driver->tickedPaths()), QSet<QString>{kept});
+    }
+}
+
+void tst_selection::keepsTheEarlierOfEquallyOldCopies()
+{
+    // Two names of one file have the same times. The order of the places is the order of the files.
+    const QString second = write({u"2/b.txt"_s}, "content").first();
+    QVERIFY(QDir().mkpath(m_folder->filePath(u"3"_s)));
+    const QString third = m_folder->filePath(u"3/c.txt"_s);
+    std::filesystem::create_hard_link(second.toStdU16String(), third.toStdU16String());
+    QVERIFY(QDir().mkpath(m_folder->filePath(u"1"_s)));
+    const QString first = writeLaterThan(second, m_folder->filePath(u"1/a.txt"_s), "content");
+    setModificationTime(second, 1000);
+    setModificationTime(first, 2000);
+
+    m_driver->setFolders(
+        {m_folder->filePath(u"1"_s), m_folder->filePath(u"2"_s), m_folder->filePath(u"3"_s)});
+    QVERIFY(m_driver->scan());
+    QCOMPARE(m_driver->filePaths(), (QStringList{first, second, third}));
+    QCOMPARE(m_driver->tickedPaths(), (QStringList{first, third}));
+    m_driver->tickAll(true);
+    m_driver->click("btnSelectAll");
+    QCOMPARE(m_driver->tickedPaths(), (QStringList{first, third}));
+}
+
+void tst_selection::ticksEveryCategoryAndDeletesUnseen()
+{
+    for (const char *suffix : {"jpg", "mp4", "mp3", "txt", "zip", "xyz"})
+        writePairs(m_folder->path(), 2, QLatin1StringView(suffix));
+    QVERIFY(scan());
+    m_driver->click("btnUnselect");
+    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    m_driver->click("btnPictures");
+    m_driver->click("btnSelectAll");
+    QCOMPARE(m_driver->filePaths().size(), 4);
+    QCOMPARE(m_driver->tickedPaths().size(), 2);
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(12, 0)});
+    QCOMPARE(filesOnDisk().size(), 12);
+    m_driver->click("btnAll");
+    QCOMPARE(m_driver->groupTitles(), QStringList(u"No duplicate files"_s));
+}
+
+void tst_selection::unticksTheShownCategoryOnly()
+{
+    writePairs(m_folder->path(), 3, u"jpg"_s);
+    writePairs(m_folder->path(), 2, u"mp4"_s);
+    QVERIFY(scan());
+    const QStringList ticked = m_driver->tickedPaths();
+    const QSet<QString> before = filesOnDisk();
+    m_driver->click("btnVideos");
+    m_driver->click("btnUnselect");
+    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(3, 0)});
+    QCOMPARE(before - filesOnDisk(), toSet(ticked.filter(u".jpg"_s)));
+}
+
+void tst_selection::unticksGroupsThatAreNotLoaded()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    m_driver->click("btnUnselect");
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->filePaths().size(), 90);
+    QCOMPARE(m_driver->tickedPaths(), QStringList());
+}
+
+void tst_selection::ticksGroupsThatAreNotLoaded()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    m_driver->loadAllBatches();
+    const QStringList ticked = m_driver->tickedPaths();
+    m_driver->click("btnUnselect");
+    m_driver->click("btnSelectAll");
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->tickedPaths(), ticked);
+    QCOMPARE(ticked.size(), 45);
+}
+
+void tst_selection::keepsLoadedRowsOnUnselect()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    m_driver->loadAllBatches();
+    QCoreApplication::processEvents();
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    bar->setValue(bar->maximum() / 2);
+    const int position = bar->value();
+    QVERIFY(position > 0);
+    const QTreeWidgetItem *const row = m_driver->tree()->topLevelItem(30);
+    m_driver->click("btnUnselect");
+    QCoreApplication::processEvents();
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 45);
+    QCOMPARE(m_driver->tree()->topLevelItem(30), row);
+    QCOMPARE(bar->value(), position);
+    for (int i = 0; i < 45; ++i)
+        QCOMPARE(m_driver->tree()->topLevelItem(i)->checkState(0), Qt::Unchecked);
+    QVERIFY(m_driver->tree()->updatesEnabled());
+    QVERIFY(!m_driver->tree()->signalsBlocked());
+}
+
+void tst_selection::goesBackToTheFirstRowsOnSelectAll()
+{
+    writePairs(m_folder->path(), 45, u"txt"_s);
+    QVERIFY(scan());
+    const QStringList first = m_driver->groupTitles();
+    m_driver->loadAllBatches();
+    QCoreApplication::processEvents();
+    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    m_driver->click("btnSelectAll");
+    QCOMPARE(m_driver->groupTitles(), first);
+    // The view has yet to lay the rows out; that must not ask for more of them.
+    QCoreApplication::processEvents();
+    QCOMPARE(m_driver->groupTitles(), first);
+    QCOMPARE(bar->value(), 0);
+    m_driver->loadAllBatches();
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 45);
+}
+
+QTEST_MAIN(tst_selection)
+#include "tst_selection.moc"
