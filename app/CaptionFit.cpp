@@ -2,6 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
+#include <QFontInfo>
 #include <QLabel>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -10,6 +11,7 @@ namespace {
 
 constexpr int narrowest = 75; // per cent of the letters' own width; below that they are hard to read
 constexpr int step = 5;
+constexpr int smallestPixels = 8; // smaller letters are no use to anybody
 
 } // namespace
 
@@ -24,12 +26,21 @@ void fitCaption(QWidget *caption)
     }
 }
 
-void raiseToFit(QLabel *label)
+void fitTitle(QLabel *label)
 {
     QTextDocument text;
     text.setDocumentMargin(0);
     text.setDefaultFont(label->font());
     text.setHtml(label->text());
+
+    QFont font = label->font();
+    for (int pixels = QFontInfo(font).pixelSize();
+         pixels > smallestPixels && text.idealWidth() > label->width();) {
+        font.setPixelSize(--pixels);
+        text.setDefaultFont(font);
+    }
+    label->setFont(font);
+
     text.setTextWidth(label->width());
     qreal bottom = 0;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {

@@ -8,6 +8,7 @@ class QWidget;
 /// The places have a fixed size; there is no font that every platform has. Call it again after a new text.
 void fitCaption(QWidget *caption);
 
-/// Moves the rich text of a label up when the platform's font makes its lines higher than its place, so that
-/// the last one is not cut off: there is room above the letters of the first.
-void raiseToFit(QLabel *label);
+/// Makes the rich text of a label smaller when the platform's font makes its lines wider than its place, and
+/// moves it up when they are higher, so that the last one is not cut off: there is room above the letters of
+/// the first.
+void fitTitle(QLabel *label);

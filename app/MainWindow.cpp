@@ -54,7 +54,7 @@ MainWindow::MainWindow(QWidget *parent)
     applyStyleSheets();
     for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
         fitCaption(caption);
-    raiseToFit(ui->label);
+    fitTitle(ui->label);
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);

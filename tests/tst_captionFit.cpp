@@ -1,5 +1,6 @@
 #include "app/CaptionFit.h"
 
+#include <QFontDatabase>
 #include <QImage>
 #include <QLabel>
 #include <QTest>
@@ -14,6 +15,8 @@ class tst_captionFit : public QObject
 private slots:
     void showsEveryLineOfATitle_data();
     void showsEveryLineOfATitle();
+    void showsTheWholeOfALongLine_data();
+    void showsTheWholeOfALongLine();
     void leavesATitleThatFitsAlone();
 };
 
@@ -24,13 +27,19 @@ const QString title =
     u"<p align=\"center\"><span style=\"font-size: 20pt; font-weight: 700\">Quillory</span></p>"
     "<p align=\"center\">Jaggy, quick</p><p align=\"center\"><br/></p>"_s;
 
+const QString longTitle =
+    QString(title).replace(u"quick"_s, u"quick, and with far more to say about itself than fits"_s);
+
 void prepare(QLabel &label, const QSize &size, int pixels)
 {
-    label.setStyleSheet(u"color: black; background: white; font-size: %1px"_s.arg(pixels));
+    label.setStyleSheet(u"color: black; background: white"_s);
     label.setAlignment(Qt::AlignTop);
     label.setFixedSize(size);
-    label.setText(title);
     label.ensurePolished();
+    QFont font = label.font();
+    font.setPixelSize(pixels);
+    label.setFont(font);
+    label.setText(title);
 }
 
 /// The number of pixels that the text darkens.
@@ -61,7 +70,33 @@ void tst_captionFit::showsEveryLineOfATitle()
     prepare(roomy, {place.width(), 300}, pixels);
     QLabel label;
     prepare(label, place, pixels);
-    raiseToFit(&label);
+    fitTitle(&label);
+    QVERIFY(ink(roomy) > 0);
+    QCOMPARE(ink(label), ink(roomy));
+}
+
+void tst_captionFit::showsTheWholeOfALongLine_data()
+{
+    QTest::addColumn<int>("pixels");
+    for (const int pixels : {13, 16, 19, 26})
+        QTest::addRow("%d pixels", pixels) << pixels;
+}
+
+void tst_captionFit::showsTheWholeOfALongLine()
+{
+    QFETCH(const int, pixels);
+    if (QFontDatabase::families().isEmpty())
+        QSKIP("There are no letters here, only boxes of one width");
+    QLabel label;
+    prepare(label, place, pixels);
+    label.setText(longTitle);
+    fitCaption(&label);
+    fitTitle(&label);
+    QVERIFY(label.font().pixelSize() >= 8);
+    QLabel roomy;
+    prepare(roomy, {place.width() + 1000, 300}, pixels);
+    roomy.setFont(label.font());
+    roomy.setText(longTitle);
     QVERIFY(ink(roomy) > 0);
     QCOMPARE(ink(label), ink(roomy));
 }
@@ -70,7 +105,7 @@ void tst_captionFit::leavesATitleThatFitsAlone()
 {
     QLabel label;
     prepare(label, {place.width(), 300}, 12);
-    raiseToFit(&label);
+    fitTitle(&label);
     QCOMPARE(label.margin(), 0);
 }
 
