@@ -31,9 +31,34 @@ ReadAheadWalk::ReadAheadWalk(const QStringList &folders, std::function<bool()> a
 
 ReadAheadWalk::~ReadAheadWalk()
 {
-    const QMutexLocker lock(&m_mutex);
-    m_isEnding = true;
-    m_readerCanGoOn.wakeAll();
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_isEnding = true;
+        m_readerCanGoOn.wakeAll();
+    }
+    m_threads.waitForDone();
+
+    // One after the other: folders that lie in each other would be freed in as many calls inside each other.
+    std::vector<FolderPointer> folders = std::move(m_unread);
+    for (Level &level : m_levels) {
+        folders.push_back(std::move(level.folder));
+        moveFolders(level.entries, folders);
+    }
+    while (!folders.empty()) {
+        const FolderPointer folder = std::move(folders.back());
+        folders.pop_back();
+        if (folder)
+            moveFolders(folder->portion, folders);
+    }
+}
+
+/// Moves the folders of \a entries to the end of \a folders.
+void ReadAheadWalk::moveFolders(Entries &entries, std::vector<FolderPointer> &folders)
+{
+    for (Entry &entry : entries) {
+        if (entry.folder)
+            folders.push_back(std::move(entry.folder));
+    }
 }
 
 std::optional<QString> ReadAheadWalk::next()

@@ -57,6 +57,7 @@ private:
         std::size_t next = 0;
     };
 
+    static void moveFolders(Entries &entries, std::vector<FolderPointer> &folders);
     bool takePortion(Level &level);
     void readFolders();
     FolderPointer waitForUnreadFolder();
@@ -77,6 +78,5 @@ private:
     std::size_t m_entriesAhead = 0;
     bool m_isEnding = false;
 
-    // The last member: its threads use the others.
     QThreadPool m_threads;
 };

@@ -11,9 +11,11 @@
 #include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <functional>
+#include <memory>
 
 using Qt::StringLiterals::operator""_s;
 
@@ -81,6 +83,7 @@ private slots:
     void readsFarAheadInOrder();
     void readsWhatIsWantedHoweverMuchIsAhead();
     void endsWithFoldersLeftUnread();
+    void endsFarAboveTheDeepestFolder();
 };
 
 void tst_folderWalk::yieldsWhatQtYields_data()
@@ -258,6 +261,27 @@ void tst_folderWalk::endsWithFoldersLeftUnread()
         for (int i = 0; i < taken; ++i)
             QVERIFY(walk.next());
     }
+}
+
+void tst_folderWalk::endsFarAboveTheDeepestFolder()
+{
+    const HostileTree root;
+    constexpr int levels = 1900;
+    if (!writeDeepFile(root.path(), levels, "d", "file", "x"))
+        QSKIP("No path is as long here");
+    std::atomic<int> asked = 0;
+    const std::unique_ptr<QThread> thread(QThread::create([&root, &asked] {
+        const ReadAheadWalk walk({root.path()}, [&asked] {
+            ++asked;
+            return false;
+        });
+        while (asked < levels)
+            QThread::yieldCurrentThread();
+    }));
+    // Enough for a walk, not for a call in each folder.
+    thread->setStackSize(256 * 1024);
+    thread->start();
+    QVERIFY(thread->wait());
 }
 
 QTEST_GUILESS_MAIN(tst_folderWalk)
