@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 
 #ifdef QUILLORY_HAS_LIBCRYPTO
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <memory>
@@ -34,11 +35,20 @@ struct Free
     }
 };
 
+std::unique_ptr<EVP_MD, Free> fetchAlgorithm()
+{
+    std::unique_ptr<EVP_MD, Free> algorithm(EVP_MD_fetch(nullptr, "SHA256", nullptr));
+    // The fetch leaves this thread a list of errors. A pool thread that ends with the program may not come to
+    // free it.
+    OPENSSL_thread_stop();
+    return algorithm;
+}
+
 /// Empty when libcrypto refuses, as a configuration without SHA-256 makes it.
 QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
 {
     // Dearer to come by than the digest of a small file, and read-only from then on.
-    static const std::unique_ptr<EVP_MD, Free> algorithm(EVP_MD_fetch(nullptr, "SHA256", nullptr));
+    static const std::unique_ptr<EVP_MD, Free> algorithm = fetchAlgorithm();
     const std::unique_ptr<EVP_MD_CTX, Free> context(EVP_MD_CTX_new());
 
     QByteArray digest(digestSize, Qt::Uninitialized);
