@@ -4,6 +4,8 @@
 
 #include <QMutexLocker>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -22,8 +24,8 @@ ReadAheadWalk::ReadAheadWalk(const QStringList &folders, std::function<bool()> a
     Level all;
     for (const QString &folder : folders)
         all.entries.push_back({{}, std::make_shared<Folder>(Folder{folder})});
-    for (auto entry = all.entries.crbegin(); entry != all.entries.crend(); ++entry)
-        m_unread.push_back(entry->folder);
+    for (const Entry &entry : all.entries)
+        entry.folder->place = m_unread.insert(m_unread.end(), entry.folder);
     m_levels.push_back(std::move(all));
     for (int i = 0; i < m_threads.maxThreadCount(); ++i)
         m_threads.start([this] { readFolders(); });
@@ -39,7 +41,8 @@ ReadAheadWalk::~ReadAheadWalk()
     m_threads.waitForDone();
 
     // One after the other: folders that lie in each other would be freed in as many calls inside each other.
-    std::vector<FolderPointer> folders = std::move(m_unread);
+    std::vector<FolderPointer> folders(m_unread.cbegin(), m_unread.cend());
+    m_unread.clear();
     for (Level &level : m_levels) {
         folders.push_back(std::move(level.folder));
         moveFolders(level.entries, folders);
@@ -95,10 +98,12 @@ bool ReadAheadWalk::takePortion(Level &level)
     m_wanted.reset();
     level.entries = std::exchange(folder.portion, {});
     level.next = 0;
-    const bool wasFull = m_entriesAhead >= entriesAheadAtMost;
     m_entriesAhead -= level.entries.size();
-    if (wasFull)
+    // Not before there is room for some more: to be woken for each folder costs more than to read it.
+    if (m_isFarEnoughAhead && m_entriesAhead < entriesAheadAtMost / 2) {
+        m_isFarEnoughAhead = false;
         m_readerCanGoOn.wakeAll();
+    }
     return !level.entries.empty();
 }
 
@@ -118,14 +123,14 @@ ReadAheadWalk::FolderPointer ReadAheadWalk::waitForUnreadFolder()
             m_wanted->isTaken = true;
             return m_wanted;
         }
-        if (m_unread.empty() || m_entriesAhead >= entriesAheadAtMost) {
-            m_readerCanGoOn.wait(&m_mutex);
-            continue;
+        // As many as there are threads can be taken.
+        const auto next = std::find_if(
+            m_unread.cbegin(), m_unread.cend(), [](const FolderPointer &folder) { return !folder->isTaken; });
+        if (next != m_unread.cend() && !m_isFarEnoughAhead) {
+            (*next)->isTaken = true;
+            return *next;
         }
-        FolderPointer folder = std::move(m_unread.back());
-        m_unread.pop_back();
-        if (!std::exchange(folder->isTaken, true))
-            return folder;
+        m_readerCanGoOn.wait(&m_mutex);
     }
     return nullptr;
 }
@@ -133,32 +138,38 @@ ReadAheadWalk::FolderPointer ReadAheadWalk::waitForUnreadFolder()
 void ReadAheadWalk::read(Folder &folder)
 {
     Entries entries;
-    std::vector<FolderPointer> subfolders;
     FolderWalk walk(folder.path, FolderWalk::Depth::OneFolder);
     while (walk.next() && !m_abandoned()) {
-        if (walk.isFolder()) {
-            subfolders.push_back(std::make_shared<Folder>(Folder{walk.path()}));
-            entries.push_back({{}, subfolders.back()});
-        } else {
+        if (walk.isFolder())
+            entries.push_back({{}, std::make_shared<Folder>(Folder{walk.path()})});
+        else
             entries.push_back({walk.path()});
-        }
         if (entries.size() == portionSize)
             handOver(folder, entries, false);
     }
     handOver(folder, entries, true);
-    if (subfolders.empty())
-        return;
-    const QMutexLocker lock(&m_mutex);
-    m_unread.insert(m_unread.end(), subfolders.crbegin(), subfolders.crend());
-    m_readerCanGoOn.wakeAll();
 }
 
 void ReadAheadWalk::handOver(Folder &folder, Entries &entries, bool isComplete)
 {
     const QMutexLocker lock(&m_mutex);
+    bool hasFolders = false;
+    for (const Entry &entry : entries) {
+        if (entry.folder) {
+            entry.folder->place = m_unread.insert(folder.place, entry.folder);
+            hasFolders = true;
+        }
+    }
+    if (isComplete)
+        m_unread.erase(folder.place);
+    if (hasFolders)
+        m_readerCanGoOn.wakeAll();
+
     m_entriesAhead += entries.size();
+    if (m_entriesAhead >= entriesAheadAtMost)
+        m_isFarEnoughAhead = true;
     if (folder.portion.empty())
-        folder.portion = std::move(entries);
+        folder.portion.swap(entries);
     else
         std::move(entries.begin(), entries.end(), std::back_inserter(folder.portion));
     entries.clear();

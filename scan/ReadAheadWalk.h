@@ -6,6 +6,7 @@
 #include <QWaitCondition>
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -47,6 +48,8 @@ private:
         Entries portion = {};
         bool isTaken = false;
         bool isComplete = false;
+        /// Where it stands in m_unread until it is complete.
+        std::list<FolderPointer>::iterator place = {};
     };
 
     /// A folder on the way to the current file, and what was handed over of it last.
@@ -71,11 +74,12 @@ private:
     QMutex m_mutex;
     QWaitCondition m_readerCanGoOn;
     QWaitCondition m_wantedHasCome;
-    /// The one that is needed next comes last.
-    std::vector<FolderPointer> m_unread;
+    /// In the order of the walk. Those that are being read stay, to keep the place for what they hold.
+    std::list<FolderPointer> m_unread;
     /// What next() waits for.
     FolderPointer m_wanted;
     std::size_t m_entriesAhead = 0;
+    bool m_isFarEnoughAhead = false;
     bool m_isEnding = false;
 
     QThreadPool m_threads;
