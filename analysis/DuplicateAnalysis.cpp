@@ -96,7 +96,7 @@ QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const Analysis
             continue;
         }
         for (const qsizetype end = file + count; file < end; ++file) {
-            if (const QByteArray fingerprint = fingerprints.takeNext().hash; !fingerprint.isEmpty())
+            if (const QByteArray fingerprint = fingerprints.takeNext(); !fingerprint.isEmpty())
                 table.insert(file, fingerprint);
             progress.add(1);
             callbacks.progress(progress.percent());

@@ -46,9 +46,9 @@ void FingerprintQueue::waitForNextJob()
     m_jobs.pop_front();
 }
 
-FileHash FingerprintQueue::takeNext()
+QByteArray FingerprintQueue::takeNext()
 {
     if (m_taken == m_hashes.size())
         waitForNextJob();
-    return std::move(m_hashes[m_taken++]);
+    return std::move(m_hashes[m_taken++].hash);
 }

@@ -26,7 +26,7 @@ public:
 
     /// The next candidate's fingerprint; there must be one. Waits for it; the current thread may be one of
     /// the pool's.
-    FileHash takeNext();
+    QByteArray takeNext();
 
 private:
     void startNextJob();

@@ -7,6 +7,7 @@
 #include <QtConcurrentMap>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -46,8 +47,8 @@ SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()>
             first, files.cend(), [size = first->size](const SizedFile &file) { return file.size != size; });
         classes.counts.push_back(last - first);
         if (last - first >= 2) {
-            for (; first != last; ++first)
-                classes.candidates.append(*first->path);
+            std::transform(first, last, std::back_inserter(classes.candidates),
+                [](const SizedFile &file) { return *file.path; });
         }
         first = last;
     }

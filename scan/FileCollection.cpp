@@ -124,8 +124,6 @@ QStringList collectFiles(
     ReportThrottle throttle;
     ReadAheadWalk files(folders, callbacks.abandoned);
     while (const std::optional<QString> path = files.next()) {
-        if (callbacks.abandoned())
-            break;
         if (rules.skip(*path))
             continue;
         const qint32 scanned = ++scannedFileCount;

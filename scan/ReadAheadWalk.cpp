@@ -66,11 +66,9 @@ void ReadAheadWalk::moveFolders(Entries &entries, std::vector<FolderPointer> &fo
 
 std::optional<QString> ReadAheadWalk::next()
 {
-    while (!m_levels.empty()) {
+    while (!m_levels.empty() && !m_abandoned()) {
         Level &level = m_levels.back();
         if (level.next == level.entries.size()) {
-            if (m_abandoned())
-                return std::nullopt;
             if (!takePortion(level))
                 m_levels.pop_back();
             continue;

@@ -19,8 +19,8 @@
 class ReadAheadWalk
 {
 public:
-    /// \a abandoned is asked for every file and folder, on any of the threads; once it is true folders seem
-    /// to end.
+    /// \a abandoned is asked for every file and folder, on any of the threads; once it is true the walk
+    /// ends.
     ReadAheadWalk(const QStringList &folders, std::function<bool()> abandoned);
     /// Waits for the folders that are being read, which end early only when the walk is abandoned.
     ~ReadAheadWalk();
