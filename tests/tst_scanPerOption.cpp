@@ -1,4 +1,5 @@
 #include "tests/support/DuplicateFiles.h"
+#include "tests/support/OptionsDialog.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowDriver.h"
 
@@ -14,10 +15,6 @@
 using Qt::StringLiterals::operator""_s;
 
 namespace {
-
-constexpr std::array typeBoxes{
-    "chkTypeArchive", "chkTypeDoc", "chkTypeAudio", "chkTypeVideo", "chkTypePhoto", "chkTypeOthers"};
-constexpr std::array skipBoxes{"chkSkipSystem", "chkSkipApps", "chkSkipHiddenFolder", "chkSkipDesktop"};
 
 const QStringList archives{u"zip"_s, u"rar"_s, u"7z"_s, u"ZIP"_s};
 const QStringList documents{u"doc"_s, u"docx"_s, u"pdf"_s, u"txt"_s};
@@ -43,8 +40,7 @@ template <typename Names, typename Chosen>
 void check(const QWidget *dialog, const Names &names, const Chosen &chosen)
 {
     for (const char *name : names)
-        dialog->findChild<QCheckBox *>(QLatin1StringView(name))
-            ->setChecked(chosen.contains(QByteArray(name)));
+        child(dialog, name)->setChecked(chosen.contains(QByteArray(name)));
 }
 
 /// Scans \a folders with these boxes checked and no other; returns the paths of all files with copies,
