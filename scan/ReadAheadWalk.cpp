@@ -1,12 +1,16 @@
 #include "scan/ReadAheadWalk.h"
 
-#include "scan/FolderWalk.h"
+#include "scan/FolderEntries.h"
 
+#include <QDeadlineTimer>
 #include <QMutexLocker>
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <utility>
+
+using std::chrono_literals::operator""ms;
 
 namespace {
 
@@ -15,6 +19,8 @@ constexpr std::size_t portionSize = 256;
 /// So much is read ahead, a megabyte of paths: enough to keep all threads busy while one file is
 /// looked at.
 constexpr std::size_t entriesAheadAtMost = 4'096;
+/// Whoever waits for a folder looks for it this often. To be woken for each one costs more than to read it.
+constexpr auto waitAtMost = 1ms;
 
 } // namespace
 
@@ -91,7 +97,7 @@ bool ReadAheadWalk::takePortion(Level &level)
     while (folder.portion.empty() && !folder.isComplete) {
         m_wanted = level.folder;
         m_readerCanGoOn.wakeOne();
-        m_wantedHasCome.wait(&m_mutex);
+        m_wantedHasCome.wait(&m_mutex, QDeadlineTimer(waitAtMost));
     }
     m_wanted.reset();
     level.entries = std::exchange(folder.portion, {});
@@ -136,12 +142,12 @@ ReadAheadWalk::FolderPointer ReadAheadWalk::waitForUnreadFolder()
 void ReadAheadWalk::read(Folder &folder)
 {
     Entries entries;
-    FolderWalk walk(folder.path, FolderWalk::Depth::OneFolder);
-    while (walk.next() && !m_abandoned()) {
-        if (walk.isFolder())
-            entries.push_back({{}, std::make_shared<Folder>(Folder{walk.path()})});
+    FolderEntries listed(folder.path);
+    while (listed.next() && !m_abandoned()) {
+        if (listed.isFolder())
+            entries.push_back({{}, std::make_shared<Folder>(Folder{listed.path()})});
         else
-            entries.push_back({walk.path()});
+            entries.push_back({listed.path()});
         if (entries.size() == portionSize)
             handOver(folder, entries, false);
     }
@@ -172,6 +178,6 @@ void ReadAheadWalk::handOver(Folder &folder, Entries &entries, bool isComplete)
         std::move(entries.begin(), entries.end(), std::back_inserter(folder.portion));
     entries.clear();
     folder.isComplete = isComplete;
-    if (m_wanted.get() == &folder)
+    if (m_isFarEnoughAhead || m_unread.empty())
         m_wantedHasCome.wakeOne();
 }

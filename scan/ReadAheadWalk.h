@@ -11,8 +11,9 @@
 #include <optional>
 #include <vector>
 
-/// The files below some folders in the order of a FolderWalk, one folder after the other. Several threads
-/// read folders ahead of the one that takes the files, which is the only one to call.
+/// The files below some folders, one folder after the other: each as FolderEntries lists it, with what a
+/// subfolder holds in that subfolder's place. Several threads read folders ahead of the one that takes the
+/// files, which is the only one to call.
 ///
 /// On threads of its own: the global pool's other users, Qt's painting among them, would wait for as long as
 /// the disk takes.

@@ -1,4 +1,6 @@
 #include "scan/FileCollection.h"
+#include "scan/FileCount.h"
+#include "tests/support/HostileTree.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -17,6 +19,7 @@ private slots:
     void asksInEveryFolder();
     void collectsNoFolder();
     void goesNoFurtherOnceAbandoned();
+    void countsNoFurtherOnceAbandoned();
 };
 
 namespace {
@@ -87,6 +90,19 @@ void tst_abandonedWalk::goesNoFurtherOnceAbandoned()
     QCOMPARE(collectFiles({root.path()}, everything(), callbacks).size(), 10);
     // Each thread that reads folders learns of it once in each of those it is about to read.
     QVERIFY2(askedTooMuch <= folderCount, qPrintable(QString::number(askedTooMuch.load())));
+}
+
+void tst_abandonedWalk::countsNoFurtherOnceAbandoned()
+{
+    constexpr int questions = 10;
+    const QTemporaryDir root;
+    for (const QString &folder : {QStringLiteral("a"), QStringLiteral("b")}) {
+        QVERIFY(QDir(root.path()).mkpath(folder));
+        writeEmptyFiles(root.filePath(folder), 100, QStringLiteral("x"));
+    }
+    std::atomic<int> asked = 0;
+    const qint32 files = countFiles({root.path()}, [&asked] { return ++asked > questions; });
+    QVERIFY2(files <= questions, qPrintable(QString::number(files)));
 }
 
 QTEST_GUILESS_MAIN(tst_abandonedWalk)

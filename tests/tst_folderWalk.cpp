@@ -1,4 +1,5 @@
-#include "scan/FolderWalk.h"
+#include "scan/FileCount.h"
+#include "scan/FolderEntries.h"
 #include "scan/ReadAheadWalk.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/OrdinaryUser.h"
@@ -28,16 +29,6 @@ QStringList filesByQt(const QString &folder)
     QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
     while (walk.hasNext())
         files.append(walk.next());
-    return files;
-}
-
-QStringList filesBelow(const QString &folder)
-{
-    QStringList files;
-    for (FolderWalk walk(folder, FolderWalk::Depth::Subfolders); walk.next();) {
-        if (!walk.isFolder())
-            files.append(walk.path());
-    }
     return files;
 }
 
@@ -161,8 +152,8 @@ void tst_folderWalk::yieldsWhatQtYields()
     const QString path = folder.path() + walked;
     const QStringList expected = filesByQt(path);
     QCOMPARE(!expected.isEmpty(), hasFiles);
-    QCOMPARE(filesBelow(path), expected);
     QCOMPARE(filesReadAhead({path}), expected);
+    QCOMPARE(countFiles({path}, [] { return false; }), expected.size());
 }
 
 void tst_folderWalk::walksTheFoldersInTheOrderGiven()
@@ -172,9 +163,12 @@ void tst_folderWalk::walksTheFoldersInTheOrderGiven()
     const QString b = folder.filePath(u"b"_s);
     writeRandomTree(a, 1);
     writeRandomTree(b, 2);
-    QCOMPARE(filesReadAhead({b, a, folder.path(), b}),
-        filesByQt(b) + filesByQt(a) + filesByQt(folder.path()) + filesByQt(b));
+    const QStringList folders{b, a, folder.path(), b};
+    const QStringList expected = filesByQt(b) + filesByQt(a) + filesByQt(folder.path()) + filesByQt(b);
+    QCOMPARE(filesReadAhead(folders), expected);
+    QCOMPARE(countFiles(folders, [] { return false; }), expected.size());
     QCOMPARE(filesReadAhead({}), QStringList());
+    QCOMPARE(countFiles({}, [] { return false; }), 0);
 }
 
 void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
@@ -184,8 +178,8 @@ void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
         writeFile(folder.filePath(name), "x");
     QStringList folders;
     QStringList files;
-    for (FolderWalk walk(folder.path(), FolderWalk::Depth::OneFolder); walk.next();)
-        (walk.isFolder() ? folders : files).append(walk.path());
+    for (FolderEntries entries(folder.path()); entries.next();)
+        (entries.isFolder() ? folders : files).append(entries.path());
     folders.sort();
     QCOMPARE(folders, (QStringList{folder.filePath(u"other"_s), folder.filePath(u"sub"_s)}));
     QCOMPARE(files, QStringList{folder.filePath(u"a"_s)});
@@ -218,6 +212,7 @@ void tst_folderWalk::readsFarAheadInOrder()
     }
     const QStringList expected = filesByQt(root.path());
     QCOMPARE(expected.size(), folders * (filesEach + 1));
+    QCOMPARE(countFiles({root.path()}, [] { return false; }), expected.size());
 
     ReadAheadWalk walk({root.path()}, [] { return false; });
     // The readers get as far ahead as they may.
@@ -234,7 +229,7 @@ void tst_folderWalk::readsWhatIsWantedHoweverMuchIsAhead()
     const QTemporaryDir root;
     for (const QString &name : {u"a"_s, u"b"_s})
         QVERIFY(QDir().mkpath(root.filePath(name)));
-    FolderWalk order(root.path(), FolderWalk::Depth::OneFolder);
+    FolderEntries order(root.path());
     QVERIFY(order.next());
     writeFile(order.path() + u"/sub/file"_s, "x");
     QVERIFY(order.next());
