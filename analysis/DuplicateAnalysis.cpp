@@ -62,12 +62,12 @@ void describeGroup(DuplicateGroup &group)
     markAllButKeptCopy(group);
 }
 
-QList<DuplicateGroup> makeGroups(
-    const QList<QList<QString>> &duplicates, const std::function<bool()> &abandoned)
+QList<DuplicateGroup> makeGroups(QList<QList<QString>> duplicates, const std::function<bool()> &abandoned)
 {
     QList<DuplicateGroup> groups(duplicates.size());
     for (qsizetype i = 0; i < groups.size(); ++i)
-        groups[i].files = duplicates.at(i);
+        groups[i].files = std::move(duplicates[i]);
+    duplicates.clear();
     const auto describeUnlessAbandoned = [&abandoned](DuplicateGroup &group) {
         if (!abandoned())
             describeGroup(group);
@@ -110,7 +110,7 @@ QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const Analysis
 
 QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
 {
-    const QList<QList<QString>> equalFiles = findEqualFiles(paths, callbacks);
+    QList<QList<QString>> equalFiles = findEqualFiles(paths, callbacks);
     returnFreedMemory();
-    return makeGroups(equalFiles, callbacks.abandoned);
+    return makeGroups(std::move(equalFiles), callbacks.abandoned);
 }

@@ -2,9 +2,16 @@
 
 #include "analysis/PoolThreadRelease.h"
 
+#include <algorithm>
+
 namespace {
 
+/// A job is so small a part of the whole that progress goes on smoothly,
+constexpr qsizetype jobsAtLeast = 256;
+/// but of so many files, if there are, that to start it and to wait for it does not show,
 constexpr qsizetype filesWorthAJob = 64;
+/// and not of so many that what is under way takes much memory.
+constexpr qsizetype filesOfAJobAtMost = 512;
 constexpr std::size_t jobsUnderWay = 16;
 
 } // namespace
@@ -12,6 +19,7 @@ constexpr std::size_t jobsUnderWay = 16;
 FingerprintQueue::FingerprintQueue(const SizeClasses &classes, std::function<bool()> abandoned)
     : m_classes(classes)
     , m_abandoned(std::move(abandoned))
+    , m_filesPerJob(std::clamp(classes.candidates.size() / jobsAtLeast, filesWorthAJob, filesOfAJobAtMost))
     , m_nextClass(classes.counts.cbegin())
 {
 }
@@ -28,7 +36,7 @@ FingerprintQueue::~FingerprintQueue()
 void FingerprintQueue::startNextJob()
 {
     qsizetype files = 0;
-    for (; m_nextClass != m_classes.counts.cend() && files < filesWorthAJob; ++m_nextClass) {
+    for (; m_nextClass != m_classes.counts.cend() && files < m_filesPerJob; ++m_nextClass) {
         if (*m_nextClass >= 2)
             files += *m_nextClass;
     }

@@ -34,6 +34,7 @@ private:
 
     const SizeClasses &m_classes;
     const std::function<bool()> m_abandoned;
+    const qsizetype m_filesPerJob;
     std::vector<qsizetype>::const_iterator m_nextClass;
     qsizetype m_nextCandidate = 0;
     std::deque<QFuture<QList<FileHash>>> m_jobs;

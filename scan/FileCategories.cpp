@@ -1,6 +1,7 @@
 #include "scan/FileCategories.h"
 
 #include <QLatin1StringView>
+#include <QStringView>
 
 #include <algorithm>
 #include <array>
@@ -12,11 +13,11 @@ using Suffixes = std::span<const QLatin1StringView>;
 
 struct Category
 {
-    QLatin1StringView key;
+    QStringView key;
     Suffixes suffixes;
 };
 
-constexpr QLatin1StringView otherKey("other");
+constexpr QStringView otherKey(u"other");
 
 template <typename... Texts>
 constexpr auto suffixes(const Texts &...texts)
@@ -33,11 +34,11 @@ constexpr auto collectedPictures =
     suffixes("jpg", "jpeg", "png", "webp", "gif", "bmp", "tiff", "tif", "ico", "heic", "svg");
 
 constexpr std::array collectionSuffixes{
-    Category{QLatin1StringView("archive"), archives},
-    Category{QLatin1StringView("document"), collectedDocuments},
-    Category{QLatin1StringView("audio"), collectedAudios},
-    Category{QLatin1StringView("video"), collectedVideos},
-    Category{QLatin1StringView("picture"), collectedPictures},
+    Category{u"archive", archives},
+    Category{u"document", collectedDocuments},
+    Category{u"audio", collectedAudios},
+    Category{u"video", collectedVideos},
+    Category{u"picture", collectedPictures},
 };
 
 constexpr auto shownPictures = suffixes("jpg", "jpeg", "png", "webp", "gif", "bmp");
@@ -46,14 +47,20 @@ constexpr auto shownAudios = suffixes("mp3", "wav", "flac", "aac");
 constexpr auto shownDocuments = suffixes("pdf", "docx", "doc", "txt");
 
 constexpr std::array categorySuffixes{
-    Category{QLatin1StringView("picture"), shownPictures},
-    Category{QLatin1StringView("video"), shownVideos},
-    Category{QLatin1StringView("audio"), shownAudios},
-    Category{QLatin1StringView("document"), shownDocuments},
-    Category{QLatin1StringView("archive"), archives},
+    Category{u"picture", shownPictures},
+    Category{u"video", shownVideos},
+    Category{u"audio", shownAudios},
+    Category{u"document", shownDocuments},
+    Category{u"archive", archives},
 };
 
 constexpr auto thumbnailSuffixes = suffixes("jpg", "jpeg", "png", "gif", "bmp", "webp");
+
+/// The key as a string that takes no memory of its own: there can be a hundred thousand groups.
+QString shared(QStringView key)
+{
+    return QString::fromRawData(key.data(), key.size());
+}
 
 bool contains(Suffixes list, const QString &suffix)
 {
@@ -72,9 +79,9 @@ QString categoryOf(const QString &suffix)
 {
     for (const Category &category : categorySuffixes) {
         if (contains(category.suffixes, suffix))
-            return category.key;
+            return shared(category.key);
     }
-    return otherKey;
+    return shared(otherKey);
 }
 
 bool collectionAccepts(const QString &suffix, const QStringList &fileTypes)
