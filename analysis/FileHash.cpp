@@ -9,7 +9,9 @@
 #include <QtConcurrentMap>
 
 #include <algorithm>
+#include <optional>
 #include <span>
+#include <vector>
 
 namespace {
 
@@ -17,27 +19,85 @@ constexpr int sampleSize = 4096;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
 
-/// Reads up to the buffer's size from \a position on; what could not be read is left out.
-QByteArrayView readSample(RegularFile &file, qint64 position, SampleBuffer &buffer)
+/// The fingerprint of an open file, of which the first \a read bytes are in \a headBuffer.
+QByteArray fingerprintFromHead(RegularFile &file, const SampleBuffer &headBuffer, qint64 read)
 {
-    return QByteArrayView(buffer.constData(), file.readAt(position, buffer.data(), buffer.size()));
+    SampleBuffer tailBuffer(headBuffer.size());
+    QByteArrayView tail;
+    // Asked only now: kernel files report no size and still yield bytes.
+    const qint64 size = file.size();
+    if (size > 2 * qint64(headBuffer.size())) {
+        const qint64 position = size - tailBuffer.size();
+        tail = {tailBuffer.constData(), file.readAt(position, tailBuffer.data(), tailBuffer.size())};
+    }
+    return sha256({headBuffer.constData(), read}, tail);
+}
+
+/// Empty for a file that is not open.
+QByteArray fingerprintOf(RegularFile &file, int chunkSize)
+{
+    if (!file.isOpen())
+        return {};
+    SampleBuffer head(std::max(chunkSize, 0));
+    const qint64 read = file.readAt(0, head.data(), head.size());
+    return fingerprintFromHead(file, head, read);
+}
+
+/// Nothing while the file's head is not in memory.
+std::optional<QByteArray> fingerprintAtOnce(RegularFile &file)
+{
+    if (!file.isOpen())
+        return QByteArray();
+    SampleBuffer head(sampleSize);
+    const std::optional<qint64> read = file.readAtOnce(0, head.data(), head.size());
+    return read ? std::optional(fingerprintFromHead(file, head, *read)) : std::nullopt;
 }
 
 using Paths = std::span<const QString>;
 
-/// Few enough files for all threads to finish at about the same time. For each portion Qt takes a lock and
-/// looks at the clock, which for single small files is a tenth of the time.
+/// So many can be open at a time to give the disk a queue of samples to fetch in the order that suits it:
+/// what is not in memory comes in less than half the time.
 constexpr qsizetype filesOfAPortion = 16;
+/// By all threads together. Some systems allow a program no more than 256.
+constexpr qsizetype openFilesAtMost = 128;
 
 QList<Paths> splitIntoPortions(Paths paths)
 {
     const qsizetype threads = std::max(1, QThreadPool::globalInstance()->maxThreadCount());
+    const qsizetype most = std::clamp<qsizetype>(openFilesAtMost / threads, 1, filesOfAPortion);
+    // Few enough for all threads to finish at about the same time.
     const qsizetype share = static_cast<qsizetype>(paths.size()) / (2 * threads);
-    const auto size = static_cast<std::size_t>(std::clamp<qsizetype>(share, 1, filesOfAPortion));
+    const auto size = static_cast<std::size_t>(std::clamp<qsizetype>(share, 1, most));
     QList<Paths> portions;
     for (; !paths.empty(); paths = paths.subspan(portions.last().size()))
         portions.append(paths.first(std::min(size, paths.size())));
     return portions;
+}
+
+/// What is in memory needs no waiting for; what is not is asked for all at once, and only then waited for.
+QList<FileHash> hashPortion(Paths paths, const std::function<bool()> &abandoned)
+{
+    QList<FileHash> hashes;
+    hashes.reserve(static_cast<qsizetype>(paths.size()));
+    std::vector<std::optional<RegularFile>> fetched(paths.size());
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        hashes.append({paths[i], {}});
+        if (abandoned())
+            continue;
+        RegularFile &file = fetched[i].emplace(paths[i]);
+        if (std::optional<QByteArray> fingerprint = fingerprintAtOnce(file)) {
+            hashes.last().hash = std::move(*fingerprint);
+            fetched[i].reset();
+        } else {
+            file.prefetchEnds(sampleSize);
+        }
+    }
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (fetched[i] && !abandoned())
+            hashes[static_cast<qsizetype>(i)].hash = fingerprintOf(*fetched[i], sampleSize);
+        fetched[i].reset();
+    }
+    return hashes;
 }
 
 void appendHashes(QList<FileHash> &hashes, const QList<FileHash> &portion)
@@ -50,30 +110,14 @@ void appendHashes(QList<FileHash> &hashes, const QList<FileHash> &portion)
 QByteArray computeFileHash(const QString &path, int chunkSize)
 {
     RegularFile file(path);
-    if (!file.isOpen())
-        return {};
-
-    SampleBuffer headBuffer(std::max(chunkSize, 0));
-    SampleBuffer tailBuffer(headBuffer.size());
-    const QByteArrayView head = readSample(file, 0, headBuffer);
-    QByteArrayView tail;
-    // Asked only now: kernel files report no size and still yield bytes.
-    const qint64 size = file.size();
-    if (size > 2 * qint64(headBuffer.size()))
-        tail = readSample(file, size - tailBuffer.size(), tailBuffer);
-    return sha256(head, tail);
+    return fingerprintOf(file, chunkSize);
 }
 
 QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned)
 {
     // The portions point into the list, which the functor keeps.
-    const auto hashFiles = [paths, abandoned = std::move(abandoned)](Paths portion) {
-        QList<FileHash> hashes;
-        hashes.reserve(static_cast<qsizetype>(portion.size()));
-        for (const QString &path : portion)
-            hashes.append({path, abandoned() ? QByteArray() : computeFileHash(path, sampleSize)});
-        return hashes;
-    };
+    const auto hashFiles = [paths, abandoned = std::move(abandoned)](
+                               Paths portion) { return hashPortion(portion, abandoned); };
     return QtConcurrent::mappedReduced<QList<FileHash>>(QThreadPool::globalInstance(),
         splitIntoPortions({paths.cbegin(), paths.cend()}), hashFiles, appendHashes,
         QtConcurrent::OrderedReduce);

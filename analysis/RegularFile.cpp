@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 qint64 fileSize(const QString &path)
@@ -39,6 +40,15 @@ bool RegularFile::isOpen() const
     return m_descriptor >= 0;
 }
 
+void RegularFile::prefetchEnds([[maybe_unused]] qint64 count) const
+{
+#ifdef POSIX_FADV_WILLNEED
+    ::posix_fadvise(m_descriptor, 0, count, POSIX_FADV_WILLNEED);
+    if (m_sizeAtOpening > 2 * count)
+        ::posix_fadvise(m_descriptor, m_sizeAtOpening - count, count, POSIX_FADV_WILLNEED);
+#endif
+}
+
 qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
 {
     m_end = position;
@@ -56,6 +66,23 @@ qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
             break;
     }
     return m_end - position;
+}
+
+std::optional<qint64> RegularFile::readAtOnce(
+    [[maybe_unused]] qint64 position, [[maybe_unused]] char *data, [[maybe_unused]] qint64 count)
+{
+#ifdef RWF_NOWAIT
+    const iovec target{data, static_cast<std::size_t>(count)};
+    const auto got = ::preadv2(m_descriptor, &target, 1, position, RWF_NOWAIT);
+    if (got < 0)
+        return std::nullopt;
+    m_end = position + got;
+    if (got == count || m_end == m_sizeAtOpening)
+        return got;
+    return got + readAt(m_end, data + got, count - got);
+#else
+    return std::nullopt;
+#endif
 }
 
 qint64 RegularFile::size() const
@@ -90,9 +117,16 @@ bool RegularFile::isOpen() const
     return m_file.isOpen();
 }
 
+void RegularFile::prefetchEnds(qint64 /*count*/) const {}
+
 qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
 {
     return m_file.seek(position) ? qMax<qint64>(m_file.read(data, count), 0) : 0;
+}
+
+std::optional<qint64> RegularFile::readAtOnce(qint64 /*position*/, char * /*data*/, qint64 /*count*/)
+{
+    return std::nullopt;
 }
 
 qint64 RegularFile::size() const

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QString>
 
+#include <optional>
+
 /// The size in bytes of the file at \a path, as QFileInfo::size() tells it; 0 when it does not exist. Any
 /// thread.
 qint64 fileSize(const QString &path);
@@ -22,9 +24,17 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
+    /// Has the system fetch the first \a count bytes and, of a file that is larger than twice that, the last
+    /// ones in the background, where it can. Whoever reads them later waits less.
+    void prefetchEnds(qint64 count) const;
+
     /// Reads up to \a count bytes from \a position on into \a data and returns how many came before the file
     /// ended or failed.
     qint64 readAt(qint64 position, char *data, qint64 count);
+
+    /// Like readAt(), but nothing is read, and nothing returned, while the bytes are not in memory or the
+    /// system does not tell. Still waits when it has only some of them.
+    std::optional<qint64> readAtOnce(qint64 position, char *data, qint64 count);
 
     /// The size in bytes at this moment. Kernel files report 0 and still yield bytes.
     [[nodiscard]] qint64 size() const;
