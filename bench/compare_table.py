@@ -38,7 +38,7 @@ WORK = """\
 | program | what it reads of a file that shares its size with another | what it then knows |
 |---|---|---|
 | Quillory's engine | the first and the last 4 KiB, SHA-256 of both | **samples**: equal size, beginning and end |
-| `bench/floor` | the same, with plain system calls on all cores, telling nobody how far it is | **samples** alike |
+| `bench/floor` | the same, one file after the other on each core with plain system calls, telling nobody how far it is | **samples** alike |
 | `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
 | `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
 | `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
@@ -51,10 +51,11 @@ on all cores together, "reads" is what the kernel has handed out. The memory of 
 Who samples can be wrong where who compares is right: two files of equal size that differ in their middle only. So the
 ratios to `jdupes -TT` and `bench/floor` compare like with like; the others say what a user waits for an answer.
 
-All programs but Quillory and the floor work on one core. Nobody follows symbolic links. For everybody each hard link is
-a file (`-H`, `-removeidentinode false`) and empty files are copies of each other (`-z`, `-ignoreempty false`). Hidden
-files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The engine walks the folders twice, as it
-has to count before it can tell its user a percentage; nobody else does.
+All programs but Quillory and the floor work on one core. Quillory asks the disk for the samples of several files that
+are not in memory before it waits for the first; the others, the floor included, wait for each. Nobody follows symbolic
+links. For everybody each hard link is a file (`-H`, `-removeidentinode false`) and empty files are copies of each other
+(`-z`, `-ignoreempty false`). Hidden files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The
+engine walks the folders twice, as it has to count before it can tell its user a percentage; nobody else does.
 """
 
 GROWTH = """\
