@@ -64,7 +64,7 @@ GROWTH = """\
 The same kind of small files, up to eight times as many; warm. Nothing is quadratic while the work per file stays where
 it is. The floor's figures say what the machine does to everybody.
 
-| files | Quillory, s | its work, us per file | floor, s | its work, us per file | Quillory's bytes per file | for the path |
+| files | Quillory, s | its work, us per file | floor, s | its work, us per file | Quillory's bytes per file | of these its path |
 |--:|--:|--:|--:|--:|--:|--:|
 """
 
