@@ -40,12 +40,14 @@ bool RegularFile::isOpen() const
     return m_descriptor >= 0;
 }
 
-void RegularFile::prefetchEnds([[maybe_unused]] qint64 count) const
+bool RegularFile::prefetchEnds([[maybe_unused]] qint64 count) const
 {
 #ifdef POSIX_FADV_WILLNEED
-    ::posix_fadvise(m_descriptor, 0, count, POSIX_FADV_WILLNEED);
-    if (m_sizeAtOpening > 2 * count)
-        ::posix_fadvise(m_descriptor, m_sizeAtOpening - count, count, POSIX_FADV_WILLNEED);
+    return ::posix_fadvise(m_descriptor, 0, count, POSIX_FADV_WILLNEED) == 0 &&
+           (m_sizeAtOpening <= 2 * count ||
+               ::posix_fadvise(m_descriptor, m_sizeAtOpening - count, count, POSIX_FADV_WILLNEED) == 0);
+#else
+    return false;
 #endif
 }
 
@@ -117,7 +119,10 @@ bool RegularFile::isOpen() const
     return m_file.isOpen();
 }
 
-void RegularFile::prefetchEnds(qint64 /*count*/) const {}
+bool RegularFile::prefetchEnds(qint64 /*count*/) const
+{
+    return false;
+}
 
 qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
 {

@@ -25,8 +25,8 @@ public:
     [[nodiscard]] bool isOpen() const;
 
     /// Has the system fetch the first \a count bytes and, of a file that is larger than twice that, the last
-    /// ones in the background, where it can. Whoever reads them later waits less.
-    void prefetchEnds(qint64 count) const;
+    /// ones in the background, so that whoever reads them later waits less. False where it cannot.
+    [[nodiscard]] bool prefetchEnds(qint64 count) const;
 
     /// Reads up to \a count bytes from \a position on into \a data and returns how many came before the file
     /// ended or failed.

@@ -21,7 +21,8 @@
 
 // The least that any program must do to give the engine's answer: one walk, one statx per file, and for the
 // files that share their size one open, two reads and a digest. Plain system calls on all cores, no order to
-// keep, nothing to report, nobody to hand the result to. Linux only.
+// keep, nothing to report, nobody to hand the result to. One file after the other: on a cold disk, who asks
+// for several at once is faster. Linux only.
 
 namespace {
 

@@ -19,8 +19,9 @@ constexpr std::size_t portionSize = 256;
 /// So much is read ahead, a megabyte of paths: enough to keep all threads busy while one file is
 /// looked at.
 constexpr std::size_t entriesAheadAtMost = 4'096;
-/// Whoever waits for a folder looks for it this often. To be woken for each one costs more than to read it.
-constexpr auto waitAtMost = 1ms;
+/// Whoever waits for a folder looks for it again by itself. To be woken for each one costs more than to read
+/// it.
+constexpr auto lookAgainAfter = 1ms;
 
 } // namespace
 
@@ -94,11 +95,12 @@ bool ReadAheadWalk::takePortion(Level &level)
         return false;
     const QMutexLocker lock(&m_mutex);
     Folder &folder = *level.folder;
-    while (folder.portion.empty() && !folder.isComplete) {
+    if (folder.portion.empty() && !folder.isComplete) {
         m_wanted = level.folder;
         m_readerCanGoOn.wakeOne();
-        m_wantedHasCome.wait(&m_mutex, QDeadlineTimer(waitAtMost));
     }
+    while (folder.portion.empty() && !folder.isComplete)
+        m_somethingHasCome.wait(&m_mutex, QDeadlineTimer(lookAgainAfter));
     m_wanted.reset();
     level.entries = std::exchange(folder.portion, {});
     level.next = 0;
@@ -178,6 +180,7 @@ void ReadAheadWalk::handOver(Folder &folder, Entries &entries, bool isComplete)
         std::move(entries.begin(), entries.end(), std::back_inserter(folder.portion));
     entries.clear();
     folder.isComplete = isComplete;
+    // Else next() can leave the readers to themselves for a while.
     if (m_isFarEnoughAhead || m_unread.empty())
-        m_wantedHasCome.wakeOne();
+        m_somethingHasCome.wakeOne();
 }

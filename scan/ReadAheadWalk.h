@@ -74,7 +74,7 @@ private:
     // What the threads share, under the mutex.
     QMutex m_mutex;
     QWaitCondition m_readerCanGoOn;
-    QWaitCondition m_wantedHasCome;
+    QWaitCondition m_somethingHasCome;
     /// In the order of the walk. Those that are being read stay, to keep the place for what they hold.
     std::list<FolderPointer> m_unread;
     /// What next() waits for.

@@ -210,15 +210,17 @@ void tst_concurrentHashing::hashesNothingOnceAbandoned()
     // Those that have to wait for the disk may ask again.
     QVERIFY2(
         asked >= m_paths.size() && asked <= m_paths.size() + 100, qPrintable(QString::number(asked.load())));
-    QVERIFY(digestsOf(hashes).count(QByteArray()) >= m_paths.size() - 100);
+    const qsizetype left = digestsOf(hashes).count(QByteArray());
+    QVERIFY2(left >= m_paths.size() - 100 && left < m_paths.size(), qPrintable(QString::number(left)));
     for (qsizetype i = 0; i < hashes.size(); ++i)
         QVERIFY(hashes.at(i).hash.isEmpty() || hashes.at(i).hash == m_digests.at(i));
 }
 
 void tst_concurrentHashing::waitsForNothingOnceAbandoned()
 {
-    if (!QFileInfo::exists(neverInMemory))
-        QSKIP("Here files may well be in memory");
+#ifndef Q_OS_LINUX
+    QSKIP("Only Linux has files that are never in memory");
+#endif
     const PoolSize size(1);
     constexpr int openAtOnce = 16;
     int asked = 0;

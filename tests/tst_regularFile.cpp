@@ -1,0 +1,105 @@
+#include "analysis/RegularFile.h"
+#include "tests/support/DiskCache.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+
+namespace {
+
+constexpr int wanted = 4096;
+
+using Buffer = std::array<char, wanted>;
+
+} // namespace
+
+/// A file to fingerprint, read piece by piece.
+class tst_regularFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void reads_data();
+    void reads();
+    void readsAtOnceWhatIsInMemory_data();
+    void readsAtOnceWhatIsInMemory();
+    void readsNothingAtOnceFromTheDisk();
+};
+
+void tst_regularFile::reads_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("position");
+    for (const int size : {0, 1, 4095, 4096, 4097, 20'000}) {
+        for (const int position : {0, 1, 4096, 15'904, 30'000})
+            QTest::addRow("%d bytes from %d", size, position) << size << position;
+    }
+}
+
+void tst_regularFile::reads()
+{
+    QFETCH(const int, size);
+    QFETCH(const int, position);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
+    const QByteArray content = randomBytes(size, 1);
+    writeFile(path, content);
+
+    RegularFile file(path);
+    QVERIFY(file.isOpen());
+    QCOMPARE(file.size(), size);
+    Buffer buffer = {};
+    const QByteArray expected = content.mid(position, wanted);
+    QCOMPARE(file.readAt(position, buffer.data(), wanted), expected.size());
+    QCOMPARE(QByteArray(buffer.data(), expected.size()), expected);
+    QCOMPARE(file.size(), size);
+}
+
+void tst_regularFile::readsAtOnceWhatIsInMemory_data()
+{
+    reads_data();
+}
+
+void tst_regularFile::readsAtOnceWhatIsInMemory()
+{
+    QFETCH(const int, size);
+    QFETCH(const int, position);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
+    const QByteArray content = randomBytes(size, 1);
+    // What was just written is in memory.
+    writeFile(path, content);
+
+    RegularFile file(path);
+    Buffer buffer = {};
+    const std::optional<qint64> read = file.readAtOnce(position, buffer.data(), wanted);
+    if (!read)
+        QSKIP("The system does not tell what is in memory");
+    const QByteArray expected = content.mid(position, wanted);
+    QCOMPARE(*read, expected.size());
+    QCOMPARE(QByteArray(buffer.data(), expected.size()), expected);
+    QCOMPARE(file.size(), size);
+}
+
+void tst_regularFile::readsNothingAtOnceFromTheDisk()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
+    const QByteArray content = randomBytes(20'000, 1);
+    writeFile(path, content);
+    if (!leaveOnDiskOnly(path))
+        QSKIP("Here files stay in memory");
+
+    RegularFile file(path);
+    Buffer buffer = {};
+    QCOMPARE(file.readAtOnce(0, buffer.data(), wanted), std::nullopt);
+    QVERIFY(file.prefetchEnds(wanted));
+    QCOMPARE(file.readAt(0, buffer.data(), wanted), wanted);
+    QCOMPARE(QByteArray(buffer.data(), wanted), content.first(wanted));
+}
+
+QTEST_GUILESS_MAIN(tst_regularFile)
+#include "tst_regularFile.moc"
