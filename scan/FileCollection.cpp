@@ -59,7 +59,7 @@ QStringList collectFiles(
     QStringList accepted;
     // What takes files without a suffix takes all, and a suffix is dearer to come by than it looks.
     const bool takesAll = collectionAccepts(QString(), options.fileTypes);
-    SkipRules rules(options);
+    SkipRules rules(options, folders);
     ReportThrottle throttle;
     ReadAheadWalk files(folders, callbacks.abandoned);
     while (const std::optional<QString> path = files.next()) {

@@ -27,11 +27,34 @@ bool isSkippedLocation(const QString &canonicalPath, const QStringList &location
     });
 }
 
-SkipRules::SkipRules(const ScanOptions &options)
+namespace {
+
+QString withSlash(const QString &path)
+{
+    return path.isEmpty() || path.endsWith(u'/') ? path : path + u'/';
+}
+
+QString canonicalPathWithSlash(const QString &folder)
+{
+    return withSlash(QFileInfo(folder).canonicalFilePath());
+}
+
+} // namespace
+
+SkipRules::SkipRules(const ScanOptions &options, [[maybe_unused]] const QStringList &folders)
     : m_locations(
           skippedLocations(options, QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)))
     , m_skipsHidden(options.skipHiddenFolders)
 {
+    // A folder of Windows may be a junction, which a walk does enter.
+#ifndef Q_OS_WIN
+    if (!m_locations.isEmpty()) {
+        for (const QString &folder : folders)
+            m_beginnings.append({withSlash(folder), canonicalPathWithSlash(folder)});
+    }
+    std::stable_sort(m_beginnings.begin(), m_beginnings.end(),
+        [](const Folder &a, const Folder &b) { return a.path.size() > b.path.size(); });
+#endif
 }
 
 bool SkipRules::skip(const QString &path)
@@ -42,21 +65,30 @@ bool SkipRules::skip(const QString &path)
 bool SkipRules::skipLocation(const QString &path)
 {
     const qsizetype slash = path.lastIndexOf(u'/');
-    if (const QStringView folder = QStringView(path).left(slash + 1); folder != m_folder)
+    if (const QStringView folder = QStringView(path).left(slash + 1); folder != m_folder.path)
         enter(folder.toString());
     return m_skipsFolder ||
-           (m_dependsOnName && isSkippedLocation(m_canonicalFolder + path.mid(slash + 1), m_locations));
+           (m_dependsOnName && isSkippedLocation(m_folder.canonicalPath + path.mid(slash + 1), m_locations));
+}
+
+QString SkipRules::canonicalPathOf(const QString &folder) const
+{
+    const auto beginning = std::find_if(m_beginnings.cbegin(), m_beginnings.cend(),
+        [&folder](const Folder &candidate) { return folder.startsWith(candidate.path); });
+    if (beginning == m_beginnings.cend())
+        return canonicalPathWithSlash(folder);
+    return beginning->canonicalPath.isEmpty()
+               ? QString()
+               : beginning->canonicalPath + folder.sliced(beginning->path.size());
 }
 
 void SkipRules::enter(const QString &folder)
 {
-    m_folder = folder;
-    m_canonicalFolder = QFileInfo(folder).canonicalFilePath();
-    if (!m_canonicalFolder.isEmpty() && !m_canonicalFolder.endsWith(u'/'))
-        m_canonicalFolder += u'/';
-    m_skipsFolder = isSkippedLocation(m_canonicalFolder, m_locations);
-    m_dependsOnName = !m_canonicalFolder.isEmpty() &&
-                      std::any_of(m_locations.begin(), m_locations.end(), [this](const QString &location) {
-                          return location.startsWith(m_canonicalFolder, Qt::CaseInsensitive);
+    m_folder = {folder, canonicalPathOf(folder)};
+    const QString &canonicalPath = m_folder.canonicalPath;
+    m_skipsFolder = isSkippedLocation(canonicalPath, m_locations);
+    m_dependsOnName = !canonicalPath.isEmpty() &&
+                      std::any_of(m_locations.begin(), m_locations.end(), [&](const QString &location) {
+                          return location.startsWith(canonicalPath, Qt::CaseInsensitive);
                       });
 }

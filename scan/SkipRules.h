@@ -14,28 +14,39 @@ bool isSkippedLocation(const QString &canonicalPath, const QStringList &location
 
 /// The skip rules of one scan. Any one thread.
 ///
-/// A canonical path costs ten times the walk itself. That of a regular file is its folder's plus its name,
-/// and hardly ever does it depend on the name whether a location is left out: so one is asked for in each
-/// folder, and only while a location rule is on.
+/// To ask for a canonical path costs ten times the walk itself. A walk follows no links, so that of a file is
+/// the canonical path of the folder where the walk began, plus what follows: only those are asked for, and
+/// only while a location rule is on. Hardly ever does it depend on a file's name whether its location is left
+/// out.
 class SkipRules
 {
 public:
-    explicit SkipRules(const ScanOptions &options);
+    /// For a walk of \a folders.
+    SkipRules(const ScanOptions &options, const QStringList &folders);
 
-    /// Whether the regular file at \a path is left out. Quick when it is in the same folder as the file
-    /// before.
+    /// Whether the regular file at \a path, as the walk found it, is left out. Quick when it is in the same
+    /// folder as the file before.
     bool skip(const QString &path);
 
 private:
+    /// Paths with a slash at their ends; the canonical one of a folder that is not there is empty.
+    struct Folder
+    {
+        QString path;
+        QString canonicalPath;
+    };
+
     bool skipLocation(const QString &path);
     void enter(const QString &folder);
+    [[nodiscard]] QString canonicalPathOf(const QString &folder) const;
 
     const QStringList m_locations;
     const bool m_skipsHidden;
+    /// Where the walk begins, the longest path first: one such folder may be a link that lies in another.
+    QList<Folder> m_beginnings;
 
-    /// The folder of the file before, with a slash at its end like its canonical path.
-    QString m_folder;
-    QString m_canonicalFolder;
+    /// The folder of the file before.
+    Folder m_folder;
     bool m_skipsFolder = false;
     bool m_dependsOnName = false;
 };

@@ -157,7 +157,7 @@ void tst_skipRules::judgesTheDesktopByWhereAFileReallyIs()
     if (!redirectDesktop())
         QSKIP("The desktop cannot be moved here");
     writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
-    writeFile(path(QStringLiteral("elsewhere/2.jpg")), "far from it");
+    writeFile(path(QStringLiteral("elsewhere/sub/2.jpg")), "far from it");
     const QString toDesktop = path(QStringLiteral("link to desktop"));
     const QString toElsewhere = path(QStringLiteral("Desktop/link to elsewhere"));
     if (!makeLink(path(QStringLiteral("Desktop")), toDesktop) ||
@@ -167,8 +167,12 @@ void tst_skipRules::judgesTheDesktopByWhereAFileReallyIs()
     ScanOptions options = everyType();
     options.skipDesktop = true;
     const QString roundabout = path(QStringLiteral("elsewhere/../Desktop"));
-    QCOMPARE(collect({toDesktop, roundabout, toElsewhere}, options),
-        QStringList{toElsewhere + QStringLiteral("/2.jpg")});
+    const QString found = toElsewhere + QStringLiteral("/sub/2.jpg");
+    QCOMPARE(collect({toDesktop, roundabout, toElsewhere}, options), QStringList{found});
+    // The link lies in a folder where the walk begins as well.
+    const QString direct = path(QStringLiteral("elsewhere/sub/2.jpg"));
+    QCOMPARE(collect({m_home, toElsewhere}, options), (QStringList{direct, found}));
+    QCOMPARE(collect({m_home + u'/', toElsewhere + u'/'}, options), (QStringList{direct, found}));
 }
 
 void tst_skipRules::countsNoSkippedFile()
