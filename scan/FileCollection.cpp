@@ -73,6 +73,7 @@ QStringList collectFiles(
         if (throttle.isDue(scanned))
             callbacks.progress(*path, percentOf(scanned, total));
     }
+    // It stays for the whole analysis.
     accepted.squeeze();
     return accepted;
 }

@@ -3,6 +3,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+QString withSlash(const QString &folder)
+{
+    return folder.isEmpty() || folder.endsWith(u'/') ? folder : folder + u'/';
+}
+
 #ifdef Q_OS_LINUX
 
 #include <optional>
@@ -28,7 +33,7 @@ std::optional<bool> isFolderEntry(DIR *stream, const dirent &entry)
 
 FolderEntries::FolderEntries(const QString &folder)
     : m_stream(::opendir(QFile::encodeName(folder).constData()))
-    , m_folderWithSlash(folder.endsWith(u'/') ? folder : folder + u'/')
+    , m_folderWithSlash(withSlash(folder))
 {
 }
 

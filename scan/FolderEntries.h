@@ -12,6 +12,10 @@
 #include <QDirIterator>
 #endif
 
+/// What the paths of all entries of \a folder begin with: its own path with a slash at the end. An empty path
+/// stays empty.
+QString withSlash(const QString &folder);
+
 /// The files and subfolders of one folder, in the order in which the file system lists them. Links and hidden
 /// entries are left out; a folder that cannot be read holds nothing. Any one thread.
 ///

@@ -1,5 +1,7 @@
 #include "scan/SkipRules.h"
 
+#include "scan/FolderEntries.h"
+
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -28,11 +30,6 @@ bool isSkippedLocation(const QString &canonicalPath, const QStringList &location
 }
 
 namespace {
-
-QString withSlash(const QString &path)
-{
-    return path.isEmpty() || path.endsWith(u'/') ? path : path + u'/';
-}
 
 QString canonicalPathWithSlash(const QString &folder)
 {

@@ -24,8 +24,6 @@ class tst_regularFile : public QObject
 private slots:
     void reads_data();
     void reads();
-    void readsAtOnceWhatIsInMemory_data();
-    void readsAtOnceWhatIsInMemory();
     void readsNothingAtOnceFromTheDisk();
 };
 
@@ -33,9 +31,12 @@ void tst_regularFile::reads_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("atOnce");
     for (const int size : {0, 1, 4095, 4096, 4097, 20'000}) {
-        for (const int position : {0, 1, 4096, 15'904, 30'000})
-            QTest::addRow("%d bytes from %d", size, position) << size << position;
+        for (const int position : {0, 1, 4096, 15'904, 30'000}) {
+            QTest::addRow("%d bytes from %d", size, position) << size << position << false;
+            QTest::addRow("%d bytes from %d, at once", size, position) << size << position << true;
+        }
     }
 }
 
@@ -43,30 +44,7 @@ void tst_regularFile::reads()
 {
     QFETCH(const int, size);
     QFETCH(const int, position);
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("file"));
-    const QByteArray content = randomBytes(size, 1);
-    writeFile(path, content);
-
-    RegularFile file(path);
-    QVERIFY(file.isOpen());
-    QCOMPARE(file.size(), size);
-    Buffer buffer = {};
-    const QByteArray expected = content.mid(position, wanted);
-    QCOMPARE(file.readAt(position, buffer.data(), wanted), expected.size());
-    QCOMPARE(QByteArray(buffer.data(), expected.size()), expected);
-    QCOMPARE(file.size(), size);
-}
-
-void tst_regularFile::readsAtOnceWhatIsInMemory_data()
-{
-    reads_data();
-}
-
-void tst_regularFile::readsAtOnceWhatIsInMemory()
-{
-    QFETCH(const int, size);
-    QFETCH(const int, position);
+    QFETCH(const bool, atOnce);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("file"));
     const QByteArray content = randomBytes(size, 1);
@@ -74,8 +52,11 @@ void tst_regularFile::readsAtOnceWhatIsInMemory()
     writeFile(path, content);
 
     RegularFile file(path);
+    QVERIFY(file.isOpen());
+    QCOMPARE(file.size(), size);
     Buffer buffer = {};
-    const std::optional<qint64> read = file.readAtOnce(position, buffer.data(), wanted);
+    const std::optional<qint64> read = atOnce ? file.readAtOnce(position, buffer.data(), wanted)
+                                              : file.readAt(position, buffer.data(), wanted);
     if (!read)
         QSKIP("The system does not tell what is in memory");
     const QByteArray expected = content.mid(position, wanted);
