@@ -1,6 +1,6 @@
 # The targets that look at the code without running it: format, format-check and lint.
 
-set(code_folders app scan analysis results tests tools bench)
+set(code_folders app scan analysis results cli tests tools bench)
 find_program(CLANG_FORMAT NAMES clang-format-14 clang-format)
 find_program(RUN_CLANG_TIDY NAMES run-clang-tidy-14 run-clang-tidy)
 
