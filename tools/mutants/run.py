@@ -1,0 +1,223 @@
+#!/usr/bin/env python3
+"""Checks that the tests notice faults: applies each mutant of tests/mutants/*.mutants, builds, and runs its tests.
+
+A mutant is a change of one or a few lines that somebody would notice. The tests that it names must fail. Works on a
+copy of the tree in build/mutants, so the sources stay as they are. Exits with 1 when a mutant survives or no longer
+applies, with 2 on wrong usage.
+"""
+
+import argparse
+import os
+import re
+import shutil
+import subprocess
+import sys
+import time
+from dataclasses import dataclass, field
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parents[2]
+MUTANTS = PROJECT / "tests" / "mutants"
+WORK = PROJECT / "build" / "mutants"
+SOURCE = WORK / "source"
+BUILD = SOURCE / "build" / "dev"
+
+# A mutant that makes a test hang is noticed as well; a slow machine must not look like one.
+TEST_SECONDS = 300
+
+
+class Fault(Exception):
+    """What is wrong with a list of mutants or with the tree, in one line."""
+
+
+@dataclass
+class Mutant:
+    title: str
+    place: str
+    file: str = ""
+    old: list[str] = field(default_factory=list)
+    new: list[str] = field(default_factory=list)
+    tests: list[str] = field(default_factory=list)
+    function: str = ""
+    survives: str = ""
+
+    def check(self):
+        if not self.title or not self.file or not self.old:
+            raise Fault(f"{self.place}: a mutant needs a title, a file and at least one '-' line")
+        if bool(self.tests) == bool(self.survives):
+            raise Fault(f"{self.place}: a mutant needs either tests or a reason why it survives")
+
+    def applied_to(self, text):
+        """The text of the file with the change made."""
+        lines = text.split("\n")
+        stripped = [line.strip() for line in lines]
+        count = len(self.old)
+        starts = [i for i in range(len(lines) - count + 1) if stripped[i : i + count] == self.old]
+        if len(starts) != 1:
+            raise Fault(f"{self.place}: its '-' lines stand {len(starts)} times in {self.file}, not once")
+        start = starts[0]
+        lines[start : start + count] = self.new
+        return "\n".join(lines)
+
+
+def parse_block(lines, place):
+    mutant = Mutant(title="", place=place)
+    for line in lines:
+        key, _, value = line.partition(" ")
+        value = value.strip()
+        match key:
+            case "#":
+                mutant.title = f"{mutant.title} {value}".strip()
+            case "file:":
+                mutant.file = value
+            case "-":
+                mutant.old.append(value)
+            case "+":
+                mutant.new.append(value)
+            case "tests:":
+                mutant.tests = value.replace(",", " ").split()
+            case "function:":
+                mutant.function = value
+            case "survives:":
+                mutant.survives = value
+            case _:
+                raise Fault(f"{place}: cannot read the line '{line}'")
+    mutant.check()
+    return mutant
+
+
+def read_mutants(path):
+    """The mutants of one list. Blocks are separated by empty lines."""
+    mutants = []
+    block = []
+    for number, line in enumerate([*path.read_text(encoding="utf-8").splitlines(), ""], start=1):
+        if line.strip():
+            block.append(line)
+        elif block:
+            mutants.append(parse_block(block, f"{path.name}:{number - len(block)}"))
+            block = []
+    return mutants
+
+
+def tracked_files():
+    listed = subprocess.run(
+        ["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
+        cwd=PROJECT, check=True, capture_output=True,
+    ).stdout
+    return [name for name in listed.decode().split("\0") if name and (PROJECT / name).is_file()]
+
+
+def copy_tree():
+    """Brings the copy up to date. Files that have not changed keep their times, so that little is built again."""
+    wanted = set(tracked_files())
+    for name in wanted:
+        source, copy = PROJECT / name, SOURCE / name
+        if not copy.is_file() or copy.read_bytes() != source.read_bytes():
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(source, copy)
+            copy.touch()
+    for copy in SOURCE.rglob("*"):
+        name = copy.relative_to(SOURCE)
+        if copy.is_file() and name.parts[0] != "build" and str(name) not in wanted:
+            copy.unlink()
+
+
+def build(targets):
+    """Whether the targets build; the output is in build/mutants/build.log."""
+    with open(WORK / "build.log", "w", encoding="utf-8") as log:
+        command = ["cmake", "--build", str(BUILD), "--target", *targets]
+        return subprocess.run(command, stdout=log, stderr=subprocess.STDOUT, check=False).returncode == 0
+
+
+def configure():
+    with open(WORK / "configure.log", "w", encoding="utf-8") as log:
+        # Warnings stay warnings: a mutant may well leave a variable unused.
+        command = ["cmake", "--preset", "dev", "-DQUILLORY_WARNINGS_AS_ERRORS=OFF"]
+        if subprocess.run(command, cwd=SOURCE, stdout=log, stderr=subprocess.STDOUT, check=False).returncode:
+            raise Fault(f"configuring failed, see {WORK / 'configure.log'}")
+
+
+def passes(test, function):
+    # A test starts programs of its own; all of them have to go when it hangs.
+    command = ["timeout", "--kill-after=5", str(TEST_SECONDS), str(BUILD / "tests" / test)]
+    environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
+    with open(WORK / "test.log", "w", encoding="utf-8") as log:
+        return subprocess.run(
+            [*command, *function.split()], cwd=BUILD / "tests", env=environment, stdin=subprocess.DEVNULL,
+            stdout=log, stderr=subprocess.STDOUT, check=False,
+        ).returncode == 0
+
+
+def check_unchanged_tree(mutants):
+    """Tests that fail on the unchanged tree would kill everything."""
+    runs = sorted({(test, mutant.function) for mutant in mutants for test in mutant.tests})
+    if not build(sorted({test for test, _ in runs})):
+        raise Fault(f"the unchanged tree does not build, see {WORK / 'build.log'}")
+    for test, function in runs:
+        if not passes(test, function):
+            raise Fault(f"{test} {function} fails on the unchanged tree, see {WORK / 'test.log'}")
+
+
+def run_mutant(mutant):
+    """What became of the mutant: 'killed by ...' or 'SURVIVED ...'."""
+    copy = SOURCE / mutant.file
+    original = copy.read_text(encoding="utf-8")
+    copy.write_text(mutant.applied_to(original), encoding="utf-8")
+    try:
+        if not build(mutant.tests):
+            shutil.copy2(WORK / "build.log", WORK / "unbuilt.log")
+            return f"SURVIVED: it does not build, see {WORK / 'unbuilt.log'}"
+        for test in mutant.tests:
+            if not passes(test, mutant.function):
+                return f"killed by {test}"
+        return f"SURVIVED {' '.join(mutant.tests)}"
+    finally:
+        copy.write_text(original, encoding="utf-8")
+
+
+def run(mutants):
+    WORK.mkdir(parents=True, exist_ok=True)
+    copy_tree()
+    configure()
+    check_unchanged_tree(mutants)
+    survivors = 0
+    for number, mutant in enumerate(mutants, start=1):
+        start = time.monotonic()
+        outcome = run_mutant(mutant)
+        survivors += outcome.startswith("SURVIVED")
+        seconds = time.monotonic() - start
+        print(f"{number}/{len(mutants)} {mutant.place} {mutant.title}: {outcome} ({seconds:.0f} s)", flush=True)
+    print(f"{len(mutants) - survivors} killed, {survivors} survived")
+    return 1 if survivors else 0
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("pattern", nargs="?", default="", help="run only mutants whose place, title or file matches")
+    parser.add_argument("--check", action="store_true", help="only check that every mutant still applies")
+    options = parser.parse_args()
+    mutants = [mutant for path in sorted(MUTANTS.glob("*.mutants")) for mutant in read_mutants(path)]
+    for mutant in mutants:
+        path = PROJECT / mutant.file
+        if not path.is_file():
+            raise Fault(f"{mutant.place}: there is no file {mutant.file}")
+        mutant.applied_to(path.read_text(encoding="utf-8"))
+        for test in mutant.tests:
+            if not (PROJECT / "tests" / f"{test}.cpp").is_file():
+                raise Fault(f"{mutant.place}: there is no test {test}")
+    print(f"{len(mutants)} mutants, {sum(1 for mutant in mutants if mutant.survives)} of them cannot be noticed")
+    if options.check:
+        return 0
+    wanted = re.compile(options.pattern)
+    chosen = [m for m in mutants if m.tests and wanted.search(f"{m.place} {m.title} {m.file}")]
+    if not chosen:
+        raise Fault(f"no mutant matches '{options.pattern}'")
+    return run(chosen)
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except Fault as fault:
+        print(f"tools/mutants/run.py: {fault}", file=sys.stderr)
+        sys.exit(2)
