@@ -50,7 +50,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->treeDuplicates->setIconSize(QSize(32, 32));
     ui->treeDuplicates->setItemDelegate(new ResultsDelegate(ui->treeDuplicates));
     connectResultsPage();
-    markSelected(ui->btnAll, true);
+    setShownAsSelected(ui->btnAll, true);
     applyStyleSheets();
     for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
         fitCaption(caption);

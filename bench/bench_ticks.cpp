@@ -1,14 +1,14 @@
 #include "bench/support/Benchmarks.h"
-#include "results/GroupTicks.h"
+#include "results/GroupMarks.h"
 
 #include <algorithm>
 
-// What every category switch does first: the ticks of the loaded rows go into the groups. To look for groups
-// with the same files by comparing each row with every group would be quadratic.
+// What every category switch does first: the checks of the loaded rows become marks of the groups. To look
+// for groups with the same files by comparing each row with every group would be quadratic.
 
 namespace {
 
-/// Groups of two files, every third of them a picture, the second file ticked.
+/// Groups of two files, every third of them a picture, the second file marked.
 QList<DuplicateGroup> makeGroups(int count)
 {
     QList<DuplicateGroup> groups(count);
@@ -39,11 +39,11 @@ void save(benchmark::State &state, const QString &category, qsizetype loaded)
 {
     QList<DuplicateGroup> groups = makeGroups(sizeOf(state));
     const QList<DuplicateGroup *> shown = shownOf(groups, category);
-    QList<QSet<QString>> ticked;
+    QList<QSet<QString>> checked;
     for (const DuplicateGroup *group : shown.first(std::min(loaded, shown.size())))
-        ticked.append(group->markedFiles);
+        checked.append(group->markedFiles);
     while (state.KeepRunning())
-        saveTicks(groups, shown, ticked);
+        saveMarks(groups, shown, checked);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QStyle>
 
-void markSelected(QPushButton *button, bool selected)
+void setShownAsSelected(QPushButton *button, bool selected)
 {
     button->setProperty("selected", selected);
     // A style sheet looks at a property only while it polishes the widget.
@@ -33,6 +33,6 @@ void MainWindow::showCategory(const QString &key, QPushButton *button)
     onCategoryClicked(key);
     // Only now, so that the buttons change their look when the tree holds the new rows.
     for (QPushButton *each : categoryButtons())
-        markSelected(each, false);
-    markSelected(button, true);
+        setShownAsSelected(each, false);
+    setShownAsSelected(button, true);
 }

@@ -3,4 +3,4 @@
 class QPushButton;
 
 /// Gives a category button the look of the selected one, or takes it away.
-void markSelected(QPushButton *button, bool selected);
+void setShownAsSelected(QPushButton *button, bool selected);

@@ -9,26 +9,28 @@
 
 namespace {
 
-/// A row for one file that exists; it has no icon yet.
-QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool ticked)
+/// A row for one file that exists, without an icon.
+QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool marked)
 {
     auto *const row = new QTreeWidgetItem;
     row->setText(0, path);
-    row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
-    // The tree shows one column only; size and time are carried for whoever asks the row.
+    row->setCheckState(0, marked ? Qt::Checked : Qt::Unchecked);
+    // Kept deliberately: the tree shows its first column only, but each file row carries size and time.
     row->setText(1, ResultTexts::fileSize(file.size()));
     row->setText(
         2, file.fileTime(QFileDevice::FileModificationTime).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
     return row;
 }
 
-/// \a files counts the files that are gone from the disk as well, so a group whose missing files were ticked
-/// never looks fully ticked.
-Qt::CheckState groupCheckState(qsizetype ticked, qsizetype files)
+/// \a checked counts the checked rows, \a files all files of the group.
+///
+/// Kept deliberately: \a files includes files that are gone from the disk and have no row. Such a group is
+/// partially checked even when all its rows are checked.
+Qt::CheckState groupCheckState(qsizetype checked, qsizetype files)
 {
-    if (ticked == 0)
+    if (checked == 0)
         return Qt::Unchecked;
-    return ticked == files ? Qt::Checked : Qt::PartiallyChecked;
+    return checked == files ? Qt::Checked : Qt::PartiallyChecked;
 }
 
 } // namespace
@@ -46,21 +48,21 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
 {
     auto *const groupRow =
         new QTreeWidgetItem(QStringList{ResultTexts::groupTitle(fileName, size, files.size())});
-    // Without effect outside a tree: groups appear collapsed.
+    // Kept deliberately: without effect on a row outside a tree, so groups appear collapsed.
     groupRow->setExpanded(true);
     groupRow->setFlags(groupRow->flags() | Qt::ItemIsUserCheckable);
 
     const QFileIconProvider icons;
     QList<QTreeWidgetItem *> fileRows;
     QList<int> pictureRows;
-    qsizetype ticked = 0;
+    qsizetype checked = 0;
     for (const QString &path : files) {
         const QFileInfo file(path);
         if (!file.exists())
             continue;
-        const bool isTicked = markedFiles.contains(path);
-        ticked += isTicked ? 1 : 0;
-        QTreeWidgetItem *const row = createFileRow(file, path, isTicked);
+        const bool marked = markedFiles.contains(path);
+        checked += marked ? 1 : 0;
+        QTreeWidgetItem *const row = createFileRow(file, path, marked);
         if (hasThumbnail(lowerCaseSuffix(path)))
             pictureRows.append(static_cast<int>(fileRows.size()));
         else
@@ -68,7 +70,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
         fileRows.append(row);
     }
     groupRow->addChildren(fileRows);
-    groupRow->setCheckState(0, groupCheckState(ticked, files.size()));
+    groupRow->setCheckState(0, groupCheckState(checked, files.size()));
     ui->treeDuplicates->addTopLevelItem(groupRow);
     thumbnails->add(groupRow, pictureRows);
     return groupRow;

@@ -21,7 +21,7 @@ void ResultsDelegate::paint(
 void ResultsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    // Selection shows nowhere in this tree; its rule would only take the tick boxes' colours away again.
+    // A selected row looks like any other. The style sheet's rule for it would also change the check boxes.
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
     option->palette.setColor(QPalette::Base, Qt::white);
     // Styles draw the outline in a darker shade of this.

@@ -2,11 +2,11 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws the rows of the results tree where the tree's style sheet alone would spoil them.
+/// Draws what the style sheet of the results tree gets wrong.
 ///
-/// The tree's background is transparent: styles that take a tick box's colours from its view would paint it
-/// black and without an outline. And the sheet has one text colour for all rows, where the row that says that
-/// nothing was found is to look like a hint.
+/// The tree's background is transparent: styles that take a check box's colours from its view would paint it
+/// black and without an outline. The style sheet also has one text colour for all rows, but the row "No
+/// duplicate files" has a colour of its own.
 class ResultsDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

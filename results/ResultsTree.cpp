@@ -1,7 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/CaptionFit.h"
-#include "results/GroupTicks.h"
+#include "results/GroupMarks.h"
 #include "results/ResultTexts.h"
 #include "ui_MainWindow.h"
 
@@ -18,15 +18,15 @@ namespace {
 
 constexpr int categoryRole = Qt::UserRole + 1;
 
-QSet<QString> tickedFiles(const QTreeWidgetItem *groupRow)
+QSet<QString> checkedFiles(const QTreeWidgetItem *groupRow)
 {
-    QSet<QString> ticked;
+    QSet<QString> checked;
     for (int i = 0; i < groupRow->childCount(); ++i) {
         const QTreeWidgetItem *const fileRow = groupRow->child(i);
         if (fileRow->checkState(0) == Qt::Checked)
-            ticked.insert(fileRow->text(0));
+            checked.insert(fileRow->text(0));
     }
-    return ticked;
+    return checked;
 }
 
 } // namespace
@@ -202,10 +202,10 @@ void MainWindow::rebuildCategoryIndex()
 void MainWindow::saveCheckStates()
 {
     const QList<DuplicateGroup *> shown = groupsByCategory.value(currentCategory);
-    QList<QSet<QString>> ticked;
+    QList<QSet<QString>> checked;
     for (int i = 0; i < ui->treeDuplicates->topLevelItemCount(); ++i)
-        ticked.append(tickedFiles(ui->treeDuplicates->topLevelItem(i)));
-    saveTicks(groups, shown, ticked);
+        checked.append(checkedFiles(ui->treeDuplicates->topLevelItem(i)));
+    saveMarks(groups, shown, checked);
 }
 
 void MainWindow::setResultActionsEnabled(bool enabled)

@@ -9,11 +9,12 @@ namespace {
 
 constexpr QSize thumbnailSize(32, 32);
 
-/// A format that can decode at a reduced size does so at this multiple of the thumbnail's, for smooth edges.
+/// Formats that can decode at a reduced size use this multiple of the thumbnail's size: smooth edges at
+/// little cost.
 constexpr int decodingFactor = 4;
 
-/// What a picture may claim to hold. A progressive JPEG takes up to six bytes of memory per pixel before the
-/// first one is decoded, however short the file is.
+/// Pixels that a picture may claim to have. A progressive JPEG takes up to six bytes of memory per pixel
+/// before the first one is decoded, however short the file is.
 constexpr qint64 mostPixels = 256LL * 1024 * 1024;
 
 qint64 pixelCount(const QSize &size)
@@ -30,8 +31,7 @@ QSize scaledToThumbnail(const QSize &size)
 
 QPixmap loadThumbnail(const QString &path)
 {
-    // A pipe that has come in the place of the picture would keep the window waiting for its other end for
-    // ever.
+    // If a pipe has replaced the picture, opening it would block until its other end is opened.
     if (!QFileInfo(path).isFile())
         return {};
     QImageReader reader(path);

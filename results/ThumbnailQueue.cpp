@@ -12,8 +12,8 @@ using std::chrono_literals::operator""ms;
 
 namespace {
 
-/// How long small pictures are loaded one after the other before the event loop gets its turn. A large one
-/// takes longer all by itself.
+/// Time for loading small pictures before the event loop runs again: longer is faster in total, shorter
+/// answers input sooner. One large picture alone can take longer.
 constexpr auto loadingSlice = 8ms;
 
 void showThumbnail(QTreeWidgetItem *fileRow)

@@ -1,16 +1,16 @@
-#include "results/GroupTicks.h"
+#include "results/GroupMarks.h"
 #include "tests/fuzz/FuzzReport.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
 namespace {
 
-/// A result, which of its groups the category shows, and what is ticked in the rows that are loaded.
+/// A result, which of its groups the category shows, and what is checked in the rows that are loaded.
 struct Page
 {
     QList<DuplicateGroup> groups;
     QList<qsizetype> shown;
-    QList<QSet<QString>> ticked;
+    QList<QSet<QString>> checked;
 
     QList<DuplicateGroup *> shownGroups()
     {
@@ -56,19 +56,19 @@ Page consumePage(FuzzedDataProvider &data)
             page.shown.append(i);
     }
     for (auto count = data.ConsumeIntegralInRange<qsizetype>(0, page.shown.size() + 1); count > 0; --count)
-        page.ticked.append(consumePathSet(data));
+        page.checked.append(consumePathSet(data));
     return page;
 }
 
 /// Row after row, and for each row all groups.
-void saveTicksPlainly(Page &page)
+void saveMarksPlainly(Page &page)
 {
     for (qsizetype row = 0; row < page.shown.size(); ++row) {
         DuplicateGroup &group = page.groups[page.shown.at(row)];
         group.markedFiles = {};
-        if (row >= page.ticked.size())
+        if (row >= page.checked.size())
             continue;
-        for (const QString &path : page.ticked.at(row))
+        for (const QString &path : page.checked.at(row))
             group.markedFiles.insert(path);
         group.hasMarkedFiles = !group.markedFiles.isEmpty();
         for (DuplicateGroup &other : page.groups) {
@@ -82,7 +82,7 @@ void saveTicksPlainly(Page &page)
 
 } // namespace
 
-/// Where the ticks of the rows end up, for any result and any ticks.
+/// Where the checked rows end up as marks, for any result and any checks.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {
     FuzzedDataProvider data(bytes, count);
@@ -90,8 +90,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
     Page expected = page;
     const Page before = page;
 
-    saveTicksPlainly(expected);
-    saveTicks(page.groups, page.shownGroups(), page.ticked);
+    saveMarksPlainly(expected);
+    saveMarks(page.groups, page.shownGroups(), page.checked);
     for (qsizetype i = 0; i < before.groups.size(); ++i) {
         const auto input = qMakePair(i, before.groups.at(i).files);
         expectEqual("Files", page.groups.at(i).files, before.groups.at(i).files, input);

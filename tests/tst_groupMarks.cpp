@@ -1,4 +1,4 @@
-#include "results/GroupTicks.h"
+#include "results/GroupMarks.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -17,7 +17,7 @@ DuplicateGroup group(const char *files, const char *marked = "")
     return result;
 }
 
-QSet<QString> ticks(const char *letters)
+QSet<QString> paths(const char *letters)
 {
     QSet<QString> result;
     for (const QChar letter : QString::fromLatin1(letters))
@@ -51,15 +51,15 @@ QStringList words(const char *text)
 }
 
 /// The same told plainly: row after row, and for each row all groups.
-void saveTicksPlainly(
-    QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &ticked)
+void saveMarksPlainly(
+    QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked)
 {
     for (qsizetype i = 0; i < shown.size(); ++i) {
         DuplicateGroup &current = *shown.at(i);
         current.markedFiles.clear();
-        if (i >= ticked.size())
+        if (i >= checked.size())
             continue;
-        current.markedFiles = ticked.at(i);
+        current.markedFiles = checked.at(i);
         current.hasMarkedFiles = !current.markedFiles.isEmpty();
         for (DuplicateGroup &other : groups) {
             if (other.files == current.files) {
@@ -72,94 +72,94 @@ void saveTicksPlainly(
 
 } // namespace
 
-/// How the ticks of the rows get into the groups.
-class tst_groupTicks : public QObject
+/// How checked rows become marks of the groups.
+class tst_groupMarks : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void savesTheTicksOfTheRows();
-    void dropsTheTicksOfGroupsWithoutRow();
-    void dropsAllTicksWithoutAnyRow();
+    void savesTheCheckedRows();
+    void dropsTheMarksOfGroupsWithoutRow();
+    void dropsAllMarksWithoutAnyRow();
     void leavesGroupsThatAreNotShownAlone();
-    void sharesTicksBetweenGroupsWithTheSameFiles();
+    void sharesMarksBetweenGroupsWithTheSameFiles();
     void lastOfTheRowsWithTheSameFilesDecides();
     void sharesNothingWhenFilesAreInAnotherOrder();
-    void dropsSharedTicksWithoutRow();
+    void dropsSharedMarksWithoutRow();
     void isTheSameAsThePlainWay();
 };
 
-void tst_groupTicks::savesTheTicksOfTheRows()
+void tst_groupMarks::savesTheCheckedRows()
 {
     QList<DuplicateGroup> groups{group("abc", "bc"), group("de"), group("fg", "g")};
-    saveTicks(groups, pointersTo(groups, {0, 1, 2}), {ticks("ab"), ticks("d"), ticks("")});
+    saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("ab"), paths("d"), paths("")});
     QCOMPARE(marks(groups), (QStringList{QStringLiteral("ab+"), QStringLiteral("d+"), QString()}));
 }
 
-void tst_groupTicks::dropsTheTicksOfGroupsWithoutRow()
+void tst_groupMarks::dropsTheMarksOfGroupsWithoutRow()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd", "d"), group("ef")};
-    saveTicks(groups, pointersTo(groups, {0, 1, 2}), {ticks("b")});
-    // Only the ticks go: whether there were any is still on record.
+    saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("b")});
+    // Only the marks go: hasMarkedFiles keeps its value.
     QCOMPARE(marks(groups), words("b+ + "));
 }
 
-void tst_groupTicks::dropsAllTicksWithoutAnyRow()
+void tst_groupMarks::dropsAllMarksWithoutAnyRow()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd")};
-    saveTicks(groups, pointersTo(groups, {0, 1}), {});
+    saveMarks(groups, pointersTo(groups, {0, 1}), {});
     QCOMPARE(marks(groups), words("+ "));
 
     QList<DuplicateGroup> none;
-    saveTicks(none, {}, {});
+    saveMarks(none, {}, {});
     QVERIFY(none.isEmpty());
 }
 
-void tst_groupTicks::leavesGroupsThatAreNotShownAlone()
+void tst_groupMarks::leavesGroupsThatAreNotShownAlone()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd", "c"), group("ef", "f")};
-    saveTicks(groups, pointersTo(groups, {1}), {ticks("cd")});
+    saveMarks(groups, pointersTo(groups, {1}), {paths("cd")});
     QCOMPARE(marks(groups), words("b+ cd+ f+"));
-    saveTicks(groups, {}, {ticks("a")});
+    saveMarks(groups, {}, {paths("a")});
     QCOMPARE(marks(groups), words("b+ cd+ f+"));
 }
 
-void tst_groupTicks::sharesTicksBetweenGroupsWithTheSameFiles()
+void tst_groupMarks::sharesMarksBetweenGroupsWithTheSameFiles()
 {
     QList<DuplicateGroup> groups{group("ab", "a"), group("ab"), group("abc", "c"), group("ab", "b")};
-    saveTicks(groups, pointersTo(groups, {1}), {ticks("ab")});
+    saveMarks(groups, pointersTo(groups, {1}), {paths("ab")});
     QCOMPARE(marks(groups), words("ab+ ab+ c+ ab+"));
-    saveTicks(groups, pointersTo(groups, {3}), {ticks("")});
+    saveMarks(groups, pointersTo(groups, {3}), {paths("")});
     QCOMPARE(marks(groups), words("  c+ "));
 }
 
-void tst_groupTicks::lastOfTheRowsWithTheSameFilesDecides()
+void tst_groupMarks::lastOfTheRowsWithTheSameFilesDecides()
 {
     QList<DuplicateGroup> groups{group("ab"), group("ab"), group("ab")};
-    saveTicks(groups, pointersTo(groups, {0, 1, 2}), {ticks("a"), ticks("ab"), ticks("b")});
+    saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("a"), paths("ab"), paths("b")});
     QCOMPARE(marks(groups), words("b+ b+ b+"));
-    saveTicks(groups, pointersTo(groups, {0, 2}), {ticks("a"), ticks("")});
+    saveMarks(groups, pointersTo(groups, {0, 2}), {paths("a"), paths("")});
     QCOMPARE(marks(groups), words("  "));
 }
 
-void tst_groupTicks::sharesNothingWhenFilesAreInAnotherOrder()
+void tst_groupMarks::sharesNothingWhenFilesAreInAnotherOrder()
 {
     QList<DuplicateGroup> groups{group("ab", "a"), group("ba", "b"), group("abb", "a"), group("a", "a")};
-    saveTicks(groups, pointersTo(groups, {0}), {ticks("b")});
+    saveMarks(groups, pointersTo(groups, {0}), {paths("b")});
     QCOMPARE(marks(groups), words("b+ b+ a+ a+"));
-    saveTicks(groups, pointersTo(groups, {0}), {ticks("")});
+    saveMarks(groups, pointersTo(groups, {0}), {paths("")});
     QCOMPARE(marks(groups), words(" b+ a+ a+"));
 }
 
-/// A group without row takes over whether there are ticks, and drops the ticks themselves.
-void tst_groupTicks::dropsSharedTicksWithoutRow()
+/// A group without row takes over whether there are marks, and drops the marks themselves.
+void tst_groupMarks::dropsSharedMarksWithoutRow()
 {
     QList<DuplicateGroup> groups{group("ab"), group("ab"), group("ab")};
-    saveTicks(groups, pointersTo(groups, {0, 1}), {ticks("a")});
+    saveMarks(groups, pointersTo(groups, {0, 1}), {paths("a")});
     QCOMPARE(marks(groups), words("a+ + a+"));
 }
 
-void tst_groupTicks::isTheSameAsThePlainWay()
+void tst_groupMarks::isTheSameAsThePlainWay()
 {
     QRandomGenerator random(7);
     const auto randomLetters = [&random](int least, int most) {
@@ -178,16 +178,16 @@ void tst_groupTicks::isTheSameAsThePlainWay()
             if (random.bounded(3) > 0)
                 positions.append(int(groups.size()) - 1);
         }
-        QList<QSet<QString>> ticked;
+        QList<QSet<QString>> checked;
         for (int i = random.bounded(int(positions.size()) + 2); i > 0; --i)
-            ticked.append(ticks(randomLetters(0, 2)));
+            checked.append(paths(randomLetters(0, 2)));
 
         QList<DuplicateGroup> expected = groups;
-        saveTicksPlainly(expected, pointersTo(expected, positions), ticked);
-        saveTicks(groups, pointersTo(groups, positions), ticked);
+        saveMarksPlainly(expected, pointersTo(expected, positions), checked);
+        saveMarks(groups, pointersTo(groups, positions), checked);
         QCOMPARE(marks(groups), marks(expected));
     }
 }
 
-QTEST_APPLESS_MAIN(tst_groupTicks)
-#include "tst_groupTicks.moc"
+QTEST_APPLESS_MAIN(tst_groupMarks)
+#include "tst_groupMarks.moc"

@@ -1,4 +1,4 @@
-#include "results/GroupTicks.h"
+#include "results/GroupMarks.h"
 
 #include <QMultiHash>
 
@@ -6,11 +6,11 @@
 
 namespace {
 
-/// Finds the groups with given files without comparing every group with every other.
+/// Finds groups by their files. A hash replaces the comparison of every group with every other.
 class GroupsByFiles
 {
 public:
-    /// Knows the groups of \a groups whose first file is also the first of one of \a wanted.
+    /// Indexes those of \a groups whose first file is also the first file of one of \a wanted.
     GroupsByFiles(QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &wanted)
     {
         QSet<QString> firstFiles;
@@ -38,13 +38,13 @@ private:
 
 } // namespace
 
-void saveTicks(
-    QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &ticked)
+void saveMarks(
+    QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked)
 {
-    const qsizetype loaded = std::min(shown.size(), ticked.size());
+    const qsizetype loaded = std::min(shown.size(), checked.size());
     const GroupsByFiles sameFiles(groups, shown.first(loaded));
     for (qsizetype i = 0; i < loaded; ++i) {
-        const QSet<QString> &marked = ticked.at(i);
+        const QSet<QString> &marked = checked.at(i);
         sameFiles.forEachWith(
             shown.at(i)->files, [&marked](DuplicateGroup &group) { setMarkedFiles(group, marked); });
     }
