@@ -5,7 +5,6 @@
 #include "ui_MainWindow.h"
 
 #include <QPointer>
-#include <QTimer>
 
 #include <chrono>
 
@@ -37,18 +36,18 @@ void MainWindow::finalizeScanUI()
         if (callbacks.abandoned())
             return;
         auto deliver = [guard, found = std::move(found)]() mutable {
-            if (guard)
-                guard->deliverGroups(std::move(found));
+            if (!guard)
+                return;
+            guard->loadQueue.runBetweenLoads(
+                [guard, found = std::move(found)]() mutable { guard->deliverGroups(std::move(found)); });
         };
         QMetaObject::invokeMethod(window, std::move(deliver), Qt::QueuedConnection);
     });
 }
 
-/// Shows the results of one analysis in place of whatever results were there.
+/// Replaces the results with those of one analysis and opens the results page.
 void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
 {
-    if (postponeDuringLoad([this, delivered] { deliverGroups(delivered); }))
-        return;
     forgetShownResults();
     groups = std::move(delivered);
     rebuildCategoryIndex();
@@ -62,23 +61,25 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
     ui->labelDuplicatesFoundValue->setText(QString::number(files));
     ui->stackedWidget->setCurrentWidget(ui->duplicatespage);
 
-    // Until the first rows are there, nothing may act on ticks that nobody has seen.
+    // Until the first rows are there, no button may save or delete marks that the user has not seen.
+    setCategoryButtonsEnabled(false);
     setResultActionsEnabled(false);
     showLoadingOverlay();
-    // A load drops the ticks of groups it has not reached. After two deliveries in a row only the second
-    // one's rows are loaded, or the second load would take those ticks from a result that nobody has touched.
-    const auto showRows = [this, delivery = ++deliveries] {
-        if (delivery == deliveries)
-            onCategoryClicked(QStringLiteral("all"));
-    };
-    // Asked at the end of a load under way: the next delivery may be waiting for that end as well.
-    QTimer::singleShot(100ms, this, [this, showRows] {
-        if (!postponeDuringLoad(showRows))
-            showRows();
-    });
+    // Each load after the first drops the marks of groups without a row. After two deliveries in a row only
+    // the second one loads its rows, so that its marks are complete.
+    loadQueue.runDelayed(100ms, [this] { showFirstRows(); });
 }
 
-/// Takes the rows of the shown category down, so that their ticks can never be saved into groups of another
+/// Shows the rows of a new result, unless the user has left the results page: Back leaves it empty.
+void MainWindow::showFirstRows()
+{
+    if (ui->stackedWidget->currentWidget() == ui->duplicatespage)
+        onCategoryClicked(QStringLiteral("all"));
+    else
+        hideLoadingOverlay();
+}
+
+/// Removes the rows of the shown category, so that their checks are never saved into the groups of another
 /// result.
 void MainWindow::forgetShownResults()
 {

@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <functional>
+
 // Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker
 // leaves the pictures of a static library out.
 static void initResources()
@@ -135,14 +137,17 @@ void MainWindow::installCentralContainer(QWidget *topBar)
 void MainWindow::connectResultsPage()
 {
     thumbnails = new ThumbnailQueue(ui->treeDuplicates);
-    connect(ui->btnSelectAll, &QPushButton::clicked, this, &MainWindow::selectAllGroups);
-    connect(ui->btnUnselect, &QPushButton::clicked, this, &MainWindow::unselectAll);
-    connect(ui->btnRemoveSelected, &QPushButton::clicked, this, &MainWindow::removeSelected);
+    const auto connectAction = [this](QPushButton *button, const std::function<void()> &action) {
+        connect(button, &QPushButton::clicked, this, [this, action] { loadQueue.runBetweenLoads(action); });
+    };
+    connectAction(ui->btnSelectAll, [this] { selectAllGroups(); });
+    connectAction(ui->btnUnselect, [this] { unselectAll(); });
+    connectAction(ui->btnRemoveSelected, [this] { removeSelected(); });
     // The form has connected it by name already. Going back twice does no harm.
     connect(ui->btnBack, &QPushButton::clicked, this, &MainWindow::on_btnBack_clicked);
 
-    const auto connectCategory = [this](QPushButton *button, const QString &key) {
-        connect(button, &QPushButton::clicked, this, [this, button, key] { showCategory(key, button); });
+    const auto connectCategory = [this, connectAction](QPushButton *button, const QString &key) {
+        connectAction(button, [this, button, key] { showCategory(key, button); });
     };
     connectCategory(ui->btnAll, QStringLiteral("all"));
     connectCategory(ui->btnPictures, QStringLiteral("picture"));
@@ -180,6 +185,11 @@ void MainWindow::applyStyleSheets()
 }
 
 void MainWindow::on_btnBack_clicked()
+{
+    loadQueue.runBetweenLoads([this] { showStartPage(); });
+}
+
+void MainWindow::showStartPage()
 {
     ui->stackedWidget->setCurrentWidget(ui->page);
     removeRows();

@@ -2,6 +2,7 @@
 
 #include "analysis/DuplicateGroup.h"
 #include "app/BackgroundTasks.h"
+#include "results/LoadQueue.h"
 #include "scan/ScanOptions.h"
 
 #include <QElapsedTimer>
@@ -10,8 +11,6 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
-
-#include <functional>
 
 class QLabel;
 class QListWidgetItem;
@@ -53,6 +52,7 @@ private slots:
 
 private:
     // MainWindow.cpp
+    void showStartPage();
     void connectScrollBar();
     QWidget *createTopBar();
     void installCentralContainer(QWidget *topBar);
@@ -83,13 +83,13 @@ private:
     // AnalysisRun.cpp
     void finalizeScanUI();
     void deliverGroups(QList<DuplicateGroup> delivered);
+    void showFirstRows();
     void forgetShownResults();
 
     // ResultsTree.cpp
-    void runLoad(const std::function<void()> &load);
-    bool postponeDuringLoad(const std::function<void()> &step);
     void loadCategory(const QString &type);
     void removeRows();
+    void showFirstBatch();
     void spanGroupRows(int first);
     void clearTree();
     void showNoDuplicates();
@@ -153,11 +153,6 @@ private:
     QTimer *scanTimer = nullptr;
 
     ThumbnailQueue *thumbnails = nullptr;
-    /// Results delivered so far.
-    qint32 deliveries = 0;
-    /// A category is being put into the tree, see postponeDuringLoad().
-    bool categoryLoading = false;
-    /// What asked to run during a category load, in the order of asking.
-    QList<std::function<void()>> postponedSteps;
+    LoadQueue loadQueue;
     BackgroundTasks tasks;
 };

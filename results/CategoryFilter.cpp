@@ -6,9 +6,9 @@
 #include <QPushButton>
 #include <QStyle>
 
-void setShownAsSelected(QPushButton *button, bool selected)
+void setShownAsSelected(QPushButton *button, bool shown)
 {
-    button->setProperty("selected", selected);
+    button->setProperty("selected", shown);
     // A style sheet looks at a property only while it polishes the widget.
     button->style()->unpolish(button);
     button->style()->polish(button);
@@ -28,10 +28,8 @@ void MainWindow::setCategoryButtonsEnabled(bool enabled)
 
 void MainWindow::showCategory(const QString &key, QPushButton *button)
 {
-    if (postponeDuringLoad([this, key, button] { showCategory(key, button); }))
-        return;
     onCategoryClicked(key);
-    // Only now, so that the buttons change their look when the tree holds the new rows.
+    // After the load: the buttons change their look when the tree holds the new rows.
     for (QPushButton *each : categoryButtons())
         setShownAsSelected(each, false);
     setShownAsSelected(button, true);

@@ -2,5 +2,5 @@
 
 class QPushButton;
 
-/// Gives a category button the look of the selected one, or takes it away.
-void setShownAsSelected(QPushButton *button, bool selected);
+/// Draws a category button as the selected one, or as any other.
+void setShownAsSelected(QPushButton *button, bool shown);

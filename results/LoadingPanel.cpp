@@ -14,8 +14,10 @@
 
 using std::chrono_literals::operator""ms;
 
-/// Shows the loading panel on the first call of the window's life. Later calls only leave a widget that is
-/// never shown.
+/// Shows the loading panel on the first call.
+///
+/// Kept deliberately: later calls only create a widget that is never shown, so only the first result of a
+/// window has a panel.
 void MainWindow::showLoadingOverlay()
 {
     if (loadingOverlay)
@@ -44,7 +46,7 @@ void MainWindow::createLoadingPanel()
     loadingOverlay->setAttribute(Qt::WA_DeleteOnClose, false);
     loadingOverlay->setFixedSize(300, 100);
     loadingOverlay->setStyleSheet(StyleSheets::loadingPanel);
-    // Without it the corners outside the border would be filled.
+    // Without the mask, the corners outside the border are filled.
     QPainterPath outline;
     outline.addRoundedRect(loadingOverlay->rect(), 18, 18);
     loadingOverlay->setMask(QRegion(outline.toFillPolygon().toPolygon()));
@@ -83,7 +85,7 @@ void MainWindow::hideLoadingOverlay()
         loadingOverlay->deleteLater();
         loadingOverlay = nullptr;
         loadingLabel = nullptr;
-        // What the user does meanwhile waits its turn: the rows of a load are not there yet.
+        // User input has to wait: a load in progress has no rows yet.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     discardTimerLater(loadingTimer);

@@ -7,7 +7,6 @@
 
 #include <QBrush>
 #include <QColor>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -33,33 +32,7 @@ QSet<QString> checkedFiles(const QTreeWidgetItem *groupRow)
 
 void MainWindow::onCategoryClicked(QString type)
 {
-    runLoad([this, type = std::move(type)] { loadCategory(type); });
-}
-
-/// Runs \a load as the one category load under way, then whatever asked to run in the meantime.
-///
-/// A load processes pending events when it closes the loading panel. A delivery, a second load or a deletion
-/// that came in there would pull the groups from under the first one, or save its ticks into the wrong
-/// groups.
-void MainWindow::runLoad(const std::function<void()> &load)
-{
-    if (postponeDuringLoad([this, load] { runLoad(load); }))
-        return;
-    {
-        const QScopedValueRollback loading(categoryLoading, true);
-        load();
-    }
-    while (!postponedSteps.isEmpty())
-        postponedSteps.takeFirst()();
-}
-
-/// Keeps \a step for the end of the category load under way; false when there is none and the step may run at
-/// once.
-bool MainWindow::postponeDuringLoad(const std::function<void()> &step)
-{
-    if (categoryLoading)
-        postponedSteps.append(step);
-    return categoryLoading;
+    loadQueue.runLoad([this, type = std::move(type)] { loadCategory(type); });
 }
 
 void MainWindow::loadCategory(const QString &type)
@@ -92,18 +65,18 @@ void MainWindow::loadCategory(const QString &type)
     setResultActionsEnabled(true);
 }
 
-/// Takes all rows down and shows the tree's top again.
+/// Removes all rows and scrolls to the top.
 ///
-/// From where it stood, the scroll bar would be pushed back to the end of the next, shorter list, and its
-/// change ask for more batches of it.
+/// Otherwise the scroll bar would jump back to the end of the next, shorter list, and this change of its
+/// value would load further batches.
 void MainWindow::removeRows()
 {
     ui->treeDuplicates->verticalScrollBar()->setValue(0);
     ui->treeDuplicates->clear();
 }
 
-/// Has the group rows from row \a first on span all columns. Each call lays the tree out anew: it is made
-/// once for a batch, never for a row.
+/// Makes the group rows from row \a first on span all columns. Called once per batch, not per row: each call
+/// lays out the tree again.
 void MainWindow::spanGroupRows(int first)
 {
     for (int i = first; i < ui->treeDuplicates->topLevelItemCount(); ++i)
@@ -158,9 +131,10 @@ void MainWindow::loadNextBatch()
 
 void MainWindow::on_treeDuplicates_scroll()
 {
-    if (allBatchesLoaded || batchLoading || categoryLoading)
+    // During a load, the first batch may not be there yet: the page must not begin with the second one.
+    if (allBatchesLoaded || batchLoading || loadQueue.isLoading())
         return;
-    // Scroll steps minus pixels: odd, but it only decides how early the next batch comes.
+    // Kept deliberately: scroll steps minus pixels. It only decides how early the next batch comes.
     const QScrollBar *const bar = ui->treeDuplicates->verticalScrollBar();
     const int remaining = bar->maximum() - (ui->treeDuplicates->viewport()->height() + bar->value());
     if (remaining < 100)
@@ -169,8 +143,11 @@ void MainWindow::on_treeDuplicates_scroll()
 
 void MainWindow::refreshCurrentBatchUI()
 {
-    if (postponeDuringLoad([this] { refreshCurrentBatchUI(); }))
-        return;
+    loadQueue.runBetweenLoads([this] { showFirstBatch(); });
+}
+
+void MainWindow::showFirstBatch()
+{
     removeRows();
     const QList<DuplicateGroup *> list = groupsByCategory.value(currentCategory);
     const auto count = static_cast<qint32>(list.size());

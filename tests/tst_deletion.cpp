@@ -9,7 +9,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-const ShownBox nothingTicked{u"NOTE"_s, u"Please select the files you want to delete!"_s};
+const ShownBox nothingMarked{u"NOTE"_s, u"Please select the files you want to delete!"_s};
 const ShownBox nothingThere{u"NOTE"_s, u"There are no duplicate files to work with."_s};
 
 } // namespace
@@ -22,18 +22,18 @@ class tst_deletion : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void deletesWhatIsTickedAndNothingElse();
-    void asksForTicksWhenThereAreNone();
-    void takesNoTickOfAGroupRow();
+    void deletesWhatIsMarkedAndNothingElse();
+    void asksForMarksWhenThereAreNone();
+    void ignoresTheCheckOfAGroupRow();
     void removesAGroupOfTwo_data();
     void removesAGroupOfTwo();
     void leavesAGroupOfThreeOutOfFive();
-    void dropsTicksOfGroupsThatAreNotLoaded();
-    void deletesTheKeptCopyWhenItIsTicked();
+    void dropsMarksOfGroupsThatAreNotLoaded();
+    void deletesTheKeptCopyWhenItIsMarked();
     void countsWhatCannotBeDeleted();
     void leavesTotalsAlone();
     void hasNothingToDoInAnEmptyTree();
-    void neverTicksTheOnlyFile();
+    void neverMarksTheOnlyFile();
     void showsPlainInformationBoxes();
 };
 
@@ -42,7 +42,7 @@ void tst_deletion::init()
     renew();
 }
 
-void tst_deletion::deletesWhatIsTickedAndNothingElse()
+void tst_deletion::deletesWhatIsMarkedAndNothingElse()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     write({u"alone.txt"_s, u".hidden.txt"_s}, "content of its own");
@@ -53,30 +53,30 @@ void tst_deletion::deletesWhatIsTickedAndNothingElse()
     m_driver->tick(copies.at(1));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(before - filesOnDisk(), QSet<QString>{copies.at(1)});
-    // Nothing is ticked any more.
-    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingTicked});
+    // Nothing is marked any more.
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE((before - filesOnDisk()).size(), 1);
 }
 
-void tst_deletion::asksForTicksWhenThereAreNone()
+void tst_deletion::asksForMarksWhenThereAreNone()
 {
     writePairs(m_folder->path(), 3, u"jpg"_s);
     QVERIFY(scan());
     m_driver->click("btnUnselect");
     const QSet<QString> before = filesOnDisk();
     const QStringList titles = m_driver->groupTitles();
-    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingTicked});
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE(filesOnDisk(), before);
     QCOMPARE(m_driver->groupTitles(), titles);
 }
 
-void tst_deletion::takesNoTickOfAGroupRow()
+void tst_deletion::ignoresTheCheckOfAGroupRow()
 {
     writePairs(m_folder->path(), 1, u"jpg"_s);
     QVERIFY(scan());
     m_driver->tickAll(false);
     m_driver->tree()->topLevelItem(0)->setCheckState(0, Qt::Checked);
-    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingTicked});
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE(filesOnDisk().size(), 2);
 }
 
@@ -121,21 +121,21 @@ void tst_deletion::leavesAGroupOfThreeOutOfFive()
         m_driver->groupTitles(), QStringList(QFileInfo(shown.at(0)).fileName() + u"    7 B, 3 file(s)"_s));
 }
 
-void tst_deletion::dropsTicksOfGroupsThatAreNotLoaded()
+void tst_deletion::dropsMarksOfGroupsThatAreNotLoaded()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     const QSet<QString> before = filesOnDisk();
-    const QStringList ticked = m_driver->tickedPaths();
-    QCOMPARE(ticked.size(), 20);
+    const QStringList marked = m_driver->tickedPaths();
+    QCOMPARE(marked.size(), 20);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(20, 0)});
-    QCOMPARE(before - filesOnDisk(), toSet(ticked));
+    QCOMPARE(before - filesOnDisk(), toSet(marked));
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 25);
     QCOMPARE(m_driver->tickedPaths(), QStringList());
 }
 
-void tst_deletion::deletesTheKeptCopyWhenItIsTicked()
+void tst_deletion::deletesTheKeptCopyWhenItIsMarked()
 {
     write({u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());
@@ -183,7 +183,7 @@ void tst_deletion::hasNothingToDoInAnEmptyTree()
         QCOMPARE(m_driver->tree()->topLevelItemCount(), 0);
         QCOMPARE(m_driver->clickAndCloseBoxes("btnSelectAll"), QList<ShownBox>());
         QCOMPARE(m_driver->clickAndCloseBoxes("btnUnselect"), QList<ShownBox>{nothingThere});
-        QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingTicked});
+        QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
         if (round == 1)
             return;
         writePairs(m_folder->path(), 1, u"txt"_s);
@@ -192,7 +192,7 @@ void tst_deletion::hasNothingToDoInAnEmptyTree()
     }
 }
 
-void tst_deletion::neverTicksTheOnlyFile()
+void tst_deletion::neverMarksTheOnlyFile()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s}, "content");
     m_driver->setFolders({m_folder->path(), m_folder->path()});
@@ -200,10 +200,10 @@ void tst_deletion::neverTicksTheOnlyFile()
     QCOMPARE(m_driver->filePaths().size(), 4);
     m_driver->click("btnSelectAll");
     QCOMPARE(toSet(m_driver->tickedPaths()).size(), 1);
-    const QString ticked = m_driver->tickedPaths().first();
+    const QString marked = m_driver->tickedPaths().first();
     // The path stands there twice but can be deleted only once.
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
-    QCOMPARE(filesOnDisk(), toSet(copies) - QSet<QString>{ticked});
+    QCOMPARE(filesOnDisk(), toSet(copies) - QSet<QString>{marked});
     m_driver->click("btnSelectAll");
     QCOMPARE(m_driver->tickedPaths(), QStringList());
 }

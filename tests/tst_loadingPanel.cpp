@@ -32,7 +32,6 @@ private slots:
     void appearsOncePerWindow();
     void goesAwayWhenTheNextScanStarts();
     void tellsWhatIsHappening();
-    void locksTheButtonsUntilTheFirstRows();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -191,32 +190,6 @@ void tst_loadingPanel::tellsWhatIsHappening()
     QCOMPARE(m_driver->labelText("labelScanStatus"), u"Loading Complete"_s);
     m_driver->click("btnAudios");
     QCOMPARE(m_driver->labelText("labelScanStatus"), u"No duplicate files found."_s);
-}
-
-void tst_loadingPanel::locksTheButtonsUntilTheFirstRows()
-{
-    for (int scan = 0; scan < 2; ++scan) {
-        // Queued, so that it comes after the delivery and still well before the rows.
-        int rows = -1;
-        QList<bool> enabled;
-        const auto connection = connect(
-            m_driver->find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged, this,
-            [&](int page) {
-                if (page != 2)
-                    return;
-                rows = m_driver->tree()->topLevelItemCount();
-                for (const char *name : {"btnSelectAll", "btnUnselect", "btnRemoveSelected"})
-                    enabled.append(m_driver->find(name)->isEnabled());
-            },
-            Qt::QueuedConnection);
-        QVERIFY(m_driver->scan());
-        disconnect(connection);
-        QCOMPARE(rows, 0);
-        QCOMPARE(enabled, (QList<bool>{false, false, false}));
-        for (const char *name : {"btnSelectAll", "btnUnselect", "btnRemoveSelected"})
-            QVERIFY(m_driver->find(name)->isEnabled());
-        m_driver->click("btnBack");
-    }
 }
 
 QTEST_MAIN(tst_loadingPanel)

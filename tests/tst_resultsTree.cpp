@@ -32,10 +32,10 @@ private slots:
     void keepsPlaceholdersInNames();
     void buildsGroupRows();
     void buildsFileRows();
-    void sumsUpGroupAndTicks_data();
-    void sumsUpGroupAndTicks();
+    void sumsUpTheChecksOfAGroup_data();
+    void sumsUpTheChecksOfAGroup();
     void leavesVanishedFilesOut();
-    void ticksOnlyTheRowThatIsClicked();
+    void checksOnlyTheRowThatIsClicked();
     void totalsUpEveryFile();
 
     void showsAPlaceholderWhenThereIsNothing();
@@ -112,9 +112,9 @@ void tst_resultsTree::buildsFileRows()
         QFileInfo(paths.last()).lastModified().toString(u"yyyy-MM-dd hh:mm:ss"_s));
 }
 
-void tst_resultsTree::sumsUpGroupAndTicks_data()
+void tst_resultsTree::sumsUpTheChecksOfAGroup_data()
 {
-    QTest::addColumn<int>("ticked");
+    QTest::addColumn<int>("marked");
     QTest::addColumn<Qt::CheckState>("state");
     QTest::newRow("none") << 0 << Qt::Unchecked;
     QTest::newRow("one") << 1 << Qt::PartiallyChecked;
@@ -122,20 +122,20 @@ void tst_resultsTree::sumsUpGroupAndTicks_data()
     QTest::newRow("all") << 3 << Qt::Checked;
 }
 
-void tst_resultsTree::sumsUpGroupAndTicks()
+void tst_resultsTree::sumsUpTheChecksOfAGroup()
 {
-    QFETCH(const int, ticked);
+    QFETCH(const int, marked);
     QFETCH(const Qt::CheckState, state);
     const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     QVERIFY(scan());
     QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
     m_driver->tickAll(false);
-    for (const QString &each : paths.first(ticked))
+    for (const QString &each : paths.first(marked))
         m_driver->tick(each);
     m_driver->click("btnAll");
     QStringList shown = m_driver->tickedPaths();
     shown.sort();
-    QCOMPARE(shown, paths.first(ticked));
+    QCOMPARE(shown, paths.first(marked));
     QCOMPARE(group(0)->checkState(0), state);
 }
 
@@ -150,7 +150,7 @@ void tst_resultsTree::leavesVanishedFilesOut()
     QStringList shown = m_driver->filePaths();
     shown.sort();
     QCOMPARE(shown, (QStringList{paths.at(0), paths.at(2)}));
-    // Every row is ticked, but not every file of the group has one.
+    // Every row is checked, but not every file of the group has one.
     QCOMPARE(m_driver->tickedPaths().size(), 2);
     QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
     QVERIFY(QFile::remove(paths.at(0)) && QFile::remove(paths.at(2)));
@@ -160,7 +160,7 @@ void tst_resultsTree::leavesVanishedFilesOut()
     QCOMPARE(group(0)->checkState(0), Qt::Unchecked);
 }
 
-void tst_resultsTree::ticksOnlyTheRowThatIsClicked()
+void tst_resultsTree::checksOnlyTheRowThatIsClicked()
 {
     writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());

@@ -25,7 +25,7 @@ QString writeLaterThan(const QString &other, const QString &path, const QByteArr
 
 } // namespace
 
-/// Select All and Unselect, and what Delete makes of them: which files are ticked, shown or not.
+/// Select All and Unselect, and what Delete makes of them: which files are marked, shown or not.
 class tst_selection : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -35,10 +35,10 @@ private slots:
 
     void keepsTheOldestCopy();
     void keepsTheEarlierOfEquallyOldCopies();
-    void ticksEveryCategoryAndDeletesUnseen();
-    void unticksTheShownCategoryOnly();
-    void unticksGroupsThatAreNotLoaded();
-    void ticksGroupsThatAreNotLoaded();
+    void marksEveryCategoryAndDeletesUnseen();
+    void unmarksTheShownCategoryOnly();
+    void unmarksGroupsThatAreNotLoaded();
+    void marksGroupsThatAreNotLoaded();
     void keepsLoadedRowsOnUnselect();
     void goesBackToTheFirstRowsOnSelectAll();
 };
@@ -88,7 +88,7 @@ void tst_selection::keepsTheEarlierOfEquallyOldCopies()
     QCOMPARE(m_driver->tickedPaths(), (QStringList{first, third}));
 }
 
-void tst_selection::ticksEveryCategoryAndDeletesUnseen()
+void tst_selection::marksEveryCategoryAndDeletesUnseen()
 {
     for (const char *suffix : {"jpg", "mp4", "mp3", "txt", "zip", "xyz"})
         writePairs(m_folder->path(), 2, QLatin1StringView(suffix));
@@ -105,21 +105,21 @@ void tst_selection::ticksEveryCategoryAndDeletesUnseen()
     QCOMPARE(m_driver->groupTitles(), QStringList(u"No duplicate files"_s));
 }
 
-void tst_selection::unticksTheShownCategoryOnly()
+void tst_selection::unmarksTheShownCategoryOnly()
 {
     writePairs(m_folder->path(), 3, u"jpg"_s);
     writePairs(m_folder->path(), 2, u"mp4"_s);
     QVERIFY(scan());
-    const QStringList ticked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->tickedPaths();
     const QSet<QString> before = filesOnDisk();
     m_driver->click("btnVideos");
     m_driver->click("btnUnselect");
     QCOMPARE(m_driver->tickedPaths(), QStringList());
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(3, 0)});
-    QCOMPARE(before - filesOnDisk(), toSet(ticked.filter(u".jpg"_s)));
+    QCOMPARE(before - filesOnDisk(), toSet(marked.filter(u".jpg"_s)));
 }
 
-void tst_selection::unticksGroupsThatAreNotLoaded()
+void tst_selection::unmarksGroupsThatAreNotLoaded()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
@@ -129,17 +129,17 @@ void tst_selection::unticksGroupsThatAreNotLoaded()
     QCOMPARE(m_driver->tickedPaths(), QStringList());
 }
 
-void tst_selection::ticksGroupsThatAreNotLoaded()
+void tst_selection::marksGroupsThatAreNotLoaded()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     m_driver->loadAllBatches();
-    const QStringList ticked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->tickedPaths();
     m_driver->click("btnUnselect");
     m_driver->click("btnSelectAll");
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), ticked);
-    QCOMPARE(ticked.size(), 45);
+    QCOMPARE(m_driver->tickedPaths(), marked);
+    QCOMPARE(marked.size(), 45);
 }
 
 void tst_selection::keepsLoadedRowsOnUnselect()
