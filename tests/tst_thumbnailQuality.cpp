@@ -1,0 +1,106 @@
+#include "results/Thumbnail.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+/// Vertical lines of one pixel, black and white in turn.
+QImage stripes(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixelColor(x, y, x % 2 == 0 ? Qt::black : Qt::white);
+    }
+    return image;
+}
+
+/// Rings that get narrower towards the edge: coarse and fine detail in every direction.
+QImage rings(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    const QPointF centre(size.width() / 2.0, size.height() / 2.0);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const QPointF offset = (QPointF(x, y) - centre) * 40 / size.width();
+            const int grey = qRound(127.5 + 127.5 * std::cos(QPointF::dotProduct(offset, offset) / 20));
+            image.setPixelColor(x, y, QColor(grey, grey, grey));
+        }
+    }
+    return image;
+}
+
+/// The mean difference of two pictures of the same size, per pixel, in grey levels.
+double meanDifference(const QImage &first, const QImage &second)
+{
+    qint64 sum = 0;
+    for (int y = 0; y < first.height(); ++y) {
+        for (int x = 0; x < first.width(); ++x)
+            sum += std::abs(qGray(first.pixel(x, y)) - qGray(second.pixel(x, y)));
+    }
+    return static_cast<double>(sum) / (first.width() * first.height());
+}
+
+} // namespace
+
+/// How good the small pictures of the file rows look.
+class tst_thumbnailQuality : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void mixesNeighbouringPixels_data();
+    void mixesNeighbouringPixels();
+    void keepsTheDetailOfTheWholePicture_data();
+    void keepsTheDetailOfTheWholePicture();
+};
+
+void tst_thumbnailQuality::mixesNeighbouringPixels_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::newRow("png") << QByteArray("png");
+    QTest::newRow("bmp") << QByteArray("bmp");
+}
+
+void tst_thumbnailQuality::mixesNeighbouringPixels()
+{
+    QFETCH(const QByteArray, format);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("x"));
+    QVERIFY(stripes({128, 128}).save(path, format.constData()));
+    const QImage thumbnail = loadThumbnail(path).toImage();
+    for (int x = 0; x < thumbnail.width(); ++x)
+        QVERIFY(std::abs(qGray(thumbnail.pixel(x, 16)) - 128) < 40);
+}
+
+void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QSize>("size");
+    for (const char *const format : {"png", "jpg", "bmp"}) {
+        for (const QSize size : {QSize(1000, 1000), QSize(700, 500), QSize(400, 300), QSize(150, 200)})
+            QTest::addRow("%d x %d %s", size.width(), size.height(), format) << QByteArray(format) << size;
+    }
+}
+
+/// Decoding at a reduced size may blur the picture a little, but not visibly.
+void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture()
+{
+    QFETCH(const QByteArray, format);
+    QFETCH(const QSize, size);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("x"));
+    QVERIFY(rings(size).save(path, format.constData()));
+    const QImage wholePicture = QImage(path).scaled(32, 32, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const double difference = meanDifference(loadThumbnail(path).toImage(), wholePicture);
+    // Below 5 at four times the thumbnail's size, 11 to 18 at once or twice its size.
+    QVERIFY2(difference < 7, qPrintable(QString::number(difference)));
+}
+
+QTEST_MAIN(tst_thumbnailQuality)
+#include "tst_thumbnailQuality.moc"
