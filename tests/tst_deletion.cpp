@@ -5,6 +5,8 @@
 #include <QMessageBox>
 #include <QTest>
 
+#include <filesystem>
+
 using Qt::StringLiterals::operator""_s;
 
 namespace {
@@ -25,6 +27,7 @@ private slots:
     void deletesWhatIsMarkedAndNothingElse();
     void asksForMarksWhenThereAreNone();
     void ignoresTheCheckOfAGroupRow();
+    void deletesForGood();
     void removesAGroupOfTwo_data();
     void removesAGroupOfTwo();
     void leavesAGroupOfThreeOutOfFive();
@@ -78,6 +81,20 @@ void tst_deletion::ignoresTheCheckOfAGroupRow()
     m_driver->tree()->topLevelItem(0)->setCheckState(0, Qt::Checked);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE(filesOnDisk().size(), 2);
+}
+
+/// In a trash folder the file would go on taking its space.
+void tst_deletion::deletesForGood()
+{
+    const QStringList copies = write({u"a.txt"_s, u"b.txt"_s}, "content");
+    const QTemporaryDir elsewhere;
+    const std::filesystem::path otherName(elsewhere.filePath(u"c.txt"_s).toStdU16String());
+    std::filesystem::create_hard_link(copies.at(1).toStdU16String(), otherName);
+    QVERIFY(scan());
+    m_driver->tickAll(false);
+    m_driver->tick(copies.at(1));
+    QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
+    QCOMPARE(std::filesystem::hard_link_count(otherName), 1U);
 }
 
 void tst_deletion::removesAGroupOfTwo_data()
