@@ -136,9 +136,9 @@ void RandomUser::step()
     else if (dice < 40)
         scroll();
     else if (dice < 58)
-        tickSomeFiles();
+        checkSomeFiles();
     else if (dice < 64)
-        tickGroup();
+        checkGroup();
     else if (dice < 72)
         selectAll();
     else if (dice < 78)
@@ -178,30 +178,30 @@ void RandomUser::scroll()
         m_model.loadNextBatch();
 }
 
-void RandomUser::tickSomeFiles()
+void RandomUser::checkSomeFiles()
 {
     for (int n = below(4); m_model.rowCount() > 0 && n >= 0; --n) {
         const int group = below(m_model.rowCount());
         if (m_model.fileRowCount(group) == 0)
             continue;
         const int file = below(m_model.fileRowCount(group));
-        const bool ticked = below(3) > 0;
+        const bool checked = below(3) > 0;
         QTreeWidgetItem *const row = m_driver.tree()->topLevelItem(group)->child(file);
-        m_log.append((ticked ? u"tick "_s : u"untick "_s) + row->text(0));
-        row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
-        m_model.tickFileRow(group, file, ticked);
+        m_log.append((checked ? u"check "_s : u"uncheck "_s) + row->text(0));
+        row->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
+        m_model.checkFileRow(group, file, checked);
     }
 }
 
-void RandomUser::tickGroup()
+void RandomUser::checkGroup()
 {
     if (m_model.rowCount() == 0)
         return;
     const int group = below(m_model.rowCount());
-    const bool ticked = below(2);
-    m_log.append(u"%1 group row %2"_s.arg(ticked ? u"tick"_s : u"untick"_s).arg(group));
-    m_driver.tree()->topLevelItem(group)->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
-    m_model.tickGroupRow(group, ticked);
+    const bool checked = below(2);
+    m_log.append(u"%1 group row %2"_s.arg(checked ? u"check"_s : u"uncheck"_s).arg(group));
+    m_driver.tree()->topLevelItem(group)->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
+    m_model.checkGroupRow(group, checked);
 }
 
 void RandomUser::selectAll()

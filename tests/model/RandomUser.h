@@ -61,8 +61,8 @@ private:
     void step();
     void clickCategory();
     void scroll();
-    void tickSomeFiles();
-    void tickGroup();
+    void checkSomeFiles();
+    void checkGroup();
     void selectAll();
     void unselect();
     void removeSelected();

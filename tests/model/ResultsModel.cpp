@@ -66,9 +66,9 @@ QString groupLine(const QString &title, Qt::CheckState state, const QString &loa
     return u"%1 [%2] {%3}"_s.arg(title, QString::number(state), loadedUnder);
 }
 
-QString fileLine(const QString &path, const QString &size, const QString &time, bool ticked)
+QString fileLine(const QString &path, const QString &size, const QString &time, bool checked)
 {
-    return u"    %1 %2 | %3 | %4"_s.arg(QString(ticked ? u'x' : u'_'), path, size, time);
+    return u"    %1 %2 | %3 | %4"_s.arg(QString(checked ? u'x' : u'_'), path, size, time);
 }
 
 QString stateLine(
@@ -126,7 +126,7 @@ void ResultsModel::deliver(const QStringList &collected)
 
 void ResultsModel::showCategory(const QString &key)
 {
-    saveTicks();
+    saveMarks();
     load(key);
     m_selectedKey = key;
 }
@@ -164,18 +164,18 @@ void ResultsModel::appendRow(const Group &group, const QString &loadedUnder)
     row.title =
         u"%1    %2, %3 file(s)"_s.arg(group.name, sizeText(group.size), QString::number(group.files.size()));
     row.loadedUnder = loadedUnder;
-    qsizetype ticked = 0;
+    qsizetype checked = 0;
     for (const QString &path : group.files) {
         const QFileInfo file(path);
         if (!file.exists())
             continue;
         row.files.append({path, QString::number(file.size() / 1024) + u" KB"_s,
             file.lastModified().toString(u"yyyy-MM-dd hh:mm:ss"_s), group.marked.contains(path)});
-        ticked += group.marked.contains(path) ? 1 : 0;
+        checked += group.marked.contains(path) ? 1 : 0;
     }
-    row.state = ticked == 0                    ? Qt::Unchecked
-                : ticked == group.files.size() ? Qt::Checked
-                                               : Qt::PartiallyChecked;
+    row.state = checked == 0                    ? Qt::Unchecked
+                : checked == group.files.size() ? Qt::Checked
+                                                : Qt::PartiallyChecked;
     m_rows.append(row);
 }
 
@@ -187,7 +187,7 @@ void ResultsModel::refresh()
         appendRow(m_groups.at(i), QString());
 }
 
-void ResultsModel::saveTicks()
+void ResultsModel::saveMarks()
 {
     const QList<qsizetype> list = listOf(m_shown);
     for (qsizetype i = 0; i < list.size(); ++i) {
@@ -196,7 +196,7 @@ void ResultsModel::saveTicks()
         if (i >= m_rows.size())
             continue;
         for (const FileRow &file : m_rows.at(i).files) {
-            if (file.ticked)
+            if (file.checked)
                 group.marked.insert(file.path);
         }
         for (Group &other : m_groups) {
@@ -224,14 +224,14 @@ QList<ShownBox> ResultsModel::unselect()
     for (GroupRow &row : m_rows) {
         row.state = Qt::Unchecked;
         for (FileRow &file : row.files)
-            file.ticked = false;
+            file.checked = false;
     }
     return {};
 }
 
 QList<ShownBox> ResultsModel::removeSelected()
 {
-    saveTicks();
+    saveMarks();
     int deleted = 0;
     int failed = 0;
     QList<Group> left;
@@ -253,14 +253,14 @@ QList<ShownBox> ResultsModel::removeSelected()
                                          QString::number(deleted), QString::number(failed))}};
 }
 
-void ResultsModel::tickFileRow(qsizetype group, qsizetype file, bool ticked)
+void ResultsModel::checkFileRow(qsizetype group, qsizetype file, bool checked)
 {
-    m_rows[group].files[file].ticked = ticked;
+    m_rows[group].files[file].checked = checked;
 }
 
-void ResultsModel::tickGroupRow(qsizetype group, bool ticked)
+void ResultsModel::checkGroupRow(qsizetype group, bool checked)
 {
-    m_rows[group].state = ticked ? Qt::Checked : Qt::Unchecked;
+    m_rows[group].state = checked ? Qt::Checked : Qt::Unchecked;
 }
 
 /// Indices of the groups of a category.
@@ -282,7 +282,7 @@ QStringList ResultsModel::describe() const
     for (const GroupRow &row : m_rows) {
         lines.append(groupLine(row.title, row.state, row.loadedUnder));
         for (const FileRow &file : row.files)
-            lines.append(fileLine(file.path, file.size, file.time, file.ticked));
+            lines.append(fileLine(file.path, file.size, file.time, file.checked));
     }
     lines.append(stateLine(m_actionsEnabled, m_selectedKey, m_totals, m_status));
     return lines;

@@ -33,8 +33,8 @@ public:
     [[nodiscard]] QList<ShownBox> unselect();
     /// Expects the deletion on the disk too.
     [[nodiscard]] QList<ShownBox> removeSelected();
-    void tickFileRow(qsizetype group, qsizetype file, bool ticked);
-    void tickGroupRow(qsizetype group, bool ticked);
+    void checkFileRow(qsizetype group, qsizetype file, bool checked);
+    void checkGroupRow(qsizetype group, bool checked);
 
     [[nodiscard]] bool actionsEnabled() const
     {
@@ -70,7 +70,7 @@ private:
         QString path;
         QString size;
         QString time;
-        bool ticked = false;
+        bool checked = false;
     };
     struct GroupRow
     {
@@ -83,7 +83,7 @@ private:
     [[nodiscard]] QByteArray fingerprint(const QString &path) const;
     [[nodiscard]] QList<QStringList> copies(const QStringList &collected) const;
     [[nodiscard]] QList<qsizetype> listOf(const QString &key) const;
-    void saveTicks();
+    void saveMarks();
     void appendRow(const Group &group, const QString &loadedUnder);
     void refresh();
     void load(const QString &key);
