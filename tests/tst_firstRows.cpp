@@ -1,8 +1,8 @@
 #include "tests/support/DuplicateFiles.h"
+#include "tests/support/LoadingPanelEvents.h"
 #include "tests/support/PoolGate.h"
-#include "tests/support/WindowDriver.h"
+#include "tests/support/ScannedFolder.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <array>
@@ -24,13 +24,12 @@ constexpr std::array actionButtons{"btnSelectAll", "btnUnselect", "btnRemoveSele
 } // namespace
 
 /// The results page from the delivery of a result until its first rows are there.
-class tst_firstRows : public QObject
+class tst_firstRows : public QObject, private ScannedFolder
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void cleanup();
 
     void comeAfterATenthOfASecond();
     void unlockTheButtonsInEveryScan();
@@ -58,22 +57,13 @@ private:
         }
         return result;
     }
-
-    QScopedPointer<QTemporaryDir> m_folder;
-    QScopedPointer<WindowDriver> m_driver;
 };
 
 void tst_firstRows::init()
 {
-    m_folder.reset(new QTemporaryDir);
+    renew();
     writePairs(m_folder->path(), pairs, u"txt"_s);
-    m_driver.reset(new WindowDriver);
     m_driver->setFolders({m_folder->path()});
-}
-
-void tst_firstRows::cleanup()
-{
-    m_driver.reset();
 }
 
 void tst_firstRows::afterDelivery(const std::function<void()> &action)
@@ -109,20 +99,26 @@ void tst_firstRows::verifyThePageIsFilled()
 
 void tst_firstRows::comeAfterATenthOfASecond()
 {
-    int rowsBefore = -1;
-    int rowsAfter = -1;
-    const auto rows = [this] { return m_driver->tree()->topLevelItemCount(); };
     // Timers expire in the order of their times, however slow the machine is.
+    QStringList order;
+    const auto noteAfter = [this, &order](std::chrono::milliseconds time) {
+        QTimer::singleShot(
+            time, Qt::PreciseTimer, this, [&order, time] { order.append(QString::number(time.count())); });
+    };
     connect(m_driver->find<QStackedWidget>("stackedWidget"), &QStackedWidget::currentChanged, this,
-        [&](int page) {
+        [&noteAfter](int page) {
             if (page == resultsPage)
-                QTimer::singleShot(90ms, Qt::PreciseTimer, this, [&] { rowsBefore = rows(); });
+                noteAfter(90ms);
         });
-    afterDelivery([&] { QTimer::singleShot(110ms, Qt::PreciseTimer, this, [&] { rowsAfter = rows(); }); });
+    afterDelivery([&noteAfter] { noteAfter(110ms); });
+    LoadingPanelEvents events(&m_driver->window());
+    events.onClosed = [&order] { order.append(u"load"_s); };
     m_driver->click("btnStartScan");
-    QTRY_VERIFY_WITH_TIMEOUT(rowsAfter >= 0, 30'000);
-    QCOMPARE(rowsBefore, 0);
-    QCOMPARE(rowsAfter, 20);
+    QTRY_VERIFY_WITH_TIMEOUT(order.contains(u"110"_s), 30'000);
+    // The load closes the panel at its start and again at its end.
+    order.removeDuplicates();
+    QCOMPARE(order, (QStringList{u"90"_s, u"load"_s, u"110"_s}));
+    QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
 }
 
 void tst_firstRows::unlockTheButtonsInEveryScan()
