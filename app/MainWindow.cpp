@@ -14,8 +14,6 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <functional>
-
 // Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker
 // leaves the pictures of a static library out.
 static void initResources()
@@ -137,7 +135,7 @@ void MainWindow::installCentralContainer(QWidget *topBar)
 void MainWindow::connectResultsPage()
 {
     thumbnails = new ThumbnailQueue(ui->treeDuplicates);
-    const auto connectAction = [this](QPushButton *button, const std::function<void()> &action) {
+    const auto connectAction = [this](QPushButton *button, const LoadQueue::Step &action) {
         connect(button, &QPushButton::clicked, this, [this, action] { loadQueue.runBetweenLoads(action); });
     };
     connectAction(ui->btnSelectAll, [this] { selectAllGroups(); });
