@@ -85,6 +85,7 @@ private slots:
     void sharesMarksBetweenGroupsWithTheSameFiles();
     void lastOfTheRowsWithTheSameFilesDecides();
     void sharesNothingWhenFilesAreInAnotherOrder();
+    void sharesNothingWhenOnlyTheFirstFileIsTheSame();
     void dropsSharedMarksWithoutRow();
     void isTheSameAsThePlainWay();
 };
@@ -149,6 +150,13 @@ void tst_groupMarks::sharesNothingWhenFilesAreInAnotherOrder()
     QCOMPARE(marks(groups), words("b+ b+ a+ a+"));
     saveMarks(groups, pointersTo(groups, {0}), {paths("")});
     QCOMPARE(marks(groups), words(" b+ a+ a+"));
+}
+
+void tst_groupMarks::sharesNothingWhenOnlyTheFirstFileIsTheSame()
+{
+    QList<DuplicateGroup> groups{group("ab", "a"), group("ac", "c")};
+    saveMarks(groups, pointersTo(groups, {0}), {paths("b")});
+    QCOMPARE(marks(groups), words("b+ c+"));
 }
 
 /// A group without row takes over whether there are marks, and drops the marks themselves.
