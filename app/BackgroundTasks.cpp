@@ -32,10 +32,11 @@ std::function<bool()> BackgroundTasks::abandoned() const
     return [state = m_state] { return state->abandoned.load(std::memory_order_relaxed); };
 }
 
-void BackgroundTasks::finish()
+bool BackgroundTasks::finish(QDeadlineTimer deadline)
 {
     m_state->abandoned = true;
     // Not std::atomic's own wait(): MinGW's library (GCC 12) can sleep through the wake-up for ever.
-    while (m_state->running > 0)
+    while (m_state->running > 0 && !deadline.hasExpired())
         QThread::msleep(1);
+    return m_state->running == 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QDeadlineTimer>
 
 #include <atomic>
 #include <functional>
@@ -23,8 +23,8 @@ public:
     /// A question a task may ask from any thread, for as long as it runs: whether its owner is going away.
     [[nodiscard]] std::function<bool()> abandoned() const;
 
-    /// What the destructor does, for an owner with things to take down afterwards.
-    void finish();
+    /// Asks the running tasks to give up and waits for them; false if one still runs at the deadline.
+    bool finish(QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
 
 private:
     struct State

@@ -68,6 +68,11 @@ MainWindow::~MainWindow()
     delete ui;
 }
 
+bool MainWindow::finishTasks(QDeadlineTimer deadline)
+{
+    return tasks.finish(deadline);
+}
+
 /// Has the scan page's pictures scaled before they are needed.
 ///
 /// A label scales its picture when it is first painted, and Qt spreads the scaling of a large one over the

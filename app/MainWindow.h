@@ -5,6 +5,7 @@
 #include "results/LoadQueue.h"
 #include "scan/ScanOptions.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QList>
 #include <QMainWindow>
@@ -37,6 +38,9 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     /// Ends the running tasks early and waits for them; they hold a pointer to the window.
     ~MainWindow() override;
+
+    /// Ends the running tasks early and waits for them; false if one still runs at the deadline.
+    [[nodiscard]] bool finishTasks(QDeadlineTimer deadline);
 
 protected:
     void showEvent(QShowEvent *event) override;

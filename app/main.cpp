@@ -1,4 +1,5 @@
 #include "app/MainWindow.h"
+#include "app/ProgramEnd.h"
 
 #include <QApplication>
 
@@ -7,5 +8,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     MainWindow window;
     window.show();
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    finishTasksOrEndProcess(window, exitCode);
+    return exitCode;
 }

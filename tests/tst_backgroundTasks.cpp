@@ -32,6 +32,7 @@ private slots:
     void runsATaskOnThePool();
     void finishWaitsForTheRunningTask();
     void destructorWaitsForTheRunningTasks();
+    void finishGivesUpAtTheDeadline();
     void finishIsSeenByTheTasks();
     void skipsATaskThatNeverStarted_data();
     void skipsATaskThatNeverStarted();
@@ -88,6 +89,23 @@ void tst_backgroundTasks::destructorWaitsForTheRunningTasks()
         QVERIFY(started.tryAcquire(3, patience));
     }
     QCOMPARE(done.load(), 3);
+}
+
+void tst_backgroundTasks::finishGivesUpAtTheDeadline()
+{
+    BackgroundTasks tasks;
+    QSemaphore started;
+    QSemaphore mayEnd;
+    tasks.start([&] {
+        started.release();
+        mayEnd.acquire();
+    });
+    QVERIFY(started.tryAcquire(1, patience));
+    const bool finishedEarly = tasks.finish(QDeadlineTimer(10));
+    mayEnd.release();
+    QVERIFY(!finishedEarly);
+    QVERIFY(tasks.abandoned()());
+    QVERIFY(tasks.finish(QDeadlineTimer(patience)));
 }
 
 /// The task ends by nothing else: unseen, it hangs and the program is aborted.

@@ -16,6 +16,28 @@ constexpr int folders = 40;
 constexpr int filesPerFolder = 500;
 constexpr int patienceMilliseconds = 120'000;
 constexpr int closingMilliseconds = 2000 * slowdown;
+/// Two seconds for the tasks, and time for a busy machine to start and end a process.
+constexpr int hungClosingMilliseconds = 20'000 * slowdown;
+
+/// What the program writes when it ends without a task that the system holds.
+constexpr QByteArrayView endsWithoutWaiting("ends without waiting");
+
+/// The environment of a program that writes its messages to the standard error output on every system.
+QProcessEnvironment environmentWithMessages()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_FORCE_STDERR_LOGGING"_s, u"1"_s);
+    return environment;
+}
+
+/// Waits until \a program says that it closes its window; false if it ends without.
+bool waitForClosing(QProcess &program)
+{
+    QByteArray output;
+    while (!output.contains("closing") && program.waitForReadyRead(patienceMilliseconds))
+        output += program.readAllStandardOutput();
+    return output.trimmed() == "closing";
+}
 
 } // namespace
 
@@ -28,6 +50,8 @@ private slots:
     void initTestCase();
     void endsTheProcess_data();
     void endsTheProcess();
+    void endsAlthoughTheDiskHangs_data();
+    void endsAlthoughTheDiskHangs();
 
 private:
     QTemporaryDir m_folder;
@@ -69,20 +93,57 @@ void tst_closingTheProgram::endsTheProcess()
     QFETCH(const QString, from);
     QFETCH(const int, delay);
     QProcess program;
-    program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    program.setProcessEnvironment(environmentWithMessages());
     const QString scanned = from == u"results"_s ? m_folder.filePath(u"0"_s) : m_folder.path();
     program.start(
         QStringLiteral(SCAN_AND_CLOSE), {scanned, QString::number(times), from, QString::number(delay)});
-    QByteArray output;
-    while (!output.contains("closing") && program.waitForReadyRead(patienceMilliseconds))
-        output += program.readAllStandardOutput();
-    QCOMPARE(output.trimmed(), "closing");
+    QVERIFY(waitForClosing(program));
     QElapsedTimer closing;
     closing.start();
     QVERIFY2(program.waitForFinished(closingMilliseconds), "still there");
     qInfo("gone after %lld ms", static_cast<long long>(closing.elapsed()));
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(program.exitCode(), 0);
+    const QByteArray messages = program.readAllStandardError();
+    QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, messages);
+    QVERIFY2(!messages.contains(endsWithoutWaiting), messages);
+}
+
+void tst_closingTheProgram::endsAlthoughTheDiskHangs_data()
+{
+    QTest::addColumn<QString>("hangingName");
+    QTest::newRow("when it lists a folder") << u"silent folder"_s;
+    QTest::newRow("when it opens a file") << u"silent file"_s;
+}
+
+/// A thread that waits for such a disk cannot be ended: neither its task nor its process would ever return.
+void tst_closingTheProgram::endsAlthoughTheDiskHangs()
+{
+#ifdef HANGING_DISK
+    QFETCH(const QString, hangingName);
+    const QTemporaryDir folder;
+    writeFile(folder.filePath(u"scanned/silent folder/a"_s), "content");
+    writeFile(folder.filePath(u"scanned/silent file"_s), "content");
+    const QString reached = folder.filePath(u"reached"_s);
+    QProcess program;
+    QProcessEnvironment environment = environmentWithMessages();
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(HANGING_DISK));
+    environment.insert(u"QUILLORY_HANGING_NAME"_s, hangingName);
+    environment.insert(u"QUILLORY_HANG_REACHED"_s, reached);
+    // AddressSanitizer wants to be the first library otherwise.
+    environment.insert(
+        u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(SCAN_AND_CLOSE), {folder.filePath(u"scanned"_s), u"1"_s, reached, u"0"_s});
+    QVERIFY(waitForClosing(program));
+    QElapsedTimer closing;
+    closing.start();
+    QVERIFY2(program.waitForFinished(hungClosingMilliseconds), "still there");
+    qInfo("gone after %lld ms", static_cast<long long>(closing.elapsed()));
+    const QByteArray messages = program.readAllStandardError();
+    QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, messages);
+    QVERIFY2(messages.contains(endsWithoutWaiting), messages);
+#else
+    QSKIP("Nothing can be preloaded here");
+#endif
 }
 
 QTEST_MAIN(tst_closingTheProgram)

@@ -1,7 +1,9 @@
+#include "app/ProgramEnd.h"
 #include "tests/support/QuietMessages.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QApplication>
+#include <QFile>
 
 #include <cstdio>
 
@@ -19,13 +21,13 @@ void closeWindow(WindowDriver &driver)
 
 } // namespace
 
-/// The program, but with a hand on its window that scans a folder and closes the window again:
+/// The program, which scans a folder and closes its window by itself:
 ///
-///     scan_and_close FOLDER TIMES start|analysis|results MILLISECONDS
+///     scan_and_close FOLDER TIMES start|analysis|results|FILE MILLISECONDS
 ///
 /// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that, after the
-/// analysis has begun or after the results page has come up. Writes "closing" to the standard output at that
-/// moment.
+/// analysis has begun, after the results page has come up or after FILE has come into being. Writes "closing"
+/// to the standard output at that moment.
 int main(int argc, char *argv[])
 {
     const QApplication application(argc, argv);
@@ -41,7 +43,7 @@ int main(int argc, char *argv[])
     const auto begun = [&driver, from = arguments.at(3)] {
         return (from == u"results"_s && driver.page() == u"duplicatespage"_s) ||
                (from == u"analysis"_s && driver.labelText("labelCurrentFile") == u"Analyzing..."_s) ||
-               from == u"start"_s;
+               from == u"start"_s || QFile::exists(from);
     };
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&poll, begun, closeInTime] {
@@ -52,5 +54,7 @@ int main(int argc, char *argv[])
     });
     poll.start(1);
     QTimer::singleShot(0, &driver.window(), [&driver] { driver.click("btnStartScan"); });
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    finishTasksOrEndProcess(driver.window(), exitCode);
+    return exitCode;
 }

@@ -1,0 +1,77 @@
+// Preloaded into a program: a disk that never answers when the file or folder is opened whose name the
+// environment gives, like a network drive whose server is gone.
+
+#include <cstdarg>
+#include <cstdlib>
+#include <string_view>
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+const char *variable(const char *name)
+{
+    const char *const value = std::getenv(name);
+    return value ? value : "";
+}
+
+/// Never returns if \a path has the name that does not answer. Creates a file to say that it was reached.
+void answerOrHang(const char *path)
+{
+    const std::string_view hangingName = variable("QUILLORY_HANGING_NAME");
+    const std::string_view opened = path;
+    if (hangingName.empty() || opened.substr(opened.rfind('/') + 1) != hangingName)
+        return;
+    ::syscall(SYS_openat, AT_FDCWD, variable("QUILLORY_HANG_REACHED"), O_CREAT | O_WRONLY, S_IRUSR);
+    while (true)
+        ::pause();
+}
+
+/// The function that the one with this \a name here stands in front of.
+template <typename Function>
+Function next(const char *name)
+{
+    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+}
+
+int openOrHang(const char *function, const char *path, int flags, va_list arguments)
+{
+    answerOrHang(path);
+    const bool hasMode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    const mode_t mode = hasMode ? va_arg(arguments, mode_t) : 0;
+    return next<int (*)(const char *, int, ...)>(function)(path, flags, mode);
+}
+
+} // namespace
+
+extern "C" {
+
+DIR *opendir(const char *path)
+{
+    answerOrHang(path);
+    return next<DIR *(*)(const char *)>("opendir")(path);
+}
+
+int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const int descriptor = openOrHang("open", path, flags, arguments);
+    va_end(arguments);
+    return descriptor;
+}
+
+int open64(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const int descriptor = openOrHang("open64", path, flags, arguments);
+    va_end(arguments);
+    return descriptor;
+}
+}
