@@ -20,6 +20,7 @@ class QTimer;
 class QToolButton;
 class QTreeWidgetItem;
 class ThumbnailQueue;
+struct Volume;
 
 namespace Ui {
 class MainWindow;
@@ -66,7 +67,8 @@ private:
 
     // ScanFolderList.cpp
     void populateScanFolders();
-    void addVolumeRow(const QString &rootPath, bool readOnly);
+    void listVolumes(const QList<Volume> &volumes);
+    void addVolumeRow(const Volume &volume);
     void addFolder();
     void appendFolderRow(QWidget *row, int height, const QString &path, QPushButton *deleteButton);
     [[nodiscard]] QWidget *folderRowButton(int row) const;

@@ -1,34 +1,39 @@
 #include "app/MainWindow.h"
 
 #include "app/StyleSheets.h"
+#include "app/Volume.h"
 #include "ui_MainWindow.h"
 
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QHBoxLayout>
-#include <QStorageInfo>
 
 // A row's path is the text of its first label: the list is the only store of the places to scan.
 
 void MainWindow::populateScanFolders()
 {
+    listVolumes(mountedVolumes());
+}
+
+/// Replaces the list by a row for each of \a volumes that has a medium.
+void MainWindow::listVolumes(const QList<Volume> &volumes)
+{
     ui->listScanFolders->setSpacing(6);
     ui->listScanFolders->clear();
-    const QList<QStorageInfo> volumes = QStorageInfo::mountedVolumes();
-    for (const QStorageInfo &volume : volumes) {
-        if (volume.isValid() && volume.isReady() && !volume.rootPath().isEmpty())
-            addVolumeRow(volume.rootPath(), volume.isReadOnly());
+    for (const Volume &volume : volumes) {
+        if (isListed(volume))
+            addVolumeRow(volume);
     }
     ui->listScanFolders->clearSelection();
     ui->listScanFolders->setCurrentRow(-1);
 }
 
-void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
+void MainWindow::addVolumeRow(const Volume &volume)
 {
     auto *const row = new QWidget(this);
     // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the
     // same.
-    auto *const pathHolder = new QLabel(rootPath, row);
+    auto *const pathHolder = new QLabel(volume.rootPath, row);
     pathHolder->setTextFormat(Qt::PlainText);
     pathHolder->move(16, 14);
     pathHolder->hide();
@@ -37,14 +42,14 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     layout->setContentsMargins(5, 2, 5, 2);
     layout->setSpacing(10);
     auto *const icon = new QLabel(row);
-    icon->setPixmap(QFileIconProvider().icon(QFileInfo(rootPath)).pixmap(24, 24));
+    icon->setPixmap(QFileIconProvider().icon(QFileInfo(volume.rootPath)).pixmap(24, 24));
     layout->addWidget(icon);
-    auto *const name = new QLabel(rootPath, row);
+    auto *const name = new QLabel(volume.rootPath, row);
     name->setTextFormat(Qt::PlainText);
     name->setStyleSheet(StyleSheets::folderName);
     layout->addWidget(name);
     auto *const lock = new QLabel(row);
-    if (readOnly) {
+    if (volume.isReadOnly) {
         lock->setPixmap(QPixmap(QStringLiteral(":/icons/lock.png")).scaled(16, 16));
         lock->setAccessibleName(tr("Read-only"));
         lock->setAccessibleDescription(tr("Files on this volume cannot be deleted"));
@@ -58,7 +63,7 @@ void MainWindow::addVolumeRow(const QString &rootPath, bool readOnly)
     deleteButton->setStyleSheet(StyleSheets::borderless);
     layout->addWidget(deleteButton);
 
-    appendFolderRow(row, 45, rootPath, deleteButton);
+    appendFolderRow(row, 45, volume.rootPath, deleteButton);
 }
 
 void MainWindow::addFolder()

@@ -3,6 +3,7 @@
 #include "scan/FileCategories.h"
 #include "scan/FileCount.h"
 #include "scan/ReadAheadWalk.h"
+#include "scan/ScanProgress.h"
 #include "scan/SkipRules.h"
 
 #include <QElapsedTimer>
@@ -12,41 +13,6 @@ std::atomic<qint32> scannedFileCount{0};
 std::atomic<qint32> acceptedFileCount{0};
 std::atomic<qint32> lastReportedCount{0};
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
-
-namespace {
-
-constexpr qint32 reportEveryFiles = 100;
-constexpr qint64 reportEveryMilliseconds = 800;
-
-/// Decides when a progress report is due.
-class ReportThrottle
-{
-public:
-    ReportThrottle()
-    {
-        m_sinceReport.start();
-    }
-
-    bool isDue(qint32 scanned)
-    {
-        if (scanned - lastReportedCount < reportEveryFiles &&
-            m_sinceReport.elapsed() < reportEveryMilliseconds)
-            return false;
-        lastReportedCount = scanned;
-        m_sinceReport.restart();
-        return true;
-    }
-
-private:
-    QElapsedTimer m_sinceReport;
-};
-
-int percentOf(qint32 scanned, qint32 total)
-{
-    return total > 0 ? static_cast<int>(qint64(scanned) * 100 / total) : 0;
-}
-
-} // namespace
 
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks)
@@ -60,7 +26,9 @@ QStringList collectFiles(
     // What takes files without a suffix takes all, and a suffix is dearer to come by than it looks.
     const bool takesAll = collectionAccepts(QString(), options.fileTypes);
     SkipRules rules(options, folders);
-    ReportThrottle throttle;
+    ReportThrottle throttle(lastReportedCount);
+    QElapsedTimer clock;
+    clock.start();
     ReadAheadWalk files(folders, callbacks.abandoned);
     while (const std::optional<QString> path = files.next()) {
         if (rules.skip(*path))
@@ -70,8 +38,8 @@ QStringList collectFiles(
             ++acceptedFileCount;
             accepted.append(*path);
         }
-        if (throttle.isDue(scanned))
-            callbacks.progress(*path, percentOf(scanned, total));
+        if (throttle.isDue(scanned, clock.elapsed()))
+            callbacks.progress(*path, scannedPercent(scanned, total));
     }
     // It stays for the whole analysis.
     accepted.squeeze();

@@ -2,12 +2,12 @@
 
 #include "analysis/PoolThreadRelease.h"
 #include "app/TimerDisposal.h"
+#include "scan/ElapsedTime.h"
 #include "scan/FileCollection.h"
 #include "scan/ScanOptionsDialog.h"
 #include "ui_MainWindow.h"
 
 #include <QDebug>
-#include <QTime>
 #include <QTimer>
 
 #include <chrono>
@@ -89,11 +89,10 @@ void MainWindow::startCollection(const QStringList &folders, const ScanOptions &
 
 void MainWindow::showElapsedTime()
 {
-    const int seconds = static_cast<int>(elapsedTimer.elapsed() / 1000);
     ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
     // Never counted up, so the analysis's own figure stands for half a second at most.
     ui->labelDuplicatesFoundValue->setText(QString::number(duplicatesFound));
-    ui->labelElapsedTimeValue->setText(QTime(0, 0, 0).addSecs(seconds).toString(QStringLiteral("hh:mm:ss")));
+    ui->labelElapsedTimeValue->setText(elapsedTimeText(elapsedTimer.elapsed()));
 }
 
 void MainWindow::startStatusDots()

@@ -28,6 +28,7 @@ private slots:
     void opensTheMenuOnPress();
     void holdsThreeEntriesInOrder();
     void opensTheHelpPage();
+    void opensTheHelpPageOnRelease();
     void opensTheSupportPage();
     void showsAbout();
 
@@ -93,8 +94,19 @@ void tst_helpMenu::opensTheHelpPage()
     menu(driver)->actions().at(2)->trigger();
     QCOMPARE(m_opened.size(), 2);
     QCOMPARE(m_opened.at(0), m_opened.at(1));
+    QCOMPARE(m_opened.at(0).scheme(), u"https"_s);
     QCOMPARE(m_opened.at(0).path(), u"/online-help/quillory.html"_s);
     QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
+}
+
+void tst_helpMenu::opensTheHelpPageOnRelease()
+{
+    WindowDriver driver;
+    auto *const button = driver.find<QPushButton>("btnHelp");
+    QTest::mousePress(button, Qt::LeftButton);
+    QVERIFY(m_opened.isEmpty());
+    QTest::mouseRelease(button, Qt::LeftButton);
+    QCOMPARE(m_opened.size(), 1);
 }
 
 void tst_helpMenu::opensTheSupportPage()
@@ -102,6 +114,7 @@ void tst_helpMenu::opensTheSupportPage()
     WindowDriver driver;
     menu(driver)->actions().at(1)->trigger();
     QCOMPARE(m_opened.size(), 1);
+    QCOMPARE(m_opened.at(0).scheme(), u"https"_s);
     QCOMPARE(m_opened.at(0).path(), u"/support.html"_s);
     QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
 }

@@ -1,10 +1,12 @@
 #include "tests/support/DuplicateFiles.h"
 #include "tests/support/LoadingPanelEvents.h"
+#include "tests/support/PrivateCalls.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QVBoxLayout>
 
 using Qt::StringLiterals::operator""_s;
@@ -31,6 +33,7 @@ private slots:
     void goesAwayWithTheFirstRows();
     void appearsOncePerWindow();
     void goesAwayWhenTheNextScanStarts();
+    void closesOnItsOwnThread();
     void tellsWhatIsHappening();
 
 private:
@@ -174,6 +177,27 @@ void tst_loadingPanel::goesAwayWhenTheNextScanStarts()
     QTRY_VERIFY(goneAtStart);
     QVERIFY(QTest::qWaitFor([this] { return m_driver->filePaths().size() == 2; }, 30'000));
     QCOMPARE(m_driver->page(), u"duplicatespage"_s);
+}
+
+/// A call from another thread is queued for the window's thread, which here waits for the other one.
+void tst_loadingPanel::closesOnItsOwnThread()
+{
+    bool visibleAfterCall = false;
+    bool visibleLater = true;
+    m_events->onShown = [&](QWidget *shown) {
+        const QScopedPointer<QThread> other(
+            QThread::create([this] { hideLoadingOverlay(m_driver->window()); }));
+        other->start();
+        other->wait();
+        visibleAfterCall = shown->isVisible();
+        QMetaObject::invokeMethod(
+            &m_driver->window(),
+            [&, panel = QPointer<QWidget>(shown)] { visibleLater = panel && panel->isVisible(); },
+            Qt::QueuedConnection);
+    };
+    QVERIFY(m_driver->scan());
+    QVERIFY(visibleAfterCall);
+    QVERIFY(!visibleLater);
 }
 
 void tst_loadingPanel::tellsWhatIsHappening()

@@ -1,3 +1,4 @@
+#include "tests/support/Receivers.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QHBoxLayout>
@@ -24,6 +25,7 @@ private slots:
     void declaresItsSlotsInOrderAndNoSignals();
     void startsOnTheStartPageWithAllSelected();
     void goesBackToTheStartPage();
+    void goesBackTwicePerClick();
 };
 
 void tst_mainWindow::opensInAFixedSize()
@@ -108,6 +110,7 @@ void tst_mainWindow::configuresTheTreeAndTheProgressBar()
     QVERIFY(tree->uniformRowHeights());
     QCOMPARE(tree->focusPolicy(), Qt::NoFocus);
     QCOMPARE(tree->topLevelItemCount(), 0);
+    QCOMPARE(tree->iconSize(), QSize(32, 32));
 
     const auto *const bar = driver.find<QProgressBar>("progressBar");
     QCOMPARE(bar->value(), 24);
@@ -156,6 +159,13 @@ void tst_mainWindow::goesBackToTheStartPage()
     QCOMPARE(driver.tree()->topLevelItemCount(), 0);
     QCOMPARE(driver.labelText("labelStatsInfo"), QString());
     QVERIFY(driver.find("btnStartScan")->isEnabled());
+}
+
+/// Back is connected by its name and once more.
+void tst_mainWindow::goesBackTwicePerClick()
+{
+    WindowDriver driver;
+    QCOMPARE(receiversOfClicked(driver.find<QPushButton>("btnBack")), 2);
 }
 
 QTEST_MAIN(tst_mainWindow)

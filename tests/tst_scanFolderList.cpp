@@ -1,4 +1,7 @@
+#include "app/Volume.h"
 #include "tests/support/DuplicateFiles.h"
+#include "tests/support/PrivateCalls.h"
+#include "tests/support/Receivers.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QDir>
@@ -18,7 +21,9 @@ class tst_scanFolderList : public QObject
     Q_OBJECT
 
 private slots:
+    void asksTheSystemAboutAVolume();
     void listsTheReadyVolumes();
+    void leavesOutVolumesThatAreNotReady();
     void buildsVolumeRows();
     void marksReadOnlyVolumesWithALock();
     void highlightsNoRowAtTheStart();
@@ -28,6 +33,7 @@ private slots:
     void listsAFolderTwiceWhenItIsAddedTwice();
     void scansAFolderTwiceWhenItIsListedTwice();
     void removesARowFromTheMiddle();
+    void removesARowOnce();
     void removesEveryRow();
     void showsNamesWithMarkupAsTheyAre();
     void survivesAScan();
@@ -55,6 +61,13 @@ QList<QStorageInfo> tst_scanFolderList::readyVolumes()
     return volumes;
 }
 
+void tst_scanFolderList::asksTheSystemAboutAVolume()
+{
+    const QStorageInfo root = QStorageInfo::root();
+    QCOMPARE(volumeOf(root), (Volume{root.rootPath(), true, root.isReadOnly()}));
+    QVERIFY(!volumeOf(QStorageInfo(u"/there is no such volume"_s)).isReady);
+}
+
 void tst_scanFolderList::listsTheReadyVolumes()
 {
     WindowDriver driver;
@@ -67,9 +80,19 @@ void tst_scanFolderList::listsTheReadyVolumes()
     QCOMPARE(list(driver)->spacing(), 6);
 }
 
+void tst_scanFolderList::leavesOutVolumesThatAreNotReady()
+{
+    WindowDriver driver;
+    listVolumes(
+        driver.window(), {{.rootPath = u"/first"_s}, {.rootPath = u"/empty drive"_s, .isReady = false},
+                             {.rootPath = QString()}, {.rootPath = u"/last"_s}});
+    QCOMPARE(driver.folders(), (QStringList{u"/first"_s, u"/last"_s}));
+}
+
 void tst_scanFolderList::buildsVolumeRows()
 {
     WindowDriver driver;
+    listVolumes(driver.window(), {{.rootPath = QDir::rootPath()}, {.rootPath = QDir::tempPath()}});
     const QStringList paths = driver.folders();
     for (int i = 0; i < paths.size(); ++i) {
         QCOMPARE(list(driver)->item(i)->sizeHint(), QSize(0, 45));
@@ -85,6 +108,7 @@ void tst_scanFolderList::buildsVolumeRows()
         QCOMPARE(labels.at(0)->text(), paths.at(i));
         QCOMPARE(labels.at(0)->pos(), QPoint(16, 14));
         QCOMPARE(layout->indexOf(labels.at(0)), -1);
+        QVERIFY(labels.at(0)->isHidden());
 
         QCOMPARE(layout->itemAt(0)->widget(), labels.at(1));
         const QPixmap icon = QFileIconProvider().icon(QFileInfo(paths.at(i))).pixmap(24, 24);
@@ -112,15 +136,16 @@ void tst_scanFolderList::buildsVolumeRows()
 void tst_scanFolderList::marksReadOnlyVolumesWithALock()
 {
     WindowDriver driver;
-    const QList<QStorageInfo> volumes = readyVolumes();
+    listVolumes(
+        driver.window(), {{.rootPath = u"/writable"_s}, {.rootPath = u"/locked"_s, .isReadOnly = true}});
+    QCOMPARE(driver.folders(), (QStringList{u"/writable"_s, u"/locked"_s}));
     const QImage lock = QPixmap(u":/icons/lock.png"_s).scaled(16, 16).toImage();
     QCOMPARE(lock.size(), QSize(16, 16));
-    for (int i = 0; i < volumes.size(); ++i) {
-        const QPixmap shown = row(driver, i)->findChildren<QLabel *>().at(3)->pixmap();
-        QCOMPARE(shown.isNull(), !volumes.at(i).isReadOnly());
-        if (volumes.at(i).isReadOnly())
-            QCOMPARE(shown.toImage(), lock);
-    }
+    const auto shownLock = [&driver](int index) {
+        return row(driver, index)->findChildren<QLabel *>().at(3)->pixmap();
+    };
+    QVERIFY(shownLock(0).isNull());
+    QCOMPARE(shownLock(1).toImage(), lock);
 }
 
 void tst_scanFolderList::highlightsNoRowAtTheStart()
@@ -225,6 +250,19 @@ void tst_scanFolderList::removesARowFromTheMiddle()
     QCOMPARE(driver.folders(), (QStringList{paths.at(0), paths.at(3)}));
     driver.addFolder(paths.at(1));
     QCOMPARE(driver.folders(), (QStringList{paths.at(0), paths.at(3), paths.at(1)}));
+}
+
+/// The button outlives its row until control returns to the event loop.
+void tst_scanFolderList::removesARowOnce()
+{
+    WindowDriver driver;
+    listVolumes(driver.window(), {{.rootPath = u"/first"_s}, {.rootPath = u"/second"_s}});
+    auto *const button = row(driver, 0)->findChild<QPushButton *>();
+    QCOMPARE(receiversOfClicked(button), 1);
+    button->click();
+    QCOMPARE(receiversOfClicked(button), 0);
+    button->click();
+    QCOMPARE(driver.folders(), QStringList(u"/second"_s));
 }
 
 void tst_scanFolderList::removesEveryRow()

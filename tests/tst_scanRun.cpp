@@ -28,12 +28,6 @@ QStringList resetTexts(WindowDriver &driver)
 
 const QStringList idleTexts{u"0"_s, u"0"_s, u"00:00:00"_s, QString(), QString()};
 
-void fire(const QList<QTimer *> &timers)
-{
-    for (QTimer *timer : timers)
-        QMetaObject::invokeMethod(timer, "timeout");
-}
-
 } // namespace
 
 /// One scan as the scan page shows it: start, ticks, Stop, analysis, hand-over to the results page.

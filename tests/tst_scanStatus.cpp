@@ -1,5 +1,6 @@
 #include "scan/FileCollection.h"
 #include "tests/support/DuplicateFiles.h"
+#include "tests/support/LabelTexts.h"
 #include "tests/support/PoolGate.h"
 #include "tests/support/WindowDriver.h"
 
@@ -10,41 +11,29 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 using Qt::StringLiterals::operator""_s;
 
 namespace {
 
 constexpr int tick = 500;
 
-void fire(const QList<QTimer *> &timers)
+/// The values that a progress bar has taken.
+QList<int> valuesOf(const QSignalSpy &changes)
 {
-    for (QTimer *timer : timers)
-        QMetaObject::invokeMethod(timer, "timeout");
+    QList<int> values;
+    for (const QList<QVariant> &change : changes)
+        values.append(change.first().toInt());
+    return values;
 }
 
-/// Notes a label's text before every queued call that reaches the window.
-class TextsBetweenCalls : public QObject
+/// Stops the clock and the animation, which write into the labels as well.
+void stopTimers(WindowDriver &driver)
 {
-public:
-    TextsBetweenCalls(QObject *window, const QLabel *label)
-        : m_label(label)
-    {
-        window->installEventFilter(this);
-    }
-
-    QStringList texts;
-
-protected:
-    bool eventFilter(QObject * /*object*/, QEvent *event) override
-    {
-        if (event->type() == QEvent::MetaCall && !texts.contains(m_label->text()))
-            texts.append(m_label->text());
-        return false;
-    }
-
-private:
-    const QLabel *const m_label;
-};
+    for (QTimer *timer : driver.timers(tick))
+        timer->stop();
+}
 
 } // namespace
 
@@ -58,6 +47,8 @@ private slots:
     void animatesTheStatusWithUpToThreeDots();
     void showsElapsedTimeAndCounters();
     void namesTheFileBeingScanned();
+    void followsTheWalk();
+    void followsTheAnalysis();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -120,11 +111,11 @@ void tst_scanStatus::namesTheFileBeingScanned()
     lastReportedCount = 0;
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
-    const TextsBetweenCalls seen(&driver.window(), driver.find<QLabel>("labelCurrentFile"));
+    LabelTexts seen(driver.find<QLabel>("labelCurrentFile"));
     const QSignalSpy progress(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     QVERIFY(driver.scan());
 
-    const QStringList scanning = seen.texts.filter(u"Scanning:"_s);
+    const QStringList scanning = seen.texts().filter(u"Scanning:"_s);
     QVERIFY(!scanning.isEmpty());
     for (const QString &text : scanning) {
         QVERIFY(text.startsWith(u"Scanning:"_s + m_folder->path()));
@@ -136,6 +127,55 @@ void tst_scanStatus::namesTheFileBeingScanned()
     QVERIFY(std::any_of(progress.cbegin(), progress.cend(), [](const QList<QVariant> &change) {
         return change.first().toInt() <= 65 && change.first().toInt() > 0;
     }));
+}
+
+/// Counted: 0. Then a report after each 100 files, or more often on a slow disk. At the end: 100.
+void tst_scanStatus::followsTheWalk()
+{
+    writePairs(m_folder->path(), 125, u"txt"_s);
+    lastReportedCount = 0;
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    stopTimers(driver);
+    driver.find<QProgressBar>("progressBar")->setValue(99);
+    driver.find<QLabel>("labelFilesScannedValue")->setText(u"stale"_s);
+    const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
+    LabelTexts files(driver.find<QLabel>("labelFilesScannedValue"));
+    gate.runWaitingTasks();
+    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+
+    const QList<int> values = valuesOf(bar);
+    QCOMPARE(values.first(), 0);
+    QCOMPARE(values.last(), 100);
+    QVERIFY(values.size() >= 4);
+    QVERIFY(values.at(1) > 0 && values.at(1) <= 100 * 100 / 253);
+    QVERIFY(std::ranges::is_sorted(values));
+    // The walk is over when the first report is shown.
+    QCOMPARE(files.texts(), (QStringList{u"stale"_s, u"0"_s, u"253"_s}));
+}
+
+void tst_scanStatus::followsTheAnalysis()
+{
+    writeCopies(m_folder->path(), {u"d.txt"_s, u"e.txt"_s}, "longer content");
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    gate.runWaitingTasks();
+    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    stopTimers(driver);
+    const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
+    LabelTexts found(driver.find<QLabel>("labelDuplicatesFoundValue"));
+    gate.open();
+    QVERIFY(driver.waitForResults());
+
+    // The three files of one size, then the two of the other.
+    QCOMPARE(valuesOf(bar), (QList<int>{39, 46, 52, 59, 66, 100}));
+    QCOMPARE(found.texts(), (QStringList{u"0"_s, u"3"_s, u"5"_s}));
 }
 
 QTEST_MAIN(tst_scanStatus)

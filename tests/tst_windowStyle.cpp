@@ -1,6 +1,8 @@
+#include "app/StyleSheets.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTest>
 
 using Qt::StringLiterals::operator""_s;
@@ -121,6 +123,7 @@ private slots:
     void stylesTheWidget();
     void stylesTheCentralContainer();
     void keepsTheStrayQuoteOfTheFolderList();
+    void stylesTheScrollBars();
     void leavesTheOtherWidgetsAlone();
     void hasEveryPicture_data();
     void hasEveryPicture();
@@ -195,6 +198,16 @@ void tst_windowStyle::keepsTheStrayQuoteOfTheFolderList()
     QCOMPARE(declarationsOf(match.captured(1)),
         (QStringList{u"background: #f3f3f3"_s, u"border: 1px solid #dde6ee"_s, u"border-radius: 10px"_s,
             u"padding: 6px"_s}));
+}
+
+void tst_windowStyle::stylesTheScrollBars()
+{
+    WindowDriver driver;
+    for (const char *name : {"listScanFolders", "treeDuplicates"}) {
+        const auto *const area = driver.find<QAbstractScrollArea>(name);
+        for (const QScrollBar *bar : {area->verticalScrollBar(), area->horizontalScrollBar()})
+            QCOMPARE(bar->styleSheet(), QString(StyleSheets::scrollBar));
+    }
 }
 
 void tst_windowStyle::leavesTheOtherWidgetsAlone()

@@ -35,6 +35,12 @@ void withModalDialogs(const std::function<void()> &action, const std::function<v
     action();
 }
 
+void fire(const QList<QTimer *> &timers)
+{
+    for (QTimer *timer : timers)
+        QMetaObject::invokeMethod(timer, "timeout");
+}
+
 ShownBox deletionBox(int files, int failed)
 {
     return {QStringLiteral("Deletion Complete"),

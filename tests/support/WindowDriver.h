@@ -24,6 +24,9 @@ struct ShownBox
 /// The box that Delete ends with.
 [[nodiscard]] ShownBox deletionBox(int files, int failed);
 
+/// Has \a timers time out at once.
+void fire(const QList<QTimer *> &timers);
+
 /// Works the real window the way a person does, finding every control by its object name.
 ///
 /// Functions that wait return false when the awaited did not happen within their time limit.

@@ -1,0 +1,9 @@
+#include "scan/ElapsedTime.h"
+
+#include <QTime>
+
+QString elapsedTimeText(qint64 milliseconds)
+{
+    const auto seconds = static_cast<int>(milliseconds / 1000);
+    return QTime(0, 0, 0).addSecs(seconds).toString(QStringLiteral("hh:mm:ss"));
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QAbstractButton>
+
+/// Number of connections to a button's clicked().
+inline int receiversOfClicked(const QAbstractButton *button)
+{
+    // Makes a protected function of QObject accessible.
+    struct Object : QObject
+    {
+        using QObject::receivers;
+    };
+    return (button->*(&Object::receivers))(SIGNAL(clicked(bool)));
+}

@@ -1,0 +1,148 @@
+#include "scan/FileCollection.h"
+#include "tests/support/DuplicateFiles.h"
+#include "tests/support/LoadingPanelEvents.h"
+#include "tests/support/PoolGate.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int tick = 500;
+constexpr int panelTick = 400;
+
+/// Whole seconds on the scan page's clock.
+qint64 secondsShown(WindowDriver &driver)
+{
+    return QTime(0, 0).secsTo(QTime::fromString(driver.labelText("labelElapsedTimeValue"), u"hh:mm:ss"_s));
+}
+
+} // namespace
+
+/// Nothing of one scan reaches into the next one.
+class tst_scanReset : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void countsFilesFromZero();
+    void startsTheClockAnew();
+    void endsTheStatusAnimationOfTheScanBefore();
+    void leavesNothingToDelete();
+    void leavesTheLoadingPanelsTimerNothingToWriteTo();
+
+private:
+    QScopedPointer<QTemporaryDir> m_folder;
+};
+
+void tst_scanReset::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+}
+
+void tst_scanReset::countsFilesFromZero()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    const PoolGate gate;
+    scannedFileCount = 1234;
+    acceptedFileCount = 1233;
+    driver.click("btnStartScan");
+    QCOMPARE(scannedFileCount.load(), 0);
+    QCOMPARE(acceptedFileCount.load(), 0);
+    fire(driver.timers(tick));
+    QCOMPARE(driver.labelText("labelFilesScannedValue"), u"0"_s);
+}
+
+void tst_scanReset::startsTheClockAnew()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    const PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_VERIFY(secondsShown(driver) >= 1);
+    driver.click("btnStopScan");
+
+    // Started before the program's clock and read after it.
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    driver.click("btnStartScan");
+    fire(driver.timers(tick));
+    QVERIFY(secondsShown(driver) <= sinceStart.elapsed() / 1000);
+}
+
+/// Stop leaves the animation running until the analysis begins.
+void tst_scanReset::endsTheStatusAnimationOfTheScanBefore()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    PoolGate gate;
+    driver.click("btnStartScan");
+    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    driver.click("btnStopScan");
+    driver.click("btnStartScan");
+    // The animation starts in a queued call.
+    QCoreApplication::sendPostedEvents(&driver.window(), QEvent::MetaCall);
+    QCOMPARE(driver.timers(tick).size(), 2);
+
+    gate.runWaitingTasks();
+    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    QCOMPARE(driver.timers(tick).size(), 1);
+    fire(driver.timers(tick));
+    QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
+}
+
+void tst_scanReset::leavesNothingToDelete()
+{
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    QVERIFY(driver.scan());
+    driver.click("btnBack");
+    const PoolGate gate;
+    driver.click("btnStartScan");
+    driver.find("btnRemoveSelected")->setEnabled(true);
+    QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),
+        (QList<ShownBox>{{u"NOTE"_s, u"Please select the files you want to delete!"_s}}));
+    QCOMPARE(filesBelow(m_folder->path()).size(), 3);
+}
+
+/// A scan that starts before the first rows are there takes the panel down but not its timer.
+void tst_scanReset::leavesTheLoadingPanelsTimerNothingToWriteTo()
+{
+#ifdef __GLIBC__
+    // Overwrites what is freed, so that a use of it is seen without a sanitizer.
+    ::mallopt(M_PERTURB, 0xA5);
+#endif
+    WindowDriver driver;
+    driver.setFolders({m_folder->path()});
+    LoadingPanelEvents events(&driver.window());
+    qsizetype timersAfterStart = -1;
+    events.onShown = [&](QWidget *) {
+        QMetaObject::invokeMethod(
+            &driver.window(),
+            [&] {
+                driver.click("btnBack");
+                driver.click("btnStartScan");
+                timersAfterStart = driver.timers(panelTick).size();
+                fire(driver.timers(panelTick));
+            },
+            Qt::QueuedConnection);
+    };
+    driver.click("btnStartScan");
+    QTRY_COMPARE(timersAfterStart, 1);
+    events.onShown = nullptr;
+    QVERIFY(driver.waitForResults());
+}
+
+QTEST_MAIN(tst_scanReset)
+#include "tst_scanReset.moc"
