@@ -30,18 +30,28 @@ QProcessEnvironment environmentWithMessages()
     return environment;
 }
 
-/// Waits until \a program says that it closes its window; false if it ends without.
-bool waitForClosing(QProcess &program)
+/// What is wrong with \a program, which should close its window and end in order within \a milliseconds;
+/// empty if nothing is.
+QByteArray faultOfClosing(QProcess &program, int milliseconds)
 {
     QByteArray output;
     while (!output.contains("closing") && program.waitForReadyRead(patienceMilliseconds))
         output += program.readAllStandardOutput();
-    return output.trimmed() == "closing";
+    if (output.trimmed() != "closing")
+        return "did not close its window: " + program.readAllStandardError();
+    QElapsedTimer closing;
+    closing.start();
+    if (!program.waitForFinished(milliseconds))
+        return "still there";
+    qInfo("gone after %lld ms", static_cast<long long>(closing.elapsed()));
+    if (program.exitStatus() != QProcess::NormalExit || program.exitCode() != 0)
+        return "ended with an error: " + program.readAllStandardError();
+    return {};
 }
 
 } // namespace
 
-/// Whatever is going on when the user closes the window, the process is gone soon after, and in good order.
+/// The process ends soon after its window is closed, whatever it is doing, and without a fault.
 class tst_closingTheProgram : public QObject
 {
     Q_OBJECT
@@ -57,7 +67,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Links to one file per folder: as good as so many files, and there in no time on a slow disk.
+/// Hard links to one file per folder: they serve as well as files, and are made quickly on a slow disk.
 void tst_closingTheProgram::initTestCase()
 {
     for (int folder = 0; folder < folders; ++folder) {
@@ -69,9 +79,9 @@ void tst_closingTheProgram::initTestCase()
     }
 }
 
-/// Whoever does not give up goes on for many times as long as closing may take: the walk has millions of
-/// paths to go through, the analysis several hundred thousand. Under a sanitizer memory and threads are what
-/// counts, and fewer will do.
+/// A task that does not give up runs for many times as long as closing may take: the walk has millions of
+/// paths to go through, the analysis several hundred thousand. Under a sanitizer memory and threads are
+/// tested, for which fewer suffice.
 void tst_closingTheProgram::endsTheProcess_data()
 {
     constexpr int forTheWalk = 500 / slowdown;
@@ -97,14 +107,10 @@ void tst_closingTheProgram::endsTheProcess()
     const QString scanned = from == u"results"_s ? m_folder.filePath(u"0"_s) : m_folder.path();
     program.start(
         QStringLiteral(SCAN_AND_CLOSE), {scanned, QString::number(times), from, QString::number(delay)});
-    QVERIFY(waitForClosing(program));
-    QElapsedTimer closing;
-    closing.start();
-    QVERIFY2(program.waitForFinished(closingMilliseconds), "still there");
-    qInfo("gone after %lld ms", static_cast<long long>(closing.elapsed()));
+    QCOMPARE(faultOfClosing(program, closingMilliseconds), QByteArray());
     const QByteArray messages = program.readAllStandardError();
-    QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, messages);
-    QVERIFY2(!messages.contains(endsWithoutWaiting), messages);
+    // Under a sanitizer the tasks of a busy machine may need more than their two seconds.
+    QVERIFY2(slowdown > 1 || !messages.contains(endsWithoutWaiting), messages);
 }
 
 void tst_closingTheProgram::endsAlthoughTheDiskHangs_data()
@@ -114,7 +120,7 @@ void tst_closingTheProgram::endsAlthoughTheDiskHangs_data()
     QTest::newRow("when it opens a file") << u"silent file"_s;
 }
 
-/// A thread that waits for such a disk cannot be ended: neither its task nor its process would ever return.
+/// A thread that waits for such a disk never returns, and neither does a process that waits for the thread.
 void tst_closingTheProgram::endsAlthoughTheDiskHangs()
 {
 #ifdef HANGING_DISK
@@ -133,13 +139,8 @@ void tst_closingTheProgram::endsAlthoughTheDiskHangs()
         u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(SCAN_AND_CLOSE), {folder.filePath(u"scanned"_s), u"1"_s, reached, u"0"_s});
-    QVERIFY(waitForClosing(program));
-    QElapsedTimer closing;
-    closing.start();
-    QVERIFY2(program.waitForFinished(hungClosingMilliseconds), "still there");
-    qInfo("gone after %lld ms", static_cast<long long>(closing.elapsed()));
+    QCOMPARE(faultOfClosing(program, hungClosingMilliseconds), QByteArray());
     const QByteArray messages = program.readAllStandardError();
-    QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, messages);
     QVERIFY2(messages.contains(endsWithoutWaiting), messages);
 #else
     QSKIP("Nothing can be preloaded here");

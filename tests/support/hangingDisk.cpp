@@ -49,6 +49,7 @@ int openOrHang(const char *function, const char *path, int flags, va_list argume
 
 } // namespace
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's names are reserved.
 extern "C" {
 
 DIR *opendir(const char *path)
@@ -75,3 +76,4 @@ int open64(const char *path, int flags, ...)
     return descriptor;
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
