@@ -13,15 +13,14 @@ using std::chrono_literals::operator""s;
 
 namespace {
 
-/// Tasks end within milliseconds unless the system holds them. Longer would keep a closed program alive, and
-/// its volumes in use; shorter could cut off a slow disk.
+/// Tasks end within milliseconds unless the system holds them. A longer limit would keep the closed program
+/// and its volumes in use; a shorter one would end more programs whose disk is only slow.
 constexpr auto taskTimeLimit = 2s;
 
 [[noreturn]] void endProcess(int exitCode)
 {
 #ifdef Q_OS_WIN
-    // ExitProcess() would run the code of the libraries after it has ended their threads, whose locks stay
-    // held.
+    // ExitProcess() ends the other threads, whose locks stay held, and then runs code of the libraries.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
 #endif
     std::_Exit(exitCode);

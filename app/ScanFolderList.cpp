@@ -8,7 +8,7 @@
 #include <QFileIconProvider>
 #include <QHBoxLayout>
 
-// A row's path is the text of its first label: the list is the only store of the places to scan.
+// A row's path is the text of its first label. The list is the only store of the folders to scan.
 
 void MainWindow::populateScanFolders()
 {
@@ -31,8 +31,7 @@ void MainWindow::listVolumes(const QList<Volume> &volumes)
 void MainWindow::addVolumeRow(const Volume &volume)
 {
     auto *const row = new QWidget(this);
-    // Holds the path for the scan, as the row's first label. Never seen: the label with the name shows the
-    // same.
+    // The scan reads the row's first label. It is hidden because the label with the name shows the same text.
     auto *const pathHolder = new QLabel(volume.rootPath, row);
     pathHolder->setTextFormat(Qt::PlainText);
     pathHolder->move(16, 14);

@@ -37,7 +37,7 @@ void stopTimers(WindowDriver &driver)
 
 } // namespace
 
-/// What the scan page says while a scan goes on: dots, time, counters and the file that it has come to.
+/// What the scan page shows during a scan: dots, time, counters, the percentage and the current file.
 class tst_scanStatus : public QObject
 {
     Q_OBJECT
