@@ -188,7 +188,8 @@ void tst_loadingPanel::closesOnItsOwnThread()
         const QScopedPointer<QThread> other(
             QThread::create([this] { hideLoadingOverlay(m_driver->window()); }));
         other->start();
-        other->wait();
+        if (!other->wait(10'000))
+            qFatal("The call does not return on a thread that is not the window's");
         visibleAfterCall = shown->isVisible();
         QMetaObject::invokeMethod(
             &m_driver->window(),
