@@ -58,6 +58,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);
+    acceptDroppedFolders();
     populateScanFolders();
     setFocusOrder();
 }
@@ -140,6 +141,7 @@ void MainWindow::installCentralContainer(QWidget *topBar)
 void MainWindow::connectResultsPage()
 {
     thumbnails = new ThumbnailQueue(ui->treeDuplicates);
+    connectRowMenu();
     const auto connectAction = [this](QPushButton *button, const LoadQueue::Step &action) {
         connect(button, &QPushButton::clicked, this, [this, action] { loadQueue.runBetweenLoads(action); });
     };

@@ -43,6 +43,9 @@ public:
     /// Ends the running tasks early and waits for them; false if one still runs at the deadline.
     [[nodiscard]] bool finishTasks(QDeadlineTimer deadline);
 
+    /// Makes \a folders the whole list of places to scan, each as if added with Add. Takes absolute paths.
+    void setScanFolders(const QStringList &folders);
+
 protected:
     void showEvent(QShowEvent *event) override;
 
@@ -70,6 +73,9 @@ private:
     void listVolumes(const QList<Volume> &volumes);
     void addVolumeRow(const Volume &volume);
     void addFolder();
+    void addFolderRow(const QString &path);
+    void acceptDroppedFolders();
+    void addDroppedFolders(const QStringList &dropped);
     void appendFolderRow(QWidget *row, int height, const QString &path, QPushButton *deleteButton);
     [[nodiscard]] QWidget *folderRowButton(int row) const;
     [[nodiscard]] QStringList scanFolders() const;
@@ -109,6 +115,9 @@ private:
     QTreeWidgetItem *createGroupItem(const QString &fileName, const QList<QString> &files, qint64 size,
         const QDateTime &modified, bool hasMarkedFiles, const QSet<QString> &markedFiles);
     QTreeWidgetItem *createGroupItem(const DuplicateGroup &group);
+
+    // RowMenu.cpp
+    void connectRowMenu();
 
     // LoadingPanel.cpp
     void showLoadingOverlay();

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/FolderDrop.h"
 #include "app/StyleSheets.h"
 #include "app/Volume.h"
 #include "ui_MainWindow.h"
@@ -9,6 +10,16 @@
 #include <QHBoxLayout>
 
 // A row's path is the text of its first label. The list is the only store of the folders to scan.
+
+namespace {
+
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity pathCase = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity pathCase = Qt::CaseSensitive;
+#endif
+
+} // namespace
 
 void MainWindow::populateScanFolders()
 {
@@ -69,9 +80,13 @@ void MainWindow::addFolder()
 {
     const QString path =
         QFileDialog::getExistingDirectory(this, tr("Select Folder"), QString(), QFileDialog::ShowDirsOnly);
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        addFolderRow(path);
+}
 
+/// Appends a row for a folder that the user has chosen.
+void MainWindow::addFolderRow(const QString &path)
+{
     auto *const row = new QWidget(this);
     auto *const layout = new QHBoxLayout(row);
     layout->setContentsMargins(10, 6, 10, 6);
@@ -86,6 +101,32 @@ void MainWindow::addFolder()
     layout->addWidget(deleteButton);
 
     appendFolderRow(row, 48, path, deleteButton);
+}
+
+void MainWindow::setScanFolders(const QStringList &folders)
+{
+    ui->listScanFolders->clear();
+    for (const QString &folder : folders)
+        addFolderRow(folder);
+}
+
+void MainWindow::acceptDroppedFolders()
+{
+    connect(new FolderDrop(ui->listScanFolders), &FolderDrop::dropped, this, &MainWindow::addDroppedFolders);
+}
+
+/// Adds the folders that are not listed yet, under their own path or that of a link to them.
+///
+/// The listed folders themselves are not looked up: a network volume that no longer answers would block the
+/// window.
+void MainWindow::addDroppedFolders(const QStringList &dropped)
+{
+    for (const QString &folder : dropped) {
+        const QStringList listed = scanFolders();
+        if (!listed.contains(folder, pathCase) &&
+            !listed.contains(QFileInfo(folder).canonicalFilePath(), pathCase))
+            addFolderRow(folder);
+    }
 }
 
 /// Appends a built row, \a height pixels high, whose button takes it out of the list again.

@@ -1,12 +1,40 @@
+#include "app/CommandLine.h"
 #include "app/MainWindow.h"
 #include "app/ProgramEnd.h"
 
 #include <QApplication>
+#include <QTextStream>
+
+namespace {
+
+constexpr int wrongUsage = 2;
+
+/// Reads the arguments while no platform plugin is loaded: help, version and errors need no display.
+CommandLine readCommandLine(int argc, char *argv[])
+{
+    // Qt asks Windows for the arguments: argv has lost what is not in the ANSI code page.
+    const QCoreApplication application(argc, argv);
+    return parseCommandLine(QCoreApplication::arguments());
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
+    const CommandLine commandLine = readCommandLine(argc, argv);
+    if (commandLine.answer) {
+        QTextStream(stdout) << *commandLine.answer;
+        return 0;
+    }
+    if (commandLine.error) {
+        QTextStream(stderr) << "quillory: " << *commandLine.error << '\n';
+        return wrongUsage;
+    }
+
     QApplication application(argc, argv);
     MainWindow window;
+    if (!commandLine.folders.isEmpty())
+        window.setScanFolders(commandLine.folders);
     window.show();
     const int exitCode = QApplication::exec();
     finishTasksOrEndProcess(window, exitCode);

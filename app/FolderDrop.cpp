@@ -1,0 +1,64 @@
+#include "app/FolderDrop.h"
+
+#include <QAbstractItemView>
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace {
+
+/// The folder that \a url stands for; empty when there is none.
+QString folderOf(const QUrl &url)
+{
+    if (!url.isLocalFile())
+        return {};
+    const QFileInfo info(QDir::cleanPath(url.toLocalFile()));
+    if (info.isDir())
+        return info.absoluteFilePath();
+    return info.exists() ? info.absolutePath() : QString();
+}
+
+/// Looks no further than the first folder: the answer is needed for each move of the pointer.
+bool containsFolder(const QMimeData &data)
+{
+    return std::ranges::any_of(data.urls(), [](const QUrl &url) { return !folderOf(url).isEmpty(); });
+}
+
+} // namespace
+
+QStringList foldersIn(const QMimeData &data)
+{
+    QStringList folders;
+    const QList<QUrl> urls = data.urls();
+    for (const QUrl &url : urls)
+        folders.append(folderOf(url));
+    folders.removeAll(QString());
+    folders.removeDuplicates();
+    return folders;
+}
+
+FolderDrop::FolderDrop(QAbstractItemView *view)
+    : QObject(view)
+{
+    view->setAcceptDrops(true);
+    // Drag events go to the viewport, and the last filter installed is the first to see them.
+    view->viewport()->installEventFilter(this);
+}
+
+bool FolderDrop::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
+        return QObject::eventFilter(watched, event);
+
+    auto *const drag = static_cast<QDropEvent *>(event);
+    drag->setDropAction(Qt::CopyAction);
+    drag->setAccepted(containsFolder(*drag->mimeData()));
+    if (type == QEvent::Drop && drag->isAccepted())
+        emit dropped(foldersIn(*drag->mimeData()));
+    return true;
+}
