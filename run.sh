@@ -1,15 +1,16 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the program and starts it. Without a display it goes through the window by itself
-# instead and leaves pictures of every page.
+# Installs what is missing, builds the program and starts it. Without a display it drives the window itself and leaves
+# screenshots of every page.
 set -euo pipefail
 
 usage() {
     cat <<'TEXT'
 ./run.sh [--tour] [FOLDER...]
 
-Starts the window. Where there is no display, or with --tour, the window is driven on a virtual display
-instead: it scans the FOLDERs and looks at their duplicates (nothing is deleted), or, without FOLDER, scans a
-sample made for it and deletes its copies. Pictures of every page are left in build/tour/.
+Opens the window; it lists the FOLDERs, or all volumes without FOLDER. Where there is no display, and with
+--tour, a script drives the window on a virtual display instead: it scans the FOLDERs and shows their
+duplicates (it deletes nothing), or, without FOLDER, scans a generated sample and deletes its copies.
+Screenshots of every page are left in build/tour/.
 TEXT
 }
 
@@ -39,8 +40,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 if [ -z "$tour" ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     tools/setup.sh build run
     tools/build.sh release quillory
-    [ ${#folders[@]} -eq 0 ] || echo "The window takes its folders by the Add button: ${folders[*]}"
-    exec build/release/quillory
+    exec build/release/quillory "${folders[@]}"
 fi
 
 tools/setup.sh build run tour

@@ -44,6 +44,7 @@ private slots:
     void reportsWhatCannotInstall_data();
     void reportsWhatCannotInstall();
     void canBeToldToInstallNothing();
+    void passesFoldersOnToTheProgram();
 
 private:
     [[nodiscard]] Outcome run(const QStringList &command, const QStringList &environment = {}) const;
@@ -285,6 +286,29 @@ void tst_commands::canBeToldToInstallNothing()
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(aptCalls(), QStringList());
+}
+
+/// With a display; the programs that run.sh starts say how they were called.
+void tst_commands::passesFoldersOnToTheProgram()
+{
+    QVERIFY(
+        QFile::copy(QStringLiteral(PROJECT_FOLDER "/run.sh"), m_machine.filePath(QStringLiteral("run.sh"))));
+    QVERIFY(QDir(m_machine.path()).mkpath(QStringLiteral("a b")));
+    for (const char *script : {"../tools/setup.sh", "../tools/build.sh", "../build/release/quillory"})
+        addProgram(script, "echo ${0##*/} \"$@\"");
+    const QString folder = QFileInfo(m_machine.filePath(QStringLiteral("a b"))).canonicalFilePath();
+
+    const auto outcome = [this](const QStringList &folders) {
+        return run(
+            QStringList{QStringLiteral("bash"), m_machine.filePath(QStringLiteral("run.sh"))} + folders,
+            QProcess::systemEnvironment() + QStringList{QStringLiteral("DISPLAY=:0")});
+    };
+    const Outcome withFolders = outcome({m_machine.filePath(QStringLiteral("a b/")), QStringLiteral("/")});
+    const Outcome without = outcome({});
+
+    QCOMPARE(withFolders.errors, QStringList());
+    QCOMPARE(withFolders.output.last(), QStringLiteral("quillory %1 /").arg(folder));
+    QCOMPARE(without.output.last(), QStringLiteral("quillory"));
 }
 
 QTEST_GUILESS_MAIN(tst_commands)

@@ -52,8 +52,8 @@ version=$(dpkg-deb -f "$package" Version)
 
 entry=$work/content/usr/share/applications/quillory.desktop
 desktop-file-validate "$entry" || fail "the menu entry is faulty"
-program=$(sed -n 's/^Exec=//p' "$entry")
-[[ -n $program && -x $work/content/usr/bin/$program ]] || fail "the menu entry starts no program of the package"
+program=$(sed -n 's/^Exec=\([^ ]*\) %F$/\1/p' "$entry")
+[[ -n $program && -x $work/content/usr/bin/$program ]] || fail "the menu entry starts no program of the package, or does not pass folders on"
 icon=$(sed -n 's/^Icon=//p' "$entry")
 for file in 48x48/apps/"$icon".png scalable/apps/"$icon".svg; do
     [[ -f $work/content/usr/share/icons/hicolor/$file ]] || fail "the package has no icon $file"
@@ -62,6 +62,8 @@ appstreamcli validate --no-net "$work"/content/usr/share/metainfo/*.xml >"$work/
     cat "$work/appstream" >&2
     fail "the catalogue entry is faulty"
 }
+[[ $("$work/content/usr/bin/$program" --version) == "Quillory $version" ]] ||
+    fail "the program does not say that it is version $version"
 grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml ||
     fail "the catalogue entry does not name version $version"
 while IFS= read -r picture; do
