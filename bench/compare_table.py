@@ -37,8 +37,8 @@ TOOLS = {
 WORK = """\
 | program | what it reads of a file that shares its size with another | what it then knows |
 |---|---|---|
-| Quillory's engine | the first and the last 4 KiB, SHA-256 of both | **samples**: equal size, beginning and end |
-| `bench/floor` | the same, one file after the other on each core with plain system calls, telling nobody how far it is | **samples** alike |
+| Quillory's engine | up to 4 KiB all of it, up to 8 KiB the first 4 KiB, else the first and the last 4 KiB; SHA-256 | **samples** alike, whatever the sizes |
+| `bench/floor` | the same, one file after the other on each core with plain system calls and without progress reports | **samples** alike, whatever the sizes |
 | `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
 | `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
 | `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
@@ -48,8 +48,9 @@ WORK = """\
 "Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster. "Work" is the time
 on all cores together, "reads" is what the kernel has handed out. The memory of small programs cannot be told.
 
-Who samples can be wrong where who compares is right: two files of equal size that differ in their middle only. So the
-ratios to `jdupes -TT` and `bench/floor` compare like with like; the others say what a user waits for an answer.
+A program that samples takes some different files for the same: those that differ outside the samples, for Quillory and
+the floor even if their sizes differ. Only the ratios to `jdupes -TT` and `bench/floor` compare like with like; the other
+ratios compare how long a user waits for an answer.
 
 All programs but Quillory and the floor work on one core. Quillory asks the disk for the samples of several files that
 are not in memory before it waits for the first; the others, the floor included, wait for each. Nobody follows symbolic
