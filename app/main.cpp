@@ -10,7 +10,7 @@ namespace {
 constexpr int wrongUsage = 2;
 
 /// Reads the arguments while no platform plugin is loaded: help, version and errors need no display.
-CommandLine readCommandLine(int argc, char *argv[])
+CommandLine readCommandLine(int argc, char **argv)
 {
     // Qt asks Windows for the arguments: argv has lost what is not in the ANSI code page.
     const QCoreApplication application(argc, argv);

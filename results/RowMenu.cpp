@@ -41,7 +41,7 @@ void addFileActions(QMenu *menu, const QString &path)
 
 QMenu *createRowMenu(const QTreeWidgetItem *row, QWidget *parent)
 {
-    const bool isFileRow = row && row->parent();
+    const bool isFileRow = row != nullptr && row->parent() != nullptr;
     const QStringList groupPaths = row ? pathsBelow(row) : QStringList();
     if (!isFileRow && groupPaths.isEmpty())
         return nullptr;

@@ -135,8 +135,11 @@ void tst_folderDrop::addsTheFolderOfADroppedFile()
 void tst_folderDrop::addsEachFolderOfADropOnce()
 {
     const QString inner = m_folder->filePath(u"inner"_s);
-    drop({inner + u"/a.txt"_s, m_folder->path(), inner + u"/b.txt"_s, inner});
-    QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path()}));
+    const QStringList paths{inner + u"/a.txt"_s, m_folder->path(), inner + u"/b.txt"_s, inner};
+    const QStringList expected{inner, m_folder->path()};
+    QCOMPARE(foldersIn(*mimeData(localUrls(paths))), expected);
+    drop(paths);
+    QCOMPARE(m_driver->folders(), expected);
 }
 
 void tst_folderDrop::doesNotListAFolderAgain()
