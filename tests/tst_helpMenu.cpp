@@ -1,7 +1,7 @@
+#include "tests/support/OpenedUrls.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTest>
@@ -14,16 +14,8 @@ class tst_helpMenu : public QObject
 {
     Q_OBJECT
 
-public slots:
-    void catchUrl(const QUrl &url)
-    {
-        m_opened.append(url);
-    }
-
 private slots:
-    void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void opensTheMenuOnPress();
     void holdsThreeEntriesInOrder();
@@ -38,24 +30,12 @@ private:
         return driver.find<QToolButton>("btnMenu")->menu();
     }
 
-    QList<QUrl> m_opened;
+    OpenedUrls m_opened{{u"http"_s, u"https"_s}};
 };
-
-void tst_helpMenu::initTestCase()
-{
-    for (const char *scheme : {"http", "https"})
-        QDesktopServices::setUrlHandler(QLatin1StringView(scheme), this, "catchUrl");
-}
 
 void tst_helpMenu::init()
 {
-    m_opened.clear();
-}
-
-void tst_helpMenu::cleanupTestCase()
-{
-    for (const char *scheme : {"http", "https"})
-        QDesktopServices::unsetUrlHandler(QLatin1StringView(scheme));
+    m_opened.urls.clear();
 }
 
 void tst_helpMenu::opensTheMenuOnPress()
@@ -92,11 +72,11 @@ void tst_helpMenu::opensTheHelpPage()
     WindowDriver driver;
     driver.click("btnHelp");
     menu(driver)->actions().at(2)->trigger();
-    QCOMPARE(m_opened.size(), 2);
-    QCOMPARE(m_opened.at(0), m_opened.at(1));
-    QCOMPARE(m_opened.at(0).scheme(), u"https"_s);
-    QCOMPARE(m_opened.at(0).path(), u"/online-help/quillory.html"_s);
-    QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
+    QCOMPARE(m_opened.urls.size(), 2);
+    QCOMPARE(m_opened.urls.at(0), m_opened.urls.at(1));
+    QCOMPARE(m_opened.urls.at(0).scheme(), u"https"_s);
+    QCOMPARE(m_opened.urls.at(0).path(), u"/online-help/quillory.html"_s);
+    QVERIFY(m_opened.urls.at(0).host().endsWith(u".example"_s));
 }
 
 void tst_helpMenu::opensTheHelpPageOnRelease()
@@ -104,19 +84,19 @@ void tst_helpMenu::opensTheHelpPageOnRelease()
     WindowDriver driver;
     auto *const button = driver.find<QPushButton>("btnHelp");
     QTest::mousePress(button, Qt::LeftButton);
-    QVERIFY(m_opened.isEmpty());
+    QVERIFY(m_opened.urls.isEmpty());
     QTest::mouseRelease(button, Qt::LeftButton);
-    QCOMPARE(m_opened.size(), 1);
+    QCOMPARE(m_opened.urls.size(), 1);
 }
 
 void tst_helpMenu::opensTheSupportPage()
 {
     WindowDriver driver;
     menu(driver)->actions().at(1)->trigger();
-    QCOMPARE(m_opened.size(), 1);
-    QCOMPARE(m_opened.at(0).scheme(), u"https"_s);
-    QCOMPARE(m_opened.at(0).path(), u"/support.html"_s);
-    QVERIFY(m_opened.at(0).host().endsWith(u".example"_s));
+    QCOMPARE(m_opened.urls.size(), 1);
+    QCOMPARE(m_opened.urls.at(0).scheme(), u"https"_s);
+    QCOMPARE(m_opened.urls.at(0).path(), u"/support.html"_s);
+    QVERIFY(m_opened.urls.at(0).host().endsWith(u".example"_s));
 }
 
 void tst_helpMenu::showsAbout()
@@ -141,7 +121,7 @@ void tst_helpMenu::showsAbout()
         u"files from "
         "your Windows or Mac computer, freeing up valuable disk space and optimizing your system's performance."_s);
     QVERIFY(!paragraphs.at(2).trimmed().isEmpty());
-    QVERIFY(m_opened.isEmpty());
+    QVERIFY(m_opened.urls.isEmpty());
 }
 
 QTEST_MAIN(tst_helpMenu)

@@ -1,12 +1,12 @@
 #include "results/RowMenu.h"
 
+#include "tests/support/OpenedUrls.h"
 #include "tests/support/QuietMessages.h"
 #include "tests/support/ScannedFolder.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QDesktopServices>
 #include <QDir>
 #include <QMenu>
 #include <QScrollBar>
@@ -50,16 +50,9 @@ class tst_rowMenu : public QObject, private ScannedFolder
 {
     Q_OBJECT
 
-public slots:
-    void catchUrl(const QUrl &url)
-    {
-        m_opened.append(url);
-    }
-
 private slots:
     void initTestCase();
     void init();
-    void cleanupTestCase();
 
     void offersThreeActionsForAFile();
     void offersThePathsOfAGroup();
@@ -79,7 +72,7 @@ private:
     QMenu *rightClick(const QPoint &position);
     [[nodiscard]] std::unique_ptr<QMenu> menuOf(const QTreeWidgetItem *row);
 
-    QList<QUrl> m_opened;
+    OpenedUrls m_opened{{u"file"_s}};
     QStringList m_paths;
 };
 
@@ -88,13 +81,12 @@ void tst_rowMenu::initTestCase()
     dropRepeatedMessages();
     // No file manager can be asked, so the folder is opened.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
-    QDesktopServices::setUrlHandler(u"file"_s, this, "catchUrl");
 }
 
 /// One group of three files, expanded; the clipboard holds something else.
 void tst_rowMenu::init()
 {
-    m_opened.clear();
+    m_opened.urls.clear();
     renew();
     m_paths = write({u"a b.txt"_s, u"c,d.txt"_s, u"e#f%20.txt"_s}, "content");
     QVERIFY(scan());
@@ -102,11 +94,6 @@ void tst_rowMenu::init()
     QCOMPARE(m_paths.size(), 3);
     group(0)->setExpanded(true);
     QGuiApplication::clipboard()->setText(u"something else"_s);
-}
-
-void tst_rowMenu::cleanupTestCase()
-{
-    QDesktopServices::unsetUrlHandler(u"file"_s);
 }
 
 std::unique_ptr<QMenu> tst_rowMenu::menuOf(const QTreeWidgetItem *row)
@@ -150,7 +137,7 @@ void tst_rowMenu::opensTheFile()
     QList<QUrl> expected;
     for (const QString &path : m_paths)
         expected.append(QUrl::fromLocalFile(path));
-    QCOMPARE(m_opened, expected);
+    QCOMPARE(m_opened.urls, expected);
 }
 
 void tst_rowMenu::showsTheFolderOfTheFile()
@@ -159,14 +146,14 @@ void tst_rowMenu::showsTheFolderOfTheFile()
     QSKIP("Windows is asked to select the file, which would open its file manager");
 #endif
     trigger(menuOf(group(0)->child(0)).get(), u"Show in folder"_s);
-    QTRY_COMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(m_folder->path())});
+    QTRY_COMPARE(m_opened.urls, QList<QUrl>{QUrl::fromLocalFile(m_folder->path())});
 }
 
 void tst_rowMenu::copiesThePath()
 {
     trigger(menuOf(group(0)->child(2)).get(), u"Copy path"_s);
     QCOMPARE(QGuiApplication::clipboard()->text(), native(m_paths.at(2)));
-    QVERIFY(m_opened.isEmpty());
+    QVERIFY(m_opened.urls.isEmpty());
 }
 
 void tst_rowMenu::copiesThePathsOfAGroup()
@@ -235,7 +222,7 @@ void tst_rowMenu::changesNeitherCheckBoxesNorRows()
     QCOMPARE(group(0)->checkState(0), groupState);
     QVERIFY(group(0)->isExpanded());
     QCOMPARE(QGuiApplication::clipboard()->text(), u"something else"_s);
-    QVERIFY(m_opened.isEmpty());
+    QVERIFY(m_opened.urls.isEmpty());
 }
 
 QTEST_MAIN(tst_rowMenu)

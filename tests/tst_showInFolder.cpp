@@ -1,15 +1,14 @@
 #include "results/FileManager.h"
 
+#include "tests/support/OpenedUrls.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
-#include <QDesktopServices>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QUrl>
 
 using Qt::StringLiterals::operator""_s;
 
@@ -52,12 +51,6 @@ class tst_showInFolder : public QObject
 {
     Q_OBJECT
 
-public slots:
-    void catchUrl(const QUrl &url)
-    {
-        m_opened.append(url);
-    }
-
 private slots:
     void initTestCase();
     void cleanupTestCase();
@@ -68,7 +61,7 @@ private slots:
 private:
     QTemporaryDir m_folder;
     QProcess m_bus;
-    QList<QUrl> m_opened;
+    OpenedUrls m_opened{{u"file"_s}};
 };
 
 void tst_showInFolder::initTestCase()
@@ -84,12 +77,10 @@ void tst_showInFolder::initTestCase()
         QVERIFY(m_bus.waitForReadyRead(patienceMilliseconds));
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.readLine().trimmed());
     QVERIFY(QDBusConnection::sessionBus().isConnected());
-    QDesktopServices::setUrlHandler(u"file"_s, this, "catchUrl");
 }
 
 void tst_showInFolder::cleanupTestCase()
 {
-    QDesktopServices::unsetUrlHandler(u"file"_s);
     QDBusConnection::disconnectFromBus(u"file manager"_s);
     m_bus.kill();
     m_bus.waitForFinished();
@@ -98,12 +89,12 @@ void tst_showInFolder::cleanupTestCase()
 void tst_showInFolder::opensTheFolderWithoutAFileManager()
 {
     showInFolder(u"/some where/a,b.txt"_s);
-    QTRY_COMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(u"/some where"_s)});
+    QTRY_COMPARE(m_opened.urls, QList<QUrl>{QUrl::fromLocalFile(u"/some where"_s)});
 }
 
 void tst_showInFolder::selectsTheFileInTheFileManager()
 {
-    m_opened.clear();
+    m_opened.urls.clear();
     FileManagerService service;
     QDBusConnection bus =
         QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), u"file manager"_s);
@@ -117,7 +108,7 @@ void tst_showInFolder::selectsTheFileInTheFileManager()
     QCOMPARE(
         service.shown.first(), (QStringList{u"file:///some%20where/a,b%23%2520%C3%BC.txt"_s, QString()}));
     QTRY_VERIFY(!QCoreApplication::instance()->findChild<QDBusPendingCallWatcher *>());
-    QVERIFY(m_opened.isEmpty());
+    QVERIFY(m_opened.urls.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_showInFolder)
