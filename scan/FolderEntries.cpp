@@ -1,5 +1,8 @@
 #include "scan/FolderEntries.h"
 
+#include "scan/FileNames.h"
+
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -8,8 +11,15 @@ QString withSlash(const QString &folder)
     return folder.isEmpty() || folder.endsWith(u'/') ? folder : folder + u'/';
 }
 
+qsizetype FolderEntries::undecodableNames() const
+{
+    return m_undecodableNames;
+}
+
 #ifdef Q_OS_LINUX
 
+#include <cerrno>
+#include <cstring>
 #include <optional>
 
 #include <fcntl.h>
@@ -21,42 +31,65 @@ namespace {
 std::optional<bool> isFolderEntry(DIR *stream, const dirent &entry)
 {
     unsigned int type = entry.d_type;
+    const char *const name = entry.d_name;
     if (struct stat facts = {};
-        type == DT_UNKNOWN && ::fstatat(::dirfd(stream), entry.d_name, &facts, AT_SYMLINK_NOFOLLOW) == 0)
+        type == DT_UNKNOWN && ::fstatat(::dirfd(stream), name, &facts, AT_SYMLINK_NOFOLLOW) == 0)
         type = IFTODT(facts.st_mode);
     if (type != DT_DIR && type != DT_REG)
         return std::nullopt;
     return type == DT_DIR;
 }
 
+/// Goes to the next entry; null at the end or with an error in \a error.
+const dirent *nextEntry(DIR *stream, int &error)
+{
+    errno = 0;
+    const dirent *const entry = ::readdir(stream);
+    if (!entry)
+        error = errno;
+    return entry;
+}
+
 } // namespace
 
-FolderEntries::FolderEntries(const QString &folder)
+FolderEntries::FolderEntries(const QString &folder, HiddenEntries hidden)
     : m_stream(::opendir(QFile::encodeName(folder).constData()))
+    , m_error(m_stream ? 0 : errno)
     , m_folderWithSlash(withSlash(folder))
+    , m_hidden(hidden)
 {
 }
 
 bool FolderEntries::next()
 {
-    while (const dirent *const entry = m_stream ? ::readdir(m_stream.get()) : nullptr) {
-        const bool isHidden = entry->d_name[0] == '.';
-        if (isHidden)
+    while (const dirent *const entry = m_stream ? nextEntry(m_stream.get(), m_error) : nullptr) {
+        // An array of 256 bytes by its type, but exFAT, NTFS and CIFS hand out names of up to 765.
+        const char *const name = entry->d_name;
+        if (isLeftOut(name))
             continue;
-        m_name = entry->d_name;
         const std::optional<bool> isFolder = isFolderEntry(m_stream.get(), *entry);
-        // A name that is no text could not be told back to the system.
-        if (!isFolder || !m_name.isValidUtf8())
+        if (!isFolder)
             continue;
+        m_name = QByteArrayView(name, static_cast<qsizetype>(std::strlen(name)));
+        if (!isDecodable(m_name)) {
+            ++m_undecodableNames;
+            continue;
+        }
         m_isFolder = *isFolder;
         return true;
     }
     return false;
 }
 
+bool FolderEntries::isLeftOut(const char *name) const
+{
+    return name[0] == '.' && (m_hidden == HiddenEntries::LeftOut || std::strcmp(name, ".") == 0 ||
+                                 std::strcmp(name, "..") == 0);
+}
+
 QString FolderEntries::path() const
 {
-    return m_folderWithSlash + m_name.toString();
+    return decodedPath(m_folderWithSlash, m_name);
 }
 
 bool FolderEntries::isFolder() const
@@ -64,19 +97,64 @@ bool FolderEntries::isFolder() const
     return m_isFolder;
 }
 
+QString FolderEntries::error() const
+{
+    return m_error == 0 ? QString() : qt_error_string(m_error);
+}
+
+int FolderEntries::folderDescriptor() const
+{
+    return ::dirfd(m_stream.get());
+}
+
+const char *FolderEntries::rawName() const
+{
+    return m_name.data();
+}
+
 #else
 
-FolderEntries::FolderEntries(const QString &folder)
-    : m_entries(folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks)
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
+
+namespace {
+
+QDir::Filters filtersFor(HiddenEntries hidden)
+{
+    const QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
+    return hidden == HiddenEntries::Listed ? filters | QDir::Hidden : filters;
+}
+
+bool keepsItsName([[maybe_unused]] const QString &name)
+{
+#ifdef Q_OS_WIN
+    return keepsItsNameOnWindows(name);
+#else
+    return true;
+#endif
+}
+
+} // namespace
+
+FolderEntries::FolderEntries(const QString &folder, HiddenEntries hidden)
+    : m_folder(folder)
+    , m_entries(folder, filtersFor(hidden))
 {
 }
 
 bool FolderEntries::next()
 {
-    const bool exists = m_entries.hasNext();
-    if (exists)
+    while (m_entries.hasNext()) {
         m_entries.next();
-    return exists;
+        // It may lead to a folder around it, without end, or make one file look like two.
+        if (m_entries.fileInfo().isJunction())
+            continue;
+        if (keepsItsName(m_entries.fileName()))
+            return true;
+        ++m_undecodableNames;
+    }
+    return false;
 }
 
 QString FolderEntries::path() const
@@ -87,6 +165,24 @@ QString FolderEntries::path() const
 bool FolderEntries::isFolder() const
 {
     return m_entries.fileInfo().isDir();
+}
+
+/// QDirIterator keeps errors to itself, so the folder is asked once more.
+QString FolderEntries::error() const
+{
+#ifdef Q_OS_WIN
+    const QString path = QDir::toNativeSeparators(withSlash(QDir(m_folder).absolutePath()));
+    // Paths of more than 260 characters need the prefix, and those of servers would need another one.
+    const QString pattern = (path.startsWith(u"\\\\") ? path : QStringLiteral("\\\\?\\") + path) + u'*';
+    WIN32_FIND_DATAW data = {};
+    const HANDLE search = FindFirstFileW(reinterpret_cast<const wchar_t *>(pattern.utf16()), &data);
+    if (search == INVALID_HANDLE_VALUE) // NOLINT(performance-no-int-to-ptr): Windows defines it so.
+        return qt_error_string(static_cast<int>(GetLastError()));
+    FindClose(search);
+    return {};
+#else
+    return QDir(m_folder).isReadable() ? QString() : QStringLiteral("The folder cannot be read");
+#endif
 }
 
 #endif
