@@ -1,5 +1,7 @@
 #include "app/BackgroundTasks.h"
 
+#include "scan/ScanThreads.h"
+
 #include <QScopeGuard>
 #include <QThread>
 #include <QThreadPool>
@@ -20,11 +22,13 @@ BackgroundTasks::~BackgroundTasks()
 void BackgroundTasks::start(std::function<void()> task)
 {
     ++m_state->running;
-    std::ignore = QtConcurrent::run(QThreadPool::globalInstance(), [state = m_state, task = std::move(task)] {
+    const auto runTask = [state = m_state, task = std::move(task)] {
         const auto finished = qScopeGuard([&state] { --state->running; });
         if (!state->abandoned)
             task();
-    });
+    };
+    std::ignore =
+        QtConcurrent::run(QThreadPool::globalInstance(), [runTask] { scanThreads().start(runTask); });
 }
 
 std::function<bool()> BackgroundTasks::abandoned() const

@@ -6,9 +6,9 @@
 #include <functional>
 #include <memory>
 
-/// The pool tasks that hold a pointer to their owner, so that the owner can outlive them.
+/// Background tasks that hold a pointer to their owner, so that the owner can outlive them.
 ///
-/// Lives on the owner's thread; the tasks themselves see nothing of it but the question whether to give up.
+/// Lives on the owner's thread. All that the tasks see of it is the predicate abandoned().
 class BackgroundTasks
 {
 public:
@@ -17,7 +17,8 @@ public:
     ~BackgroundTasks();
     Q_DISABLE_COPY_MOVE(BackgroundTasks)
 
-    /// Runs \a task on the global thread pool.
+    /// Starts \a task by way of the global thread pool, which other tasks may keep busy, and runs it on one
+    /// of scanThreads(): there it may wait as long as it takes.
     void start(std::function<void()> task);
 
     /// A question a task may ask from any thread, for as long as it runs: whether its owner is going away.

@@ -2,7 +2,7 @@
 
 #include "scan/FileCategories.h"
 #include "scan/FileCount.h"
-#include "scan/ReadAheadWalk.h"
+#include "scan/FolderWalk.h"
 #include "scan/ScanProgress.h"
 #include "scan/SkipRules.h"
 
@@ -23,13 +23,13 @@ QStringList collectFiles(
     acceptedFileCount = 0;
 
     QStringList accepted;
-    // What takes files without a suffix takes all, and a suffix is dearer to come by than it looks.
+    // If files without a suffix are accepted, all are: skip the costly suffix lookup.
     const bool takesAll = collectionAccepts(QString(), options.fileTypes);
     SkipRules rules(options, folders);
     ReportThrottle throttle(lastReportedCount);
     QElapsedTimer clock;
     clock.start();
-    ReadAheadWalk files(folders, callbacks.abandoned);
+    FolderWalk files(folders, callbacks.abandoned);
     while (const std::optional<QString> path = files.next()) {
         if (rules.skip(*path))
             continue;
@@ -41,7 +41,7 @@ QStringList collectFiles(
         if (throttle.isDue(scanned, clock.elapsed()))
             callbacks.progress(*path, scannedPercent(scanned, total));
     }
-    // It stays for the whole analysis.
+    // The list lives as long as the analysis.
     accepted.squeeze();
     return accepted;
 }

@@ -1,10 +1,12 @@
 #include "scan/FileCount.h"
 
 #include "scan/FolderEntries.h"
+#include "scan/ScanThreads.h"
 
 #include <QMutex>
 #include <QMutexLocker>
-#include <QThreadPool>
+#include <QSemaphore>
+#include <QThread>
 #include <QWaitCondition>
 
 #include <atomic>
@@ -49,36 +51,43 @@ private:
     qsizetype m_unfinished;
 };
 
+/// Takes folders from \a stock until none are left; the number of their files.
+qint32 countFilesOf(FolderStock &stock, const std::function<bool()> &abandoned)
+{
+    qint32 files = 0;
+    while (const std::optional<QString> folder = stock.take()) {
+        QStringList subfolders;
+        // An abandoned count opens none of the folders that are left: there can be tens of thousands.
+        if (!abandoned()) {
+            FolderEntries entries(*folder);
+            while (entries.next() && !abandoned()) {
+                if (entries.isFolder())
+                    subfolders.append(entries.path());
+                else
+                    ++files;
+            }
+        }
+        stock.finish(subfolders);
+    }
+    return files;
+}
+
 } // namespace
 
 qint32 countFiles(const QStringList &folders, const std::function<bool()> &abandoned)
 {
     FolderStock stock(folders);
     std::atomic<qint32> total = 0;
-    const auto countFolders = [&] {
-        qint32 files = 0;
-        while (const std::optional<QString> folder = stock.take()) {
-            QStringList subfolders;
-            // There can be tens of thousands of folders, and to open them all takes its time as well.
-            if (!abandoned()) {
-                FolderEntries entries(*folder);
-                while (entries.next() && !abandoned()) {
-                    if (entries.isFolder())
-                        subfolders.append(entries.path());
-                    else
-                        ++files;
-                }
-            }
-            stock.finish(subfolders);
-        }
-        total += files;
-    };
-
-    // Threads of its own: the global pool's other users, Qt's painting among them, would wait for as long as
-    // the disk takes.
-    QThreadPool threads;
-    for (int i = 0; i < threads.maxThreadCount(); ++i)
-        threads.start(countFolders);
-    threads.waitForDone();
+    QSemaphore finished;
+    // Only threads that are free now: the current one may be one of them, and to wait for another's turn
+    // could take for ever.
+    int helpers = 0;
+    while (helpers < QThread::idealThreadCount() - 1 && scanThreads().tryStart([&] {
+        total += countFilesOf(stock, abandoned);
+        finished.release();
+    }))
+        ++helpers;
+    total += countFilesOf(stock, abandoned);
+    finished.acquire(helpers);
     return total;
 }

@@ -1,6 +1,5 @@
 #include "app/MainWindow.h"
 
-#include "analysis/PoolThreadRelease.h"
 #include "app/TimerDisposal.h"
 #include "scan/ElapsedTime.h"
 #include "scan/FileCollection.h"
@@ -48,7 +47,7 @@ void MainWindow::startScanningWithOptions()
     startCollection(scanFolders(), scanOptions);
 }
 
-/// Runs the walk on the pool. What it reports is queued to the GUI thread, its list last of all.
+/// Runs the walk in the background. What it reports is queued to the GUI thread, its list last of all.
 void MainWindow::startCollection(const QStringList &folders, const ScanOptions &options)
 {
     const auto queue = [this](auto step) {
@@ -73,9 +72,6 @@ void MainWindow::startCollection(const QStringList &folders, const ScanOptions &
         .abandoned = tasks.abandoned(),
     };
     tasks.start([this, queue, folders, options, callbacks] {
-        // A walk can take minutes, and the pool has other users: the next scan, the analysis, and Qt itself,
-        // which spreads the painting of large areas over the pool while the GUI thread waits.
-        const PoolThreadRelease release;
         const QStringList collected = collectFiles(folders, options, callbacks);
         if (callbacks.abandoned())
             return;

@@ -1,4 +1,5 @@
 #include "app/BackgroundTasks.h"
+#include "scan/ScanThreads.h"
 #include "tests/support/PoolThreads.h"
 
 #include <QSemaphore>
@@ -29,7 +30,7 @@ class tst_backgroundTasks : public QObject
     Q_OBJECT
 
 private slots:
-    void runsATaskOnThePool();
+    void runsATaskWhereItMayWait();
     void finishWaitsForTheRunningTask();
     void destructorWaitsForTheRunningTasks();
     void finishGivesUpAtTheDeadline();
@@ -42,17 +43,20 @@ private slots:
     void finishesWhileTasksEnd();
 };
 
-void tst_backgroundTasks::runsATaskOnThePool()
+void tst_backgroundTasks::runsATaskWhereItMayWait()
 {
     BackgroundTasks tasks;
     QSemaphore ran;
+    std::atomic<bool> onScanThread{false};
     std::atomic<bool> onPool{false};
     tasks.start([&] {
+        onScanThread = scanThreads().contains(QThread::currentThread());
         onPool = QThreadPool::globalInstance()->contains(QThread::currentThread());
         ran.release();
     });
     QVERIFY(ran.tryAcquire(1, patience));
-    QVERIFY(onPool);
+    QVERIFY(onScanThread);
+    QVERIFY(!onPool);
     QVERIFY(!tasks.abandoned()());
 }
 
@@ -138,7 +142,7 @@ void tst_backgroundTasks::skipsATaskThatNeverStarted_data()
 void tst_backgroundTasks::skipsATaskThatNeverStarted()
 {
     QFETCH(const int, threads);
-    const PoolSize size(threads);
+    const PoolSize size(threads, scanThreads());
     std::atomic<int> ran{0};
     QSemaphore started;
     BackgroundTasks tasks;

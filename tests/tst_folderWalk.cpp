@@ -1,6 +1,6 @@
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
-#include "scan/ReadAheadWalk.h"
+#include "scan/FolderWalk.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/OrdinaryUser.h"
 #include "tests/support/SpecialFiles.h"
@@ -9,12 +9,10 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QRandomGenerator>
-#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -32,10 +30,15 @@ QStringList filesByQt(const QString &folder)
     return files;
 }
 
-QStringList filesReadAhead(const QStringList &folders)
+bool neverAbandoned()
+{
+    return false;
+}
+
+QStringList filesOfWalk(const QStringList &folders)
 {
     QStringList files;
-    ReadAheadWalk walk(folders, [] { return false; });
+    FolderWalk walk(folders, neverAbandoned);
     while (const std::optional<QString> file = walk.next())
         files.append(*file);
     return files;
@@ -60,7 +63,7 @@ void writeRandomTree(const QString &folder, quint32 seed)
 
 } // namespace
 
-/// A walk yields what Qt's own yields, in the same order, however many threads read the folders.
+/// A walk yields what Qt's own yields, in the same order, and can be ended at any point.
 class tst_folderWalk : public QObject
 {
     Q_OBJECT
@@ -70,11 +73,13 @@ private slots:
     void yieldsWhatQtYields();
     void walksTheFoldersInTheOrderGiven();
     void yieldsWhatOnlyOneFolderHolds();
-    void readsFarAheadInOrder_data();
-    void readsFarAheadInOrder();
-    void readsWhatIsWantedHoweverMuchIsAhead();
-    void endsWithFoldersLeftUnread();
-    void endsFarAboveTheDeepestFolder();
+    void keepsTheOrderInTreesOfEveryShape_data();
+    void keepsTheOrderInTreesOfEveryShape();
+    void yieldsAFileBeforeItHasReadTheFolder();
+    void endsInTheMiddleOfACrowdedFolder();
+    void asksForEveryEntryOfTheRestOfAFolder();
+    void holdsOneFolderOpenHoweverDeepItIs();
+    void reachesTheDeepestFolderWithASmallStack();
 };
 
 void tst_folderWalk::yieldsWhatQtYields_data()
@@ -152,8 +157,8 @@ void tst_folderWalk::yieldsWhatQtYields()
     const QString path = folder.path() + walked;
     const QStringList expected = filesByQt(path);
     QCOMPARE(!expected.isEmpty(), hasFiles);
-    QCOMPARE(filesReadAhead({path}), expected);
-    QCOMPARE(countFiles({path}, [] { return false; }), expected.size());
+    QCOMPARE(filesOfWalk({path}), expected);
+    QCOMPARE(countFiles({path}, neverAbandoned), expected.size());
 }
 
 void tst_folderWalk::walksTheFoldersInTheOrderGiven()
@@ -165,10 +170,10 @@ void tst_folderWalk::walksTheFoldersInTheOrderGiven()
     writeRandomTree(b, 2);
     const QStringList folders{b, a, folder.path(), b};
     const QStringList expected = filesByQt(b) + filesByQt(a) + filesByQt(folder.path()) + filesByQt(b);
-    QCOMPARE(filesReadAhead(folders), expected);
-    QCOMPARE(countFiles(folders, [] { return false; }), expected.size());
-    QCOMPARE(filesReadAhead({}), QStringList());
-    QCOMPARE(countFiles({}, [] { return false; }), 0);
+    QCOMPARE(filesOfWalk(folders), expected);
+    QCOMPARE(countFiles(folders, neverAbandoned), expected.size());
+    QCOMPARE(filesOfWalk({}), QStringList());
+    QCOMPARE(countFiles({}, neverAbandoned), 0);
 }
 
 void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
@@ -185,20 +190,19 @@ void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
     QCOMPARE(files, QStringList{folder.filePath(u"a"_s)});
 }
 
-void tst_folderWalk::readsFarAheadInOrder_data()
+void tst_folderWalk::keepsTheOrderInTreesOfEveryShape_data()
 {
     QTest::addColumn<int>("folders");
     QTest::addColumn<int>("filesEach");
     QTest::addColumn<int>("levels");
 
-    // More than a portion in one place, and more altogether than is read ahead.
     QTest::newRow("one crowded folder") << 1 << 1500 << 0;
     QTest::newRow("a crowd of folders") << 1500 << 1 << 0;
-    QTest::newRow("more than is read ahead") << 20 << 300 << 0;
+    QTest::newRow("many files in many folders") << 20 << 300 << 0;
     QTest::newRow("one folder in another") << 1 << 1 << 300;
 }
 
-void tst_folderWalk::readsFarAheadInOrder()
+void tst_folderWalk::keepsTheOrderInTreesOfEveryShape()
 {
     QFETCH(const int, folders);
     QFETCH(const int, filesEach);
@@ -212,75 +216,105 @@ void tst_folderWalk::readsFarAheadInOrder()
     }
     const QStringList expected = filesByQt(root.path());
     QCOMPARE(expected.size(), folders * (filesEach + 1));
-    QCOMPARE(countFiles({root.path()}, [] { return false; }), expected.size());
+    QCOMPARE(countFiles({root.path()}, neverAbandoned), expected.size());
 
-    ReadAheadWalk walk({root.path()}, [] { return false; });
-    // The readers get as far ahead as they may.
-    QTest::qWait(100);
+    FolderWalk walk({root.path()}, neverAbandoned);
     for (const QString &path : expected)
         QCOMPARE(walk.next(), path);
     QCOMPARE(walk.next(), std::nullopt);
     QCOMPARE(walk.next(), std::nullopt);
 }
 
-void tst_folderWalk::readsWhatIsWantedHoweverMuchIsAhead()
+/// A folder of a million files must not keep its user without progress until all of it has been read.
+void tst_folderWalk::yieldsAFileBeforeItHasReadTheFolder()
 {
-    constexpr int tooMany = 5000;
     const QTemporaryDir root;
-    for (const QString &name : {u"a"_s, u"b"_s})
-        QVERIFY(QDir().mkpath(root.filePath(name)));
-    FolderEntries order(root.path());
-    QVERIFY(order.next());
-    writeFile(order.path() + u"/sub/file"_s, "x");
-    QVERIFY(order.next());
-    writeEmptyFiles(order.path(), tooMany, u"x"_s);
-
-    // The first folder is held up, after two questions for the root, until the second one has been read.
-    std::atomic<int> asked = 0;
-    QSemaphore muchIsAhead;
-    ReadAheadWalk walk({root.path()}, [&, taker = QThread::currentThread()] {
-        const int question = QThread::currentThread() == taker ? 0 : ++asked;
-        if (question == 3)
-            muchIsAhead.tryAcquire(1, 5000);
-        if (question == 3 + tooMany)
-            muchIsAhead.release();
+    writeEmptyFiles(root.path(), 1000, u"x"_s);
+    int asked = 0;
+    FolderWalk walk({root.path()}, [&asked] {
+        ++asked;
         return false;
     });
-    for (const QString &path : filesByQt(root.path()))
-        QCOMPARE(walk.next(), path);
+    QVERIFY(walk.next());
+    QVERIFY2(asked < 10, qPrintable(QString::number(asked)));
+}
+
+void tst_folderWalk::endsInTheMiddleOfACrowdedFolder()
+{
+    const QTemporaryDir root;
+    writeEmptyFiles(root.path(), 1000, u"x"_s);
+    bool abandoned = false;
+    FolderWalk walk({root.path()}, [&abandoned] { return abandoned; });
+    QVERIFY(walk.next());
+    abandoned = true;
+    QCOMPARE(walk.next(), std::nullopt);
+    // The walk does not come to life again.
     QCOMPARE(walk.next(), std::nullopt);
 }
 
-void tst_folderWalk::endsWithFoldersLeftUnread()
+/// Before the walk goes into a subfolder, it reads the rest of the folder around it: a million files,
+/// perhaps.
+void tst_folderWalk::asksForEveryEntryOfTheRestOfAFolder()
 {
+    constexpr int subfolders = 20;
+    constexpr int files = 1000;
     const QTemporaryDir root;
-    writeRandomTree(root.path(), 1);
-    for (int taken = 0; taken < 50; ++taken) {
-        ReadAheadWalk walk({root.path()}, [] { return false; });
-        for (int i = 0; i < taken; ++i)
-            QVERIFY(walk.next());
-    }
+    for (int i = 0; i < subfolders; ++i)
+        QVERIFY(QDir(root.path()).mkdir(QString::number(i)));
+    writeEmptyFiles(root.path(), files, u"x"_s);
+    FolderEntries order(root.path());
+    int filesBefore = 0;
+    while (order.next() && !order.isFolder())
+        ++filesBefore;
+
+    int asked = 0;
+    FolderWalk walk({root.path()}, [&asked] {
+        ++asked;
+        return false;
+    });
+    for (int i = 0; i < filesBefore; ++i)
+        QVERIFY(walk.next());
+    asked = 0;
+    static_cast<void>(walk.next());
+    QVERIFY2(asked > files + subfolders - filesBefore, qPrintable(QString::number(asked)));
 }
 
-void tst_folderWalk::endsFarAboveTheDeepestFolder()
+void tst_folderWalk::holdsOneFolderOpenHoweverDeepItIs()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir root;
+    constexpr int levels = 50;
+    const QString deepest = root.path() + u"/d"_s.repeated(levels);
+    writeFile(deepest + u"/file"_s, "x");
+    const auto openDescriptors = [] {
+        return QDir(u"/proc/self/fd"_s)
+            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+            .size();
+    };
+
+    const qsizetype before = openDescriptors();
+    FolderWalk walk({root.path()}, neverAbandoned);
+    QCOMPARE(walk.next(), deepest + u"/file"_s);
+    QCOMPARE(openDescriptors(), before + 1);
+#else
+    QSKIP("Nothing tells what this process holds open");
+#endif
+}
+
+void tst_folderWalk::reachesTheDeepestFolderWithASmallStack()
 {
     const HostileTree root;
     constexpr int levels = 1900;
     if (!writeDeepFile(root.path(), levels, "d", "file", "x"))
         QSKIP("No path is as long here");
-    std::atomic<int> asked = 0;
-    const std::unique_ptr<QThread> thread(QThread::create([&root, &asked] {
-        const ReadAheadWalk walk({root.path()}, [&asked] {
-            ++asked;
-            return false;
-        });
-        while (asked < levels)
-            QThread::yieldCurrentThread();
-    }));
+    qsizetype found = 0;
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { found = filesOfWalk({root.path()}).size(); }));
     // Enough for a walk, not for a call in each folder.
     thread->setStackSize(256 * 1024);
     thread->start();
     QVERIFY(thread->wait());
+    QCOMPARE(found, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_folderWalk)

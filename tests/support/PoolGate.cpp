@@ -1,17 +1,28 @@
 #include "tests/support/PoolGate.h"
 
+#include "scan/ScanThreads.h"
+
 #include <QThreadPool>
 
 namespace {
 
 constexpr int patienceMilliseconds = 30'000;
 
+/// A task starts on the global pool and goes on on the threads of the scans, which wait for the pool's work.
+void waitForAllTasks()
+{
+    QThreadPool::globalInstance()->waitForDone();
+    scanThreads().waitForDone();
+}
+
 } // namespace
 
 PoolGate::PoolGate()
     : m_threads(QThreadPool::globalInstance()->maxThreadCount())
+    , m_scanThreads(scanThreads().maxThreadCount())
 {
-    QThreadPool::globalInstance()->waitForDone();
+    waitForAllTasks();
+    scanThreads().setMaxThreadCount(1);
     QThreadPool::globalInstance()->setMaxThreadCount(1);
     close();
 }
@@ -20,12 +31,13 @@ PoolGate::~PoolGate()
 {
     open();
     QThreadPool::globalInstance()->setMaxThreadCount(m_threads);
+    scanThreads().setMaxThreadCount(m_scanThreads);
 }
 
 void PoolGate::runWaitingTasks()
 {
     open();
-    QThreadPool::globalInstance()->waitForDone();
+    waitForAllTasks();
     close();
 }
 

@@ -8,8 +8,8 @@
 /// Holds the global thread pool back, so that a scan can be looked at in any of its stages for as long as it
 /// takes.
 ///
-/// While it lives, the pool runs its tasks one after the other in the order of their start, and none before
-/// the gate opens. Destroying it opens the gate for good.
+/// While it lives, the pool and the threads of the scans run their tasks one after the other in the order of
+/// their start, and none before the gate opens. Destroying it opens the gate for good.
 class PoolGate
 {
 public:
@@ -36,6 +36,7 @@ private:
     void close();
 
     const int m_threads;
+    const int m_scanThreads;
     /// Shared with the task that blocks the pool, which may outlive the gate for an instant.
     std::shared_ptr<Lock> m_lock;
 };

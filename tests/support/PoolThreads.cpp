@@ -12,15 +12,16 @@ constexpr std::chrono::seconds patience(30);
 
 } // namespace
 
-PoolSize::PoolSize(int threads)
-    : m_before(QThreadPool::globalInstance()->maxThreadCount())
+PoolSize::PoolSize(int threads, QThreadPool &pool)
+    : m_pool(pool)
+    , m_before(pool.maxThreadCount())
 {
-    QThreadPool::globalInstance()->setMaxThreadCount(threads);
+    m_pool.setMaxThreadCount(threads);
 }
 
 PoolSize::~PoolSize()
 {
-    QThreadPool::globalInstance()->setMaxThreadCount(m_before);
+    m_pool.setMaxThreadCount(m_before);
 }
 
 void runOnPoolThreads(int copies, const std::function<void()> &task)

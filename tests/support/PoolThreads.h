@@ -1,18 +1,19 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QThreadPool>
 
 #include <functional>
 
-/// Sets the number of threads of the global pool for its lifetime.
+/// Sets the number of threads of \a pool for its lifetime.
 class PoolSize
 {
 public:
-    explicit PoolSize(int threads);
+    explicit PoolSize(int threads, QThreadPool &pool = *QThreadPool::globalInstance());
     ~PoolSize();
     Q_DISABLE_COPY_MOVE(PoolSize)
 
 private:
+    QThreadPool &m_pool;
     const int m_before;
 };
 
