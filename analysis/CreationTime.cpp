@@ -14,18 +14,27 @@ namespace {
 std::optional<qint64> creationTimeByQt(const QString &path)
 {
     const QFileInfo file(path);
+    if (!file.exists())
+        return std::nullopt;
     QDateTime time = file.fileTime(QFileDevice::FileBirthTime);
     if (!time.isValid())
         time = file.fileTime(QFileDevice::FileModificationTime);
-    return time.isValid() ? std::optional(time.toMSecsSinceEpoch()) : std::nullopt;
+    // Qt takes 1970-01-01 00:00:00 UTC for no time at all.
+    return time.isValid() ? time.toMSecsSinceEpoch() : 0;
 }
 
 #if defined(Q_OS_LINUX) && defined(STATX_BTIME)
-/// Nothing when the system does not tell, 1970-01-01 UTC included, as QFileInfo has it.
-std::optional<qint64> milliseconds(const statx_timestamp &time, bool known)
+qint64 milliseconds(const statx_timestamp &time)
 {
-    const qint64 value = qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
-    return known && value != 0 ? std::optional(value) : std::nullopt;
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
+}
+
+/// The birth time, or nothing when the system does not know it. As with QFileInfo, 1970-01-01 00:00:00 UTC is
+/// no birth time.
+std::optional<qint64> birthTime(const struct statx &facts)
+{
+    const qint64 time = milliseconds(facts.stx_btime);
+    return (facts.stx_mask & STATX_BTIME) != 0 && time != 0 ? std::optional(time) : std::nullopt;
 }
 #endif
 
@@ -34,14 +43,12 @@ std::optional<qint64> milliseconds(const statx_timestamp &time, bool known)
 std::optional<qint64> creationTime(const QString &path)
 {
 #if defined(Q_OS_LINUX) && defined(STATX_BTIME)
-    // QFileInfo's local times look up the time zone for each file, under one lock for all threads: five times
-    // the work of asking for the time itself.
+    // QFileInfo looks up the time zone for each time, under one lock for all threads: five times the work of
+    // the call itself.
     struct statx facts = {};
     const QByteArray name = QFile::encodeName(path);
-    if (::statx(AT_FDCWD, name.constData(), AT_NO_AUTOMOUNT, STATX_BTIME | STATX_MTIME, &facts) == 0) {
-        const auto birth = milliseconds(facts.stx_btime, (facts.stx_mask & STATX_BTIME) != 0);
-        return birth ? birth : milliseconds(facts.stx_mtime, (facts.stx_mask & STATX_MTIME) != 0);
-    }
+    if (::statx(AT_FDCWD, name.constData(), AT_NO_AUTOMOUNT, STATX_BTIME | STATX_MTIME, &facts) == 0)
+        return birthTime(facts).value_or(milliseconds(facts.stx_mtime));
 #endif
     return creationTimeByQt(path);
 }

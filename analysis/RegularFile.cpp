@@ -15,14 +15,48 @@ qint64 fileSize(const QString &path)
     return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_size : 0;
 }
 
-RegularFile::RegularFile(const QString &path)
-    : m_descriptor(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+namespace {
+
+constexpr int readOnly = O_RDONLY | O_CLOEXEC;
+
+/// A descriptor of the regular file \a name, on which another program holds a lease, once that is given up;
+/// -1 when something else is there.
+int openLeasedFile([[maybe_unused]] const char *name)
 {
+    int descriptor = -1;
+#ifdef O_PATH
+    const int place = ::open(name, O_PATH | O_CLOEXEC);
     struct stat status = {};
-    // To ask for the type by the path first would look the path up twice, which takes as long as to read the
-    // file.
-    if (m_descriptor < 0 || (::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode))) {
+    if (place >= 0 && ::fstat(place, &status) == 0 && S_ISREG(status.st_mode)) {
+        // Not by the path once more, where a pipe may be by now.
+        const QByteArray file = "/proc/self/fd/" + QByteArray::number(place);
+        descriptor = ::open(file.constData(), readOnly);
+    }
+    if (place >= 0)
+        ::close(place);
+#endif
+    return descriptor;
+}
+
+/// A descriptor of whatever \a name is; -1 when it cannot be opened. Waits for a lease, but not for a pipe.
+int openForReading(const char *name)
+{
+    const int descriptor = ::open(name, readOnly | O_NONBLOCK);
+    return descriptor < 0 && errno == EWOULDBLOCK ? openLeasedFile(name) : descriptor;
+}
+
+} // namespace
+
+RegularFile::RegularFile(const QString &path)
+    : m_descriptor(openForReading(QFile::encodeName(path).constData()))
+{
+    if (m_descriptor < 0)
+        return;
+    // Looking at the type by the path first would take as long as reading the file.
+    if (struct stat status = {}; ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
         m_sizeAtOpening = status.st_size;
+        // Some file systems would fail to read instead of waiting.
+        ::fcntl(m_descriptor, F_SETFL, 0);
         return;
     }
     ::close(m_descriptor);
@@ -63,7 +97,7 @@ qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
         if (got <= 0)
             break;
         m_end += got;
-        // Saves most files a call that only says that there is no more.
+        // Skips the final pread() that would return 0.
         if (m_end == m_sizeAtOpening)
             break;
     }
@@ -89,7 +123,7 @@ std::optional<qint64> RegularFile::readAtOnce(
 
 qint64 RegularFile::size() const
 {
-    // And this saves them one that only says the same size again.
+    // Skips an fstat() that would return the same size again.
     if (m_end > 0 && m_end == m_sizeAtOpening)
         return m_sizeAtOpening;
     struct stat status = {};

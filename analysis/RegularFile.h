@@ -11,21 +11,22 @@ qint64 fileSize(const QString &path);
 
 /// A regular file open for reading, without a buffer: nothing is read but what was asked for.
 ///
-/// Any thread, one at a time. On Unix it works on the descriptor itself: QFile asks the system for more than
-/// it needs when it takes one over, which for small files is a fifth of the whole time.
+/// Any thread, one at a time. On Unix it works on the descriptor itself: QFile makes further system calls
+/// when it takes one over, which for small files is a fifth of the whole time.
 class RegularFile
 {
 public:
     /// Opens the file at \a path. Anything but a regular file is left alone; a pipe in its place is never
-    /// waited for.
+    /// waited for. Where another program, a file server for instance, holds a lease on the file, waits until
+    /// the system has got it back, as any open does.
     explicit RegularFile(const QString &path);
     ~RegularFile();
     Q_DISABLE_COPY_MOVE(RegularFile)
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Has the system fetch the first \a count bytes and, of a file that is larger than twice that, the last
-    /// ones in the background, so that whoever reads them later waits less. False where it cannot.
+    /// Has the system fetch the first \a count bytes in the background and, of a file larger than twice that,
+    /// the last ones. False where it cannot.
     [[nodiscard]] bool prefetchEnds(qint64 count) const;
 
     /// Reads up to \a count bytes from \a position on into \a data and returns how many came before the file

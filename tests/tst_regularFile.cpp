@@ -1,18 +1,46 @@
 #include "analysis/RegularFile.h"
 #include "tests/support/DiskCache.h"
+#include "tests/support/LeaseHolder.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
+#include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <array>
+
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#endif
 
 namespace {
 
 constexpr int wanted = 4096;
 
 using Buffer = std::array<char, wanted>;
+
+#ifdef Q_OS_LINUX
+/// The flags with which this process holds \a path open; nothing when it does not.
+std::optional<int> flagsOfOpenFile(const QString &path)
+{
+    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    for (const QString &number :
+        descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+        if (QFile::symLinkTarget(descriptors.filePath(number)) != path)
+            continue;
+        QFile info(QStringLiteral("/proc/self/fdinfo/") + number);
+        if (!info.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray &line : info.readAll().split('\n')) {
+            if (line.startsWith("flags:"))
+                return line.mid(6).trimmed().toInt(nullptr, 8);
+        }
+    }
+    return std::nullopt;
+}
+#endif
 
 } // namespace
 
@@ -25,6 +53,8 @@ private slots:
     void reads_data();
     void reads();
     void readsNothingAtOnceFromTheDisk();
+    void waitsForALeaseOfAnotherProcess();
+    void readsWithoutTheFlagItWasOpenedWith();
 };
 
 void tst_regularFile::reads_data()
@@ -80,6 +110,38 @@ void tst_regularFile::readsNothingAtOnceFromTheDisk()
     QVERIFY(file.prefetchEnds(wanted));
     QCOMPARE(file.readAt(0, buffer.data(), wanted), wanted);
     QCOMPARE(QByteArray(buffer.data(), wanted), content.first(wanted));
+}
+
+void tst_regularFile::waitsForALeaseOfAnotherProcess()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
+    writeFile(path, "before");
+    const LeaseHolder holder(path, "behind");
+    if (!holder.holdsLease())
+        QSKIP("There are no leases here");
+
+    RegularFile file(path);
+    QVERIFY(file.isOpen());
+    Buffer buffer = {};
+    const qint64 read = file.readAt(0, buffer.data(), wanted);
+    // What the other process has written while this one waited.
+    QCOMPARE(QByteArray(buffer.data(), read), "behind");
+}
+
+void tst_regularFile::readsWithoutTheFlagItWasOpenedWith()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir folder;
+    const QString path = QDir(folder.path()).canonicalPath() + QStringLiteral("/file");
+    writeFile(path, "content");
+    const RegularFile file(path);
+    const std::optional<int> flags = flagsOfOpenFile(path);
+    QVERIFY(flags.has_value());
+    QCOMPARE(*flags & (O_NONBLOCK | O_ACCMODE), O_RDONLY);
+#else
+    QSKIP("Nothing tells the flags of an open file");
+#endif
 }
 
 QTEST_GUILESS_MAIN(tst_regularFile)

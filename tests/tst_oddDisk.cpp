@@ -1,0 +1,216 @@
+#include "analysis/CreationTime.h"
+#include "analysis/DuplicateGroup.h"
+#include "analysis/FileHash.h"
+#include "analysis/RegularFile.h"
+#include "scan/FileCount.h"
+#include "scan/FolderEntries.h"
+#include "tests/support/Collecting.h"
+#include "tests/support/OddDisk.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/SpecialFiles.h"
+#include "tests/support/TestFiles.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QSemaphore>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using Qt::StringLiterals::operator""_s;
+
+/// File systems that answer as few do: names longer than 255 bytes, entries without type, files without birth
+/// time.
+class tst_oddDisk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsNamesOfUpTo765Bytes();
+    void looksAtEntriesOfUnknownType();
+    void saysThatAFolderBrokeOff();
+    void takesModificationAtZeroForATime();
+    void takesBirthAtZeroForNone();
+    void keepsTheFileOf1970InsteadOfOneThatIsGone();
+    void readsOnWhereTheSystemStopped_data();
+    void readsOnWhereTheSystemStopped();
+    void prefetchesBothEnds_data();
+    void prefetchesBothEnds();
+    void opensALeasedFileByWaiting();
+    void neverWaitsForAPipeInPlaceOfALeasedFile();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const
+    {
+        return m_folder.filePath(name);
+    }
+
+    const QTemporaryDir m_folder;
+};
+
+void tst_oddDisk::keepsNamesOfUpTo765Bytes()
+{
+    const QString folder = path(QString::fromLatin1(OddDisk::longNames));
+    QVERIFY(QDir().mkpath(folder));
+    QList<QByteArray> expected;
+    for (const QByteArray &name : OddDisk::longFileNames())
+        expected.append(QFile::encodeName(folder) + '/' + name);
+
+    QList<QByteArray> collected;
+    for (const QString &file : collect({folder}))
+        collected.append(QFile::encodeName(file));
+    QCOMPARE(collected, expected);
+    QCOMPARE(countFiles({folder}, [] { return false; }), expected.size());
+
+    FolderEntries entries(folder);
+    for (const QByteArray &name : OddDisk::longFileNames()) {
+        QVERIFY(entries.next());
+        QCOMPARE(QByteArray(entries.rawName()), name);
+    }
+    QCOMPARE(entries.undecodableNames(), 0);
+    // What really is in it can be listed and removed again.
+    QVERIFY(QDir().rename(folder, path(u"as ever"_s)));
+}
+
+void tst_oddDisk::looksAtEntriesOfUnknownType()
+{
+    const QString folder = path(QString::fromLatin1(OddDisk::unknownTypes));
+    writeFile(folder + u"/file"_s, "x");
+    writeFile(folder + u"/sub/file"_s, "x");
+    writeFile(path(u"elsewhere/file"_s), "x");
+    QVERIFY(makeLink(u"file"_s, folder + u"/link to a file"_s));
+    QVERIFY(makeLink(u"../elsewhere"_s, folder + u"/link to a folder"_s));
+    QVERIFY(makeLink(u"missing"_s, folder + u"/link to nothing"_s));
+    QVERIFY(makePipe(folder + u"/pipe"_s));
+
+    const QStringList expected{folder + u"/file"_s, folder + u"/sub/file"_s};
+    QCOMPARE(sorted(collect({folder})), expected);
+    QCOMPARE(countFiles({folder}, [] { return false; }), 2);
+}
+
+void tst_oddDisk::saysThatAFolderBrokeOff()
+{
+    const QString folder = path(QString::fromLatin1(OddDisk::breaksOff));
+    for (const char name : {'1', '2', '3', '4'})
+        writeFile(folder + u'/' + QLatin1Char(name), "x");
+    FolderEntries entries(folder);
+    while (entries.next())
+        QCOMPARE(entries.error(), QString());
+    QCOMPARE(entries.error(), qt_error_string(EIO));
+    QVERIFY(QDir().rename(folder, path(u"whole"_s)));
+}
+
+void tst_oddDisk::takesModificationAtZeroForATime()
+{
+    const QString file = path(QString::fromLatin1(OddDisk::withoutBirthTime));
+    writeFile(file, "x");
+    setModificationTime(file, 1);
+    QCOMPARE(creationTime(file), QDateTime({2020, 1, 1}, {0, 0, 1}, Qt::UTC).toMSecsSinceEpoch());
+    setModificationTime(
+        file, QDateTime({2020, 1, 1}, {0, 0}, Qt::UTC).secsTo(QDateTime::fromSecsSinceEpoch(0)));
+    QCOMPARE(creationTime(file), 0);
+}
+
+/// As QFileInfo does.
+void tst_oddDisk::takesBirthAtZeroForNone()
+{
+    const QString file = path(QString::fromLatin1(OddDisk::bornAtZero));
+    writeFile(file, "x");
+    setModificationTime(file, 1);
+    QCOMPARE(creationTime(file), QDateTime({2020, 1, 1}, {0, 0, 1}, Qt::UTC).toMSecsSinceEpoch());
+}
+
+void tst_oddDisk::keepsTheFileOf1970InsteadOfOneThatIsGone()
+{
+    const QString file = path(u"1970/"_s + QString::fromLatin1(OddDisk::withoutBirthTime));
+    const QString later = path(u"later"_s);
+    const QString gone = path(u"gone"_s);
+    writeFile(file, "x");
+    writeFile(later, "x");
+    setModificationTime(
+        file, QDateTime({2020, 1, 1}, {0, 0}, Qt::UTC).secsTo(QDateTime::fromSecsSinceEpoch(0)));
+    QCOMPARE(indexOfKeptCopy({gone, file}), 1);
+    QCOMPARE(indexOfKeptCopy({gone, later, file}), 2);
+    QCOMPARE(indexOfKeptCopy({file, later, gone}), 0);
+}
+
+void tst_oddDisk::readsOnWhereTheSystemStopped_data()
+{
+    QTest::addColumn<int>("size");
+    for (const int size : {999, 1000, 1001, 4095, 4096, 4097, 8193})
+        QTest::addRow("%d bytes", size) << size;
+}
+
+void tst_oddDisk::readsOnWhereTheSystemStopped()
+{
+    QFETCH(const int, size);
+    const QString path = this->path(QString::fromLatin1(OddDisk::readBitByBit));
+    const QByteArray content = randomBytes(size, 1);
+    writeFile(path, content);
+    RegularFile file(path);
+    QByteArray read(4096, '\0');
+    const std::optional<qint64> count = file.readAtOnce(0, read.data(), read.size());
+    if (!count)
+        QSKIP("The system does not tell what is in memory");
+    QCOMPARE(*count, std::min<qint64>(size, 4096));
+    QCOMPARE(read.first(*count), content.first(*count));
+    const QByteArray tail = size > 8192 ? content.last(4096) : QByteArray();
+    QCOMPARE(computeHashesConcurrently({path}).constFirst().hash,
+        QCryptographicHash::hash(content.first(*count) + tail, QCryptographicHash::Sha256));
+}
+
+void tst_oddDisk::prefetchesBothEnds_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("hasTail");
+    QTest::newRow("small") << 100 << false;
+    QTest::newRow("two samples") << 8192 << false;
+    QTest::newRow("more than two samples") << 8193 << true;
+    QTest::newRow("large") << 1'000'000 << true;
+}
+
+void tst_oddDisk::prefetchesBothEnds()
+{
+    QFETCH(const int, size);
+    QFETCH(const bool, hasTail);
+    const QString path = this->path(u"file"_s);
+    writeFile(path, QByteArray(size, 'x'));
+    const RegularFile file(path);
+    static_cast<void>(OddDisk::takePrefetched());
+    QVERIFY(file.prefetchEnds(4096));
+    QList<OddDisk::Range> expected{{0, 4096}};
+    if (hasTail)
+        expected.append({size - 4096, 4096});
+    QVERIFY(OddDisk::takePrefetched() == expected);
+}
+
+void tst_oddDisk::opensALeasedFileByWaiting()
+{
+    const QString path = this->path(u"lease/"_s + QString::fromLatin1(OddDisk::leased));
+    writeFile(path, "content");
+    QCOMPARE(computeFileHash(path, 4096), QCryptographicHash::hash("content", QCryptographicHash::Sha256));
+}
+
+void tst_oddDisk::neverWaitsForAPipeInPlaceOfALeasedFile()
+{
+    const QString path = this->path(u"pipe/"_s + QString::fromLatin1(OddDisk::leased));
+    QVERIFY(QDir().mkpath(this->path(u"pipe"_s)));
+    QVERIFY(makePipe(path));
+    bool isOpen = true;
+    const std::unique_ptr<QThread> opening(QThread::create([&] { isOpen = RegularFile(path).isOpen(); }));
+    opening->start();
+    const bool hasReturned = opening->wait(10'000);
+    // The other end, which lets go of the thread.
+    QFile writer(path);
+    if (!hasReturned)
+        QVERIFY(writer.open(QIODevice::ReadWrite));
+    QVERIFY(opening->wait());
+    QVERIFY(hasReturned);
+    QVERIFY(!isOpen);
+}
+
+QTEST_GUILESS_MAIN(tst_oddDisk)
+#include "tst_oddDisk.moc"
