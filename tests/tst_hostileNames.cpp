@@ -1,3 +1,4 @@
+#include "analysis/DuplicateAnalysis.h"
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
 #include "tests/support/Collecting.h"
@@ -168,6 +169,7 @@ private slots:
     void everyFileIsItselfOrLeftOut_data();
     void everyFileIsItselfOrLeftOut();
     void yieldsWhatQtYieldsWithoutByteOrderMarks();
+    void neverTakesAFileForItsCopy();
     void listsHiddenEntriesWhenAsked();
     void saysWhyAFolderCannotBeRead();
     void canBeAskedForMoreOfTheCurrentEntry();
@@ -215,6 +217,28 @@ void tst_hostileNames::yieldsWhatQtYieldsWithoutByteOrderMarks()
         QVERIFY(writeFileWithRawName(tree.path(), number + piece + " folder/" + number + piece, "x"));
     }
     QCOMPARE(collect({tree.path()}), filesByQt(tree.path()));
+}
+
+void tst_hostileNames::neverTakesAFileForItsCopy()
+{
+    const HostileTree tree;
+    QVERIFY(writeFileWithRawName(tree.path(), "report.txt", "plain"));
+    QVERIFY(writeFileWithRawName(tree.path(), "\xEF\xBB\xBFreport.txt", "other"));
+    QVERIFY(makeFolderWithRawName(tree.path(), "photos"));
+    QVERIFY(makeFolderWithRawName(tree.path(), "\xEF\xBB\xBFphotos"));
+    QVERIFY(writeFileWithRawName(tree.path(), "photos/1.jpg", "photo"));
+    QVERIFY(writeFileWithRawName(tree.path(), "\xEF\xBB\xBFphotos/2.jpg", "image"));
+    const AnalysisCallbacks silent{
+        .progress = [](int) {}, .duplicatesFound = [](qsizetype) {}, .abandoned = [] { return false; }};
+    const QStringList collected = collect({tree.path()});
+    QCOMPARE(collected.size(), 4);
+    QVERIFY(findDuplicates(collected, silent).isEmpty());
+
+    QVERIFY(writeFileWithRawName(tree.path(), "\xEF\xBB\xBFreport.txt", "plain"));
+    const QList<DuplicateGroup> groups = findDuplicates(collect({tree.path()}), silent);
+    QCOMPARE(groups.size(), 1);
+    QCOMPARE(sorted(groups.constFirst().files),
+        (QStringList{tree.path(u"report.txt"_s), tree.path(u"\uFEFFreport.txt"_s)}));
 }
 
 void tst_hostileNames::listsHiddenEntriesWhenAsked()

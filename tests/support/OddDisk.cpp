@@ -2,13 +2,16 @@
 
 #include <QMutex>
 #include <QMutexLocker>
+#include <QSemaphore>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstring>
 #include <map>
 #include <string>
+#include <utility>
 
 #include <dirent.h>
 #include <dlfcn.h>
@@ -23,6 +26,7 @@ namespace {
 
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the system's functions have no owner.
 QMutex mutex;
+QSemaphore answer;
 QList<OddDisk::Range> prefetched;
 /// How many entries were read of each folder.
 std::map<const DIR *, qsizetype> entriesRead;
@@ -81,6 +85,11 @@ QList<QByteArray> OddDisk::longFileNames()
     return names;
 }
 
+void OddDisk::letAnswer()
+{
+    answer.release();
+}
+
 QList<OddDisk::Range> OddDisk::takePrefetched()
 {
     const QMutexLocker lock(&mutex);
@@ -98,6 +107,10 @@ extern "C" dirent64 *readdir64(DIR *stream)
             errno = EIO;
             return nullptr;
         }
+    }
+    if (isNamed(folder, OddDisk::doesNotAnswer)) {
+        answer.acquire();
+        answer.release();
     }
     dirent64 *const entry = systemFunction<decltype(readdir64)>("readdir64")(stream);
     if (entry && isNamed(folder, OddDisk::unknownTypes))

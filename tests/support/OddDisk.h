@@ -24,6 +24,11 @@ struct OddDisk
     /// A file that cannot be opened without waiting.
     static constexpr const char *leased = "leased";
 
+    /// A folder that tells nothing of its entries before letAnswer() is called.
+    static constexpr const char *doesNotAnswer = "does not answer";
+
+    static void letAnswer();
+
     /// Names of 255 to 765 bytes, the longest that a file system on Linux has.
     [[nodiscard]] static QList<QByteArray> longFileNames();
 

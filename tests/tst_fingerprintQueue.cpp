@@ -1,0 +1,87 @@
+#include "analysis/FingerprintQueue.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <atomic>
+
+namespace {
+
+bool neverAbandoned()
+{
+    return false;
+}
+
+/// Size classes of two files each that are not there: they are asked for, but there is nothing to read.
+SizeClasses pairsOfMissingFiles(qsizetype pairs)
+{
+    SizeClasses classes;
+    classes.counts.assign(static_cast<std::size_t>(pairs), 2);
+    for (qsizetype i = 0; i < 2 * pairs; ++i)
+        classes.candidates.append(QStringLiteral("/missing/%1").arg(i));
+    return classes;
+}
+
+} // namespace
+
+/// Fingerprints come in the order of the files, and are computed a bounded number of files ahead.
+class tst_fingerprintQueue : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void yieldsOneFingerprintPerCandidateInOrder_data();
+    void yieldsOneFingerprintPerCandidateInOrder();
+    void computesABoundedNumberAhead();
+};
+
+void tst_fingerprintQueue::yieldsOneFingerprintPerCandidateInOrder_data()
+{
+    QTest::addColumn<int>("filesOfEachClass");
+    for (const int files : {2, 63, 64, 65, 150})
+        QTest::addRow("classes of %d", files) << files;
+}
+
+void tst_fingerprintQueue::yieldsOneFingerprintPerCandidateInOrder()
+{
+    QFETCH(const int, filesOfEachClass);
+    constexpr int files = 300;
+    const QTemporaryDir folder;
+    SizeClasses classes;
+    for (int first = 0; first < files; first += filesOfEachClass) {
+        // Files of a size of their own lie between, which are no candidates.
+        classes.counts.push_back(1);
+        const int count = std::min(filesOfEachClass, files - first);
+        classes.counts.push_back(count);
+        for (int i = first; i < first + count; ++i) {
+            classes.candidates.append(folder.filePath(QString::number(i)));
+            writeFile(classes.candidates.last(), QByteArray::number(i));
+        }
+    }
+    FingerprintQueue queue(classes, neverAbandoned);
+    for (const QString &path : classes.candidates)
+        QCOMPARE(queue.takeNext(), computeFileHash(path, 4096));
+}
+
+/// One single job would show no progress until all files are read.
+void tst_fingerprintQueue::computesABoundedNumberAhead()
+{
+    constexpr qsizetype files = 10'000;
+    // 16 jobs of 64 files.
+    constexpr int mostAhead = 1024;
+    const SizeClasses classes = pairsOfMissingFiles(files / 2);
+    std::atomic<int> asked = 0;
+    FingerprintQueue queue(classes, [&asked] {
+        ++asked;
+        return false;
+    });
+    for (int taken = 1; taken <= files; ++taken) {
+        QVERIFY(queue.takeNext().isEmpty());
+        QVERIFY2(asked <= taken + mostAhead, qPrintable(QString::number(asked - taken)));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_fingerprintQueue)
+#include "tst_fingerprintQueue.moc"

@@ -1,0 +1,101 @@
+#include "scan/ScanThreads.h"
+#include "tests/support/Collecting.h"
+#include "tests/support/OddDisk.h"
+#include "tests/support/QuietMessages.h"
+#include "tests/support/TestFiles.h"
+#include "tests/support/WindowDriver.h"
+
+#include <QDir>
+#include <QScopeGuard>
+#include <QSemaphore>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+#include <QThreadPool>
+
+#include <algorithm>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr int patience = 60'000;
+constexpr int scans = 20;
+
+/// Threads of this process.
+qsizetype threadCount()
+{
+    return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+}
+
+bool isAnyTaskRunning()
+{
+    return QThreadPool::globalInstance()->activeThreadCount() > 0 || scanThreads().activeThreadCount() > 0;
+}
+
+} // namespace
+
+/// Stop ends no scan, so a user can start any number of them. They take turns on a fixed number of threads.
+class tst_overlappingScans : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void countsAloneWhenNoThreadIsFree();
+    void runOnAFixedNumberOfThreads();
+};
+
+/// Of a walk that runs on the last thread, no part may wait for another thread.
+void tst_overlappingScans::countsAloneWhenNoThreadIsFree()
+{
+    const QTemporaryDir folder;
+    writeFile(folder.filePath(u"sub/file"_s), "x");
+    const int threads = scanThreads().maxThreadCount();
+    scanThreads().setMaxThreadCount(1);
+    QStringList collected;
+    QSemaphore done;
+    scanThreads().start([&] {
+        collected = collect({folder.path()});
+        done.release();
+    });
+    const bool hasEnded = done.tryAcquire(1, patience);
+    scanThreads().setMaxThreadCount(threads);
+    QVERIFY(hasEnded);
+    QCOMPARE(collected, QStringList{folder.filePath(u"sub/file"_s)});
+}
+
+void tst_overlappingScans::runOnAFixedNumberOfThreads()
+{
+    dropRepeatedMessages();
+    const QTemporaryDir folder;
+    const QString scanned = folder.filePath(QString::fromLatin1(OddDisk::doesNotAnswer));
+    writeFile(scanned + u"/a"_s, "twice");
+    writeFile(scanned + u"/b"_s, "twice");
+    WindowDriver driver;
+    // The window waits for its scans when it closes.
+    const auto answering = qScopeGuard(OddDisk::letAnswer);
+    driver.setFolders({scanned});
+    const int cores = QThread::idealThreadCount();
+    const qsizetype most = threadCount() + std::max(8, 2 * cores) + cores;
+
+    for (int i = 0; i < scans; ++i) {
+        driver.click("btnStartScan");
+        QTest::qWait(1);
+        driver.click("btnStopScan");
+    }
+    // As many as there can be wait for the folder, none of them on the pool that Qt paints with.
+    QTRY_COMPARE_WITH_TIMEOUT(scanThreads().activeThreadCount(), scanThreads().maxThreadCount(), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, patience);
+    qsizetype counted = threadCount();
+    OddDisk::letAnswer();
+    while (isAnyTaskRunning()) {
+        counted = std::max(counted, threadCount());
+        QCoreApplication::processEvents();
+    }
+    QVERIFY2(counted <= most, qPrintable(u"%1 threads, at most %2 allowed"_s.arg(counted).arg(most)));
+    QVERIFY(driver.waitForResults());
+    QCOMPARE(driver.filePaths().size(), 2);
+}
+
+QTEST_MAIN(tst_overlappingScans)
+#include "tst_overlappingScans.moc"
