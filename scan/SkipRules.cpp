@@ -21,7 +21,7 @@ QStringList skippedLocations(const ScanOptions &options, const QString &desktopF
 
 bool isSkippedLocation(const QString &canonicalPath, const QStringList &locations)
 {
-    // That of a file which has vanished: no rule holds.
+    // The file has vanished: no rule holds.
     if (canonicalPath.isEmpty())
         return false;
     return std::any_of(locations.begin(), locations.end(), [&canonicalPath](const QString &location) {
@@ -38,20 +38,17 @@ QString canonicalPathWithSlash(const QString &folder)
 
 } // namespace
 
-SkipRules::SkipRules(const ScanOptions &options, [[maybe_unused]] const QStringList &folders)
+SkipRules::SkipRules(const ScanOptions &options, const QStringList &folders)
     : m_locations(
           skippedLocations(options, QStandardPaths::writableLocation(QStandardPaths::DesktopLocation)))
     , m_skipsHidden(options.skipHiddenFolders)
 {
-    // A folder of Windows may be a junction, which a walk does enter.
-#ifndef Q_OS_WIN
     if (!m_locations.isEmpty()) {
         for (const QString &folder : folders)
             m_beginnings.append({withSlash(folder), canonicalPathWithSlash(folder)});
     }
     std::stable_sort(m_beginnings.begin(), m_beginnings.end(),
         [](const Folder &a, const Folder &b) { return a.path.size() > b.path.size(); });
-#endif
 }
 
 bool SkipRules::skip(const QString &path)

@@ -14,10 +14,9 @@ bool isSkippedLocation(const QString &canonicalPath, const QStringList &location
 
 /// The skip rules of one scan. Any one thread.
 ///
-/// To ask for a canonical path costs ten times the walk itself. A walk follows no links, so that of a file is
-/// the canonical path of the folder where the walk began, plus what follows: only those are asked for, and
-/// only while a location rule is on. Hardly ever does it depend on a file's name whether its location is left
-/// out.
+/// Asking for a file's canonical path takes ten times as long as the walk itself. A walk follows no links, so
+/// the canonical path of a file is that of the folder where the walk began, plus what follows. Only those are
+/// asked for, and only while a location rule is on. Few locations depend on a file's name.
 class SkipRules
 {
 public:

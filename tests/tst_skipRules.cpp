@@ -22,6 +22,7 @@ private slots:
     void skipsProtectedPlaces();
     void skipsTheDesktop();
     void judgesTheDesktopByWhereAFileReallyIs();
+    void ignoresTheCaseOfFoldersAroundTheDesktop();
     void countsNoSkippedFile();
 
 private:
@@ -173,6 +174,22 @@ void tst_skipRules::judgesTheDesktopByWhereAFileReallyIs()
     const QString direct = path(QStringLiteral("elsewhere/sub/2.jpg"));
     QCOMPARE(collect({m_home, toElsewhere}, options), (QStringList{direct, found}));
     QCOMPARE(collect({m_home + u'/', toElsewhere + u'/'}, options), (QStringList{direct, found}));
+}
+
+void tst_skipRules::ignoresTheCaseOfFoldersAroundTheDesktop()
+{
+    redirectDesktop();
+    writeFile(path(QStringLiteral("user-dirs.dirs")), "XDG_DESKTOP_DIR=\"$HOME/PLACES/Desktop\"\n");
+    if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) !=
+        path(QStringLiteral("PLACES/Desktop")))
+        QSKIP("The desktop cannot be moved here");
+    writeFile(path(QStringLiteral("places/desktop/1.jpg")), "on it");
+    writeFile(path(QStringLiteral("places/desktop.jpg")), "beside it, beginning with its name");
+    writeFile(path(QStringLiteral("places/desk.jpg")), "beside it");
+    ScanOptions options = everyType();
+    options.skipDesktop = true;
+    QCOMPARE(collect({path(QStringLiteral("places"))}, options),
+        QStringList{path(QStringLiteral("places/desk.jpg"))});
 }
 
 void tst_skipRules::countsNoSkippedFile()
