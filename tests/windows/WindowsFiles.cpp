@@ -13,6 +13,12 @@ std::wstring nativePath(const QString &path)
     return QDir::toNativeSeparators(path).toStdWString();
 }
 
+/// A path that Windows takes as it is.
+std::wstring exactPath(const QString &folder, const QString &name)
+{
+    return L"\\\\?\\" + nativePath(QDir(folder).absolutePath() + u'/') + name.toStdWString();
+}
+
 } // namespace
 
 bool runsUnderWine()
@@ -39,4 +45,24 @@ OpenFile::OpenFile(const QString &path, Sharing sharing)
 OpenFile::~OpenFile()
 {
     CloseHandle(m_handle);
+}
+
+bool writeFileWithExactName(const QString &folder, const QString &name, const QByteArray &content)
+{
+    const std::wstring path = exactPath(folder, name);
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    DWORD written = 0;
+    const auto size = static_cast<DWORD>(content.size());
+    const bool isWritten =
+        WriteFile(file, content.constData(), size, &written, nullptr) != 0 && written == size;
+    CloseHandle(file);
+    return isWritten;
+}
+
+bool removeFileWithExactName(const QString &folder, const QString &name)
+{
+    return DeleteFileW(exactPath(folder, name).c_str()) != 0;
 }

@@ -1,5 +1,7 @@
+#include "tests/support/Collecting.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowDriver.h"
+#include "tests/windows/WindowsFiles.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -13,6 +15,8 @@ class tst_windowsFileNames : public QObject
 private slots:
     void areFoundShownAndDeleted_data();
     void areFoundShownAndDeleted();
+    void areLeftOutWhenTheyLeadElsewhere_data();
+    void areLeftOutWhenTheyLeadElsewhere();
 };
 
 namespace {
@@ -62,6 +66,32 @@ void tst_windowsFileNames::areFoundShownAndDeleted()
     driver.clickAndCloseBoxes("btnRemoveSelected");
     QVERIFY(!QFile::exists(ticked.constFirst()));
     QCOMPARE(QFile::exists(original) + QFile::exists(copy), 1);
+}
+
+void tst_windowsFileNames::areLeftOutWhenTheyLeadElsewhere_data()
+{
+    QTest::addColumn<QString>("plainTwin");
+    QTest::addColumn<QString>("name");
+
+    QTest::newRow("dot at the end") << QStringLiteral("stop") << QStringLiteral("stop.");
+    QTest::newRow("blank at the end") << QStringLiteral("blank.txt") << QStringLiteral("blank.txt ");
+    QTest::newRow("device") << QStringLiteral("plain.txt") << QStringLiteral("nul.txt");
+    QTest::newRow("port") << QStringLiteral("plain.txt") << QStringLiteral("COM1");
+    QTest::newRow("unpaired surrogate") << QStringLiteral("plain.txt") << QString(QChar(0xD83D));
+}
+
+/// By its path such a file would be read, shown and deleted as its plain twin.
+void tst_windowsFileNames::areLeftOutWhenTheyLeadElsewhere()
+{
+    QFETCH(const QString, plainTwin);
+    QFETCH(const QString, name);
+    const QTemporaryDir folder;
+    writeFile(folder.filePath(plainTwin), "twice");
+    if (!writeFileWithExactName(folder.path(), name, "twice"))
+        QSKIP("There are no such names here");
+    const QStringList collected = collect({folder.path()});
+    QVERIFY(removeFileWithExactName(folder.path(), name));
+    QCOMPARE(collected, QStringList{folder.filePath(plainTwin)});
 }
 
 QTEST_MAIN(tst_windowsFileNames)
