@@ -42,8 +42,8 @@ private:
     qint64 m_processed = 0;
 };
 
-/// Gives the tables' memory back to the system. glibc keeps what a thread has freed for that thread, and
-/// others make the groups.
+/// Gives the tables' memory back to the system. glibc keeps what a thread has freed for that thread, but
+/// other threads make the groups.
 void returnFreedMemory()
 {
 #ifdef __GLIBC__
@@ -79,8 +79,8 @@ QList<DuplicateGroup> makeGroups(QList<QList<QString>> duplicates, const std::fu
 }
 
 /// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints; none when
-/// abandoned. Its tables are gone by the time that groups are made: each group's set of ticks takes more than
-/// a kilobyte.
+/// abandoned. Frees its tables before groups are made: each group's set of marked files takes more than a
+/// kilobyte.
 QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
 {
     const SizeClasses classes = splitBySize(paths, callbacks.abandoned);

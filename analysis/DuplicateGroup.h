@@ -21,7 +21,7 @@ struct DuplicateGroup
     QString category;
     /// Whether markedFiles holds any path. May lag behind for groups that no row shows.
     bool hasMarkedFiles = false;
-    /// The paths ticked for deletion.
+    /// The paths marked for deletion.
     QSet<QString> markedFiles;
 };
 

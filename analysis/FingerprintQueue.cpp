@@ -6,11 +6,11 @@
 
 namespace {
 
-/// A job is so small a part of the whole that progress goes on smoothly,
+/// Jobs of a large run: more make the progress smoother, fewer take less time to start.
 constexpr qsizetype jobsAtLeast = 256;
-/// but of so many files, if there are, that to start it and to wait for it does not show,
+/// Files of a job in a small run: fewer would make the start of a job show.
 constexpr qsizetype filesWorthAJob = 64;
-/// and not of so many that what is under way takes much memory.
+/// Bounds the memory of the jobs under way.
 constexpr qsizetype filesOfAJobAtMost = 512;
 constexpr std::size_t jobsUnderWay = 16;
 
@@ -26,7 +26,7 @@ FingerprintQueue::FingerprintQueue(const SizeClasses &classes, std::function<boo
 
 FingerprintQueue::~FingerprintQueue()
 {
-    // Nothing of an abandoned run may go on behind its caller's back.
+    // The jobs use what the caller may free after this.
     for (QFuture<QList<FileHash>> &job : m_jobs) {
         job.cancel();
         waitReleasingPoolThread(job);

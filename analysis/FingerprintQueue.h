@@ -10,10 +10,10 @@
 #include <vector>
 
 /// Fingerprints the candidates of \a classes on the global thread pool, in their order and a bounded number
-/// of files ahead of whoever takes them.
+/// of files ahead of the caller.
 ///
-/// To start a map-reduce and wait for it costs 50 to 100 us, as much as a dozen fingerprints. So one serves
-/// as many whole size classes as are worth it, and several are under way while one is waited for.
+/// Starting a map-reduce and waiting for it takes 50 to 100 us, as long as a dozen fingerprints. So a job is
+/// one map-reduce over many whole size classes, and several jobs are under way at once.
 class FingerprintQueue
 {
 public:

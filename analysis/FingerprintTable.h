@@ -11,8 +11,8 @@
 /// Which of many files have equal fingerprints. One table serves the whole run: files of different sizes can
 /// share a fingerprint.
 ///
-/// It stands in the way of the groups' memory and has a row for each file that was read, most of them without
-/// a copy. So it knows files by number and allocates nothing for one.
+/// It has an entry for each file that was read, most of them without a copy. So it knows files by number and
+/// allocates nothing for a single file.
 class FingerprintTable
 {
 public:

@@ -24,8 +24,8 @@ public:
     {
     }
 
-    /// The folder that was added last, which keeps the stock small; nothing when all are finished. Waits
-    /// while those that are not may still hold some.
+    /// The folder that was added last, which keeps the stock small; nothing when all folders are finished.
+    /// Waits while folders in work may still add some.
     std::optional<QString> take()
     {
         const QMutexLocker lock(&m_mutex);
@@ -34,7 +34,7 @@ public:
         return m_folders.isEmpty() ? std::nullopt : std::optional(m_folders.takeLast());
     }
 
-    /// Says that a folder that was taken is finished, and what it holds.
+    /// Ends the work on a folder that was taken and adds its subfolders.
     void finish(const QStringList &subfolders)
     {
         const QMutexLocker lock(&m_mutex);
