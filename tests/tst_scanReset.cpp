@@ -18,6 +18,7 @@ namespace {
 
 constexpr int tick = 500;
 constexpr int panelTick = 400;
+constexpr int patience = 30'000;
 
 /// Whole seconds on the scan page's clock.
 qint64 secondsShown(WindowDriver &driver)
@@ -70,7 +71,7 @@ void tst_scanReset::startsTheClockAnew()
     driver.setFolders({m_folder->path()});
     const PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_VERIFY(secondsShown(driver) >= 1);
+    QTRY_VERIFY_WITH_TIMEOUT(secondsShown(driver) >= 1, patience);
     driver.click("btnStopScan");
 
     // Started before the program's clock and read after it.
@@ -88,7 +89,7 @@ void tst_scanReset::endsTheStatusAnimationOfTheScanBefore()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
     driver.click("btnStopScan");
     driver.click("btnStartScan");
     // The animation starts in a queued call.
@@ -96,7 +97,7 @@ void tst_scanReset::endsTheStatusAnimationOfTheScanBefore()
     QCOMPARE(driver.timers(tick).size(), 2);
 
     gate.runWaitingTasks();
-    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
     QCOMPARE(driver.timers(tick).size(), 1);
     fire(driver.timers(tick));
     QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
@@ -139,7 +140,7 @@ void tst_scanReset::leavesTheLoadingPanelsTimerNothingToWriteTo()
             Qt::QueuedConnection);
     };
     driver.click("btnStartScan");
-    QTRY_COMPARE(timersAfterStart, 1);
+    QTRY_COMPARE_WITH_TIMEOUT(timersAfterStart, 1, patience);
     events.onShown = nullptr;
     QVERIFY(driver.waitForResults());
 }

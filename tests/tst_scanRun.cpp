@@ -241,12 +241,12 @@ void tst_scanRun::showsTheLastOfOverlappingScans()
     QCOMPARE(driver.page(), u"scanpage"_s);
     // The first scan's analysis and both walks of the second place.
     gate.open();
-    QTRY_COMPARE(([&driver] {
+    QTRY_COMPARE_WITH_TIMEOUT(([&driver] {
         QStringList shown = driver.filePaths();
         shown.sort();
         return shown;
     }()),
-        paths);
+        paths, 30'000);
     QCOMPARE(driver.page(), u"duplicatespage"_s);
     QCOMPARE(driver.tickedPaths().size(), 1);
 }

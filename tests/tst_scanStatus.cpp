@@ -18,6 +18,7 @@ using Qt::StringLiterals::operator""_s;
 namespace {
 
 constexpr int tick = 500;
+constexpr int patience = 30'000;
 
 /// The values that a progress bar has taken.
 QList<int> valuesOf(const QSignalSpy &changes)
@@ -138,14 +139,14 @@ void tst_scanStatus::followsTheWalk()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
     stopTimers(driver);
     driver.find<QProgressBar>("progressBar")->setValue(99);
     driver.find<QLabel>("labelFilesScannedValue")->setText(u"stale"_s);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     LabelTexts files(driver.find<QLabel>("labelFilesScannedValue"));
     gate.runWaitingTasks();
-    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
 
     const QList<int> values = valuesOf(bar);
     QCOMPARE(values.first(), 0);
@@ -164,9 +165,9 @@ void tst_scanStatus::followsTheAnalysis()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
     gate.runWaitingTasks();
-    QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
     stopTimers(driver);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     LabelTexts found(driver.find<QLabel>("labelDuplicatesFoundValue"));
