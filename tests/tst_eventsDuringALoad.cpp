@@ -25,7 +25,7 @@ public:
     int count = 0;
 
 protected:
-    bool eventFilter(QObject *, QEvent *event) override
+    bool eventFilter([[maybe_unused]] QObject *watched, QEvent *event) override
     {
         count += event->type() == QEvent::MouseMove ? 1 : 0;
         return false;
