@@ -1,78 +1,121 @@
 #include "analysis/ContentGroups.h"
 
+#include "analysis/ComparedFile.h"
+#include "analysis/ComparisonRun.h"
+#include "analysis/ContentSorting.h"
 #include "analysis/FileHash.h"
-#include "analysis/RegularFile.h"
+#include "analysis/HeadComparison.h"
+
+#include <QHash>
 
 #include <algorithm>
-#include <cstring>
-#include <map>
-
-using Qt::Literals::StringLiterals::operator""_s;
+#include <numeric>
+#include <utility>
 
 namespace {
 
-bool haveEqualBytes(const QString &a, const QString &b, qint64 size)
+/// Indexes of files, in ascending order of size.
+using Indexes = std::span<const quint32>;
+using SizeClassHandler = std::function<void(ComparisonRun &run, Indexes sizeClass)>;
+
+/// Files of a task, if they are small: few enough for all threads to finish at about the same time.
+constexpr std::size_t filesPerTask = 1024;
+
+std::vector<quint32> sortedBySize(std::span<const SurveyedFile> files)
 {
-    RegularFile first(a);
-    RegularFile second(b);
-    constexpr qint64 blockSize = 65536;
-    std::vector<char> one(blockSize);
-    std::vector<char> other(blockSize);
-    for (qint64 position = 0; position < size; position += blockSize) {
-        const qint64 count = std::min(blockSize, size - position);
-        if (first.readAt(position, one.data(), count) != count ||
-            second.readAt(position, other.data(), count) != count ||
-            std::memcmp(one.data(), other.data(), static_cast<std::size_t>(count)) != 0)
-            return false;
+    std::vector<quint32> order(files.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::ranges::sort(order, {}, [files](quint32 index) { return std::pair(files[index].size, index); });
+    return order;
+}
+
+/// The first files of \a indexes, as many as share the size of the first one.
+Indexes firstSizeClass(const ComparisonRun &run, Indexes indexes)
+{
+    const qint64 size = run.file(indexes.front()).size;
+    const auto isLarger = [&run, size](quint32 index) { return run.file(index).size > size; };
+    const auto end = std::ranges::find_if(indexes, isLarger);
+    return indexes.first(static_cast<std::size_t>(end - indexes.begin()));
+}
+
+Candidates candidatesOf(const ComparisonRun &run, Indexes sizeClass)
+{
+    Candidates candidates{.sets = {}, .size = run.file(sizeClass.front()).size};
+    candidates.sets.reserve(sizeClass.size());
+    for (const quint32 index : sizeClass)
+        candidates.sets.push_back({{index}});
+    return candidates;
+}
+
+/// Sorts all files of some size classes by their bytes.
+void compareBytes(ComparisonRun &run, Indexes indexes)
+{
+    std::vector<Candidates> classes;
+    while (!indexes.empty()) {
+        const Indexes sizeClass = firstSizeClass(run, indexes);
+        indexes = indexes.subspan(sizeClass.size());
+        if (sizeClass.size() > 1)
+            classes.push_back(candidatesOf(run, sizeClass));
     }
-    return true;
+    sortByContent(run, std::move(classes));
+}
+
+/// Sorts the files of one size class by their fingerprints.
+void compareFingerprints(ComparisonRun &run, Indexes sizeClass)
+{
+    QHash<QByteArray, EqualFiles> groups;
+    for (const quint32 index : sizeClass) {
+        if (run.isAbandoned())
+            return;
+        const QByteArray fingerprint = computeFileHash(run.file(index).path, fingerprintSampleSize);
+        if (fingerprint.isEmpty())
+            run.addUnreadable(index, ComparedFile(run.file(index)).problem());
+        else
+            groups[fingerprint].files.push_back(index);
+        run.addProgress(run.file(index).size);
+    }
+    for (EqualFiles &group : groups)
+        run.addGroup(std::move(group));
+}
+
+/// Sorts all files of some size classes by their fingerprints.
+void compareSamples(ComparisonRun &run, Indexes indexes)
+{
+    while (!indexes.empty()) {
+        const Indexes sizeClass = firstSizeClass(run, indexes);
+        indexes = indexes.subspan(sizeClass.size());
+        if (sizeClass.size() > 1)
+            compareFingerprints(run, sizeClass);
+    }
+}
+
+/// Adds a task for some whole size classes at a time, without those of a single file.
+void addTasks(ComparisonRun &run, Indexes order, void (*compare)(ComparisonRun &, Indexes))
+{
+    while (!order.empty()) {
+        std::size_t count = 0;
+        qint64 bytes = 0;
+        while (count < order.size() && count < filesPerTask && bytes < headMemory) {
+            const Indexes sizeClass = firstSizeClass(run, order.subspan(count));
+            const qint64 size = run.file(sizeClass.front()).size;
+            bytes += std::min(size, headSize) * std::ssize(sizeClass);
+            if (sizeClass.size() > 1)
+                run.addTotal(size * std::ssize(sizeClass));
+            count += sizeClass.size();
+        }
+        run.addTask([&run, compare, some = order.first(count)] { compare(run, some); });
+        order = order.subspan(count);
+    }
 }
 
 } // namespace
 
-ContentGroups groupByContent(std::span<const SurveyedFile> files, ContentComparison comparison,
-    int /*threads*/, const ComparisonCallbacks &callbacks)
+ContentGroups groupByContent(std::span<const SurveyedFile> files, ContentComparison comparison, int threads,
+    const ComparisonCallbacks &callbacks)
 {
-    std::map<qint64, std::vector<quint32>> classes;
-    for (quint32 i = 0; i < files.size(); ++i)
-        classes[files[i].size].push_back(i);
-    ContentGroups result;
-    qint64 total = 0;
-    qint64 done = 0;
-    for (const auto &[size, members] : classes)
-        total += members.size() < 2 ? 0 : size * static_cast<qint64>(members.size());
-    for (const auto &[size, members] : classes) {
-        if (members.size() < 2)
-            continue;
-        std::map<QByteArray, std::vector<std::vector<quint32>>> byFingerprint;
-        for (const quint32 index : members) {
-            if (callbacks.abandoned())
-                return {};
-            const QString &path = files[index].path;
-            const QByteArray fingerprint = size == 0 ? QByteArray() : computeFileHash(path, 4096);
-            RegularFile opened(path);
-            if (size > 0 && (!opened.isOpen() || opened.size() != size)) {
-                result.unreadable.append({path, u"cannot be read"_s});
-                continue;
-            }
-            std::vector<std::vector<quint32>> &groups = byFingerprint[fingerprint];
-            const auto group = std::ranges::find_if(groups, [&](const std::vector<quint32> &some) {
-                return comparison == ContentComparison::Sample ||
-                       haveEqualBytes(files[some.front()].path, path, size);
-            });
-            if (group == groups.end())
-                groups.push_back({index});
-            else
-                group->push_back(index);
-            done += size;
-            callbacks.progress(done, total);
-        }
-        for (auto &[fingerprint, groups] : byFingerprint) {
-            for (std::vector<quint32> &group : groups) {
-                if (group.size() > 1)
-                    result.groups.push_back(std::move(group));
-            }
-        }
-    }
-    return result;
+    ComparisonRun run(files, threads, callbacks);
+    const std::vector<quint32> order = sortedBySize(files);
+    addTasks(run, order, comparison == ContentComparison::Bytes ? compareBytes : compareSamples);
+    run.runTasks();
+    return run.takeResult();
 }

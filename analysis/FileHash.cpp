@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int sampleSize = 4096;
+constexpr int sampleSize = fingerprintSampleSize;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
 

@@ -16,6 +16,9 @@ struct FileHash
     QByteArray hash;
 };
 
+/// Bytes of a file's beginning, and of its end, that the program's fingerprints cover.
+inline constexpr int fingerprintSampleSize = 4096;
+
 /// The fingerprint of one file: SHA-256 over its first \a chunkSize bytes and, when it is larger than twice
 /// that, its last \a chunkSize bytes. What lies between is never read. Empty when the file cannot be opened
 /// or is not a regular file; a read error after that is not noticed. Safe on any number of threads at once.

@@ -50,8 +50,10 @@ int openForReading(const char *name)
 RegularFile::RegularFile(const QString &path)
     : m_descriptor(openForReading(QFile::encodeName(path).constData()))
 {
-    if (m_descriptor < 0)
+    if (m_descriptor < 0) {
+        m_error = errno;
         return;
+    }
     // Looking at the type by the path first would take as long as reading the file.
     if (struct stat status = {}; ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
         m_sizeAtOpening = status.st_size;
@@ -61,6 +63,7 @@ RegularFile::RegularFile(const QString &path)
     }
     ::close(m_descriptor);
     m_descriptor = -1;
+    m_error = EINVAL;
 }
 
 RegularFile::~RegularFile()
@@ -72,6 +75,23 @@ RegularFile::~RegularFile()
 bool RegularFile::isOpen() const
 {
     return m_descriptor >= 0;
+}
+
+QString RegularFile::errorText() const
+{
+    return m_error == 0 ? QString() : qt_error_string(m_error);
+}
+
+qint64 RegularFile::sizeAtOpening() const
+{
+    return m_sizeAtOpening;
+}
+
+void RegularFile::prefetch([[maybe_unused]] qint64 position, [[maybe_unused]] qint64 count) const
+{
+#ifdef POSIX_FADV_WILLNEED
+    ::posix_fadvise(m_descriptor, position, count, POSIX_FADV_WILLNEED);
+#endif
 }
 
 bool RegularFile::prefetchEnds([[maybe_unused]] qint64 count) const
@@ -88,12 +108,15 @@ bool RegularFile::prefetchEnds([[maybe_unused]] qint64 count) const
 qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
 {
     m_end = position;
+    m_error = 0;
     const qint64 wanted = position + count;
     while (m_end < wanted) {
         const auto got =
             ::pread(m_descriptor, data + (m_end - position), static_cast<std::size_t>(wanted - m_end), m_end);
         if (got < 0 && errno == EINTR)
             continue;
+        if (got < 0)
+            m_error = errno;
         if (got <= 0)
             break;
         m_end += got;
@@ -152,6 +175,18 @@ bool RegularFile::isOpen() const
 {
     return m_file.isOpen();
 }
+
+QString RegularFile::errorText() const
+{
+    return m_file.error() == QFileDevice::NoError ? QString() : m_file.errorString();
+}
+
+qint64 RegularFile::sizeAtOpening() const
+{
+    return m_file.size();
+}
+
+void RegularFile::prefetch(qint64 /*position*/, qint64 /*count*/) const {}
 
 bool RegularFile::prefetchEnds(qint64 /*count*/) const
 {

@@ -25,6 +25,16 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
+    /// Why the file is not open, or why the last reading failed, in the system's words; empty when neither
+    /// did.
+    [[nodiscard]] QString errorText() const;
+
+    /// The size in bytes when the file was opened.
+    [[nodiscard]] qint64 sizeAtOpening() const;
+
+    /// Has the system fetch \a count bytes from \a position on in the background, if it can.
+    void prefetch(qint64 position, qint64 count) const;
+
     /// Has the system fetch the first \a count bytes in the background and, of a file larger than twice that,
     /// the last ones. False where it cannot.
     [[nodiscard]] bool prefetchEnds(qint64 count) const;
@@ -43,6 +53,8 @@ public:
 private:
 #ifdef Q_OS_UNIX
     int m_descriptor;
+    /// Of the opening or the last reading, as errno tells it; 0 for none.
+    int m_error = 0;
     qint64 m_sizeAtOpening = 0;
     /// Where the last reading ended.
     qint64 m_end = 0;

@@ -1,0 +1,100 @@
+#include "analysis/BatchComparison.h"
+
+#include "analysis/ContentSorting.h"
+#include "analysis/HashSplit.h"
+#include "analysis/HeadComparison.h"
+#include "analysis/SteppedComparison.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace {
+
+class BatchComparison
+{
+public:
+    BatchComparison(ComparisonRun &run, Candidates candidates)
+        : m_run(run)
+        , m_candidates(std::move(candidates))
+        , m_batchSize(m_candidates.size <= headSize ? static_cast<std::size_t>(headMemory / m_candidates.size)
+                                                    : run.openFilesPerTask())
+    {
+    }
+
+    [[nodiscard]] std::size_t batches() const
+    {
+        return (m_candidates.sets.size() + m_batchSize - 1) / m_batchSize;
+    }
+
+    void compareBatch(std::size_t number)
+    {
+        Candidates batch = withoutSets();
+        const auto begin = m_candidates.sets.begin() + static_cast<std::ptrdiff_t>(number * m_batchSize);
+        const auto count = std::min<std::ptrdiff_t>(
+            static_cast<std::ptrdiff_t>(m_batchSize), m_candidates.sets.end() - begin);
+        std::move(begin, begin + count, std::back_inserter(batch.sets));
+        const ContentLabels labels = compare(batch);
+        for (const Candidates &part : splitByLabel(m_run, std::move(batch), labels)) {
+            EqualFiles merged = mergedSets(part);
+            merged.isCounted = true;
+            const QMutexLocker lock(&m_mutex);
+            m_merged.push_back(std::move(merged));
+        }
+    }
+
+    void sortMerged()
+    {
+        const std::size_t before = m_candidates.sets.size();
+        const std::size_t after = m_merged.size();
+        Candidates merged = withoutSets();
+        merged.sets = std::move(m_merged);
+        const bool isHashed = merged.equalHash == Candidates::Hash::Content;
+        const bool hardlyAnyWereEqual = after > m_batchSize && 2 * after > before + 1;
+        if (hardlyAnyWereEqual && !isHashed) {
+            splitByHash(m_run, std::move(merged), Candidates::Hash::Content);
+        } else if (hardlyAnyWereEqual && after == before) {
+            // Their hashes agree and their contents do not: somebody keeps changing them.
+            for (EqualFiles &set : merged.sets)
+                m_run.addGroup(std::move(set));
+        } else {
+            std::vector<Candidates> classes;
+            classes.push_back(std::move(merged));
+            sortByContent(m_run, std::move(classes));
+        }
+    }
+
+private:
+    [[nodiscard]] Candidates withoutSets() const
+    {
+        return {{}, m_candidates.size, m_candidates.equalBytes, m_candidates.equalHash};
+    }
+
+    [[nodiscard]] ContentLabels compare(const Candidates &batch)
+    {
+        if (batch.size <= headSize)
+            return compareHeads(m_run, {&batch, 1}).front();
+        return compareInStep(m_run, batch.sets, {batch.equalBytes, batch.size}, [] { return false; });
+    }
+
+    ComparisonRun &m_run;
+    /// Its sets are moved out batch by batch.
+    Candidates m_candidates;
+    const std::size_t m_batchSize;
+    QMutex m_mutex;
+    /// Under the mutex: the sets of all batches that were compared.
+    std::vector<EqualFiles> m_merged;
+};
+
+} // namespace
+
+void compareInBatches(ComparisonRun &run, Candidates candidates)
+{
+    const auto comparison = std::make_shared<BatchComparison>(run, std::move(candidates));
+    run.addTasks(
+        comparison->batches(), [comparison](std::size_t number) { comparison->compareBatch(number); },
+        [comparison] { comparison->sortMerged(); });
+}

@@ -1,0 +1,139 @@
+#include "analysis/ComparisonRun.h"
+
+#include <algorithm>
+#include <memory>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
+namespace {
+
+/// Files kept open at once by all threads together, so that the disk can reorder the reads. Some systems
+/// allow a program no more than 256.
+constexpr std::size_t mostOpenFiles = 64;
+/// What the rest of the program may have open.
+constexpr std::size_t filesOfOthers = 16;
+/// A comparison takes two files at least.
+constexpr std::size_t fewestOpenFilesPerTask = 2;
+
+std::size_t availableOpenFiles()
+{
+#ifdef Q_OS_UNIX
+    if (rlimit limit = {}; ::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
+        const auto allowed = static_cast<std::size_t>(limit.rlim_cur);
+        return std::clamp(allowed - std::min(allowed, filesOfOthers), fewestOpenFilesPerTask, mostOpenFiles);
+    }
+#endif
+    return mostOpenFiles;
+}
+
+int usableThreads(int wanted, std::size_t openFiles)
+{
+    return std::clamp(wanted, 1, static_cast<int>(openFiles / fewestOpenFilesPerTask));
+}
+
+} // namespace
+
+ComparisonRun::ComparisonRun(
+    std::span<const SurveyedFile> files, int threads, const ComparisonCallbacks &callbacks)
+    : m_files(files)
+    , m_callbacks(callbacks)
+    , m_openFiles(availableOpenFiles())
+    , m_threads(usableThreads(threads, m_openFiles))
+{
+}
+
+const SurveyedFile &ComparisonRun::file(quint32 index) const
+{
+    return m_files[index];
+}
+
+bool ComparisonRun::isAbandoned() const
+{
+    return m_callbacks.abandoned();
+}
+
+int ComparisonRun::threads() const
+{
+    return m_threads;
+}
+
+std::size_t ComparisonRun::openFilesPerTask() const
+{
+    return m_openFiles / static_cast<std::size_t>(m_threads);
+}
+
+void ComparisonRun::addTotal(qint64 bytes)
+{
+    m_total += bytes;
+}
+
+void ComparisonRun::addProgress(qint64 bytes)
+{
+    m_callbacks.progress(m_done += bytes, m_total);
+}
+
+void ComparisonRun::addTask(Task task)
+{
+    m_tasks.add(std::move(task));
+}
+
+void ComparisonRun::addTasks(
+    std::size_t count, std::function<void(std::size_t number)> task, Task continuation)
+{
+    struct Shared
+    {
+        std::function<void(std::size_t number)> task;
+        Task continuation;
+        std::atomic<std::size_t> unfinished;
+    };
+    const auto shared = std::make_shared<Shared>(std::move(task), std::move(continuation), count);
+    for (std::size_t number = count; number-- > 0;) {
+        addTask([shared, number] {
+            shared->task(number);
+            if (--shared->unfinished == 0)
+                shared->continuation();
+        });
+    }
+}
+
+void ComparisonRun::runTasks()
+{
+    runOnThreads(m_threads, [this] {
+        while (const std::optional<Task> task = m_tasks.take()) {
+            if (!isAbandoned())
+                (*task)();
+            m_tasks.finish();
+        }
+    });
+}
+
+void ComparisonRun::addGroup(EqualFiles group)
+{
+    if (group.files.size() < 2)
+        return;
+    std::ranges::sort(group.files);
+    const QMutexLocker lock(&m_mutex);
+    m_groups.push_back(std::move(group.files));
+}
+
+void ComparisonRun::addUnreadable(quint32 index, const QString &reason)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_unreadable.emplace_back(index, reason);
+}
+
+ContentGroups ComparisonRun::takeResult()
+{
+    if (isAbandoned())
+        return {};
+    std::ranges::sort(m_groups);
+    std::ranges::sort(m_unreadable);
+    const auto last = std::ranges::unique(m_unreadable, {}, &std::pair<quint32, QString>::first);
+    m_unreadable.erase(last.begin(), last.end());
+    ContentGroups result{.groups = std::move(m_groups), .unreadable = {}};
+    for (const auto &[index, reason] : m_unreadable)
+        result.unreadable.append({m_files[index].path, reason});
+    return result;
+}

@@ -1,0 +1,152 @@
+#include "analysis/HashSplit.h"
+
+#include "analysis/ComparedFile.h"
+#include "analysis/ContentSorting.h"
+#include "analysis/HeadComparison.h"
+
+#include <QCryptographicHash>
+#include <QHashFunctions>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <numeric>
+#include <utility>
+
+namespace {
+
+/// Sets of one task: their heads take 4 MiB.
+constexpr std::size_t setsPerTask = 256;
+constexpr qint64 blockSize = 128 * 1024;
+
+using HashValue = std::array<quint64, 2>;
+
+HashValue hashOf(Head head)
+{
+    return {qHashBits(head.data(), head.size()), 0};
+}
+
+/// Of all bytes. Cryptographic: files that agree in it without being equal cannot be made on purpose.
+HashValue hashOfContent(const ComparisonRun &run, ComparedFile &file, qint64 size)
+{
+    QCryptographicHash hash(QCryptographicHash::Blake2b_256);
+    std::vector<char> block(blockSize);
+    for (qint64 position = 0; position < size && file.problem().isEmpty() && !run.isAbandoned();
+         position += blockSize) {
+        const std::span<char> piece =
+            std::span(block).first(static_cast<std::size_t>(std::min(blockSize, size - position)));
+        file.read(position, piece);
+        hash.addData(QByteArrayView(piece.data(), std::ssize(piece)));
+    }
+    HashValue value{};
+    std::memcpy(value.data(), hash.result().constData(), sizeof value);
+    return value;
+}
+
+class HashSplit
+{
+public:
+    HashSplit(ComparisonRun &run, Candidates candidates, Candidates::Hash hash)
+        : m_run(run)
+        , m_candidates(std::move(candidates))
+        , m_hash(hash)
+        , m_values(m_candidates.sets.size())
+        , m_isReadable(m_candidates.sets.size(), 0)
+    {
+    }
+
+    [[nodiscard]] std::size_t tasks() const
+    {
+        return (m_candidates.sets.size() + setsPerTask - 1) / setsPerTask;
+    }
+
+    void hashSets(std::size_t task)
+    {
+        const std::size_t begin = task * setsPerTask;
+        const std::size_t end = std::min(begin + setsPerTask, m_candidates.sets.size());
+        if (m_hash == Candidates::Hash::Head)
+            hashHeads(begin, end);
+        else
+            hashContents(begin, end);
+    }
+
+    void sortParts()
+    {
+        m_candidates.equalHash = m_hash;
+        std::vector<Candidates> parts = splitByLabel(m_run, std::move(m_candidates), labels());
+        for (const Candidates &part : parts) {
+            if (part.sets.size() == 1 && !part.sets.front().isCounted)
+                m_run.addProgress(part.size);
+        }
+        sortByContent(m_run, std::move(parts));
+    }
+
+private:
+    void hashHeads(std::size_t begin, std::size_t end)
+    {
+        const auto first = m_candidates.sets.begin();
+        const Candidates some{
+            .sets = {first + static_cast<std::ptrdiff_t>(begin), first + static_cast<std::ptrdiff_t>(end)},
+            .size = m_candidates.size};
+        const Heads heads = readHeads(m_run, {&some, 1});
+        for (std::size_t i = begin; i < end; ++i) {
+            const Head head = heads.heads.front()[i - begin];
+            if (!head.empty())
+                setValue(i, hashOf(head));
+        }
+    }
+
+    void hashContents(std::size_t begin, std::size_t end)
+    {
+        for (std::size_t i = begin; i < end && !m_run.isAbandoned(); ++i) {
+            const quint32 index = m_candidates.sets[i].files.front();
+            ComparedFile file(m_run.file(index));
+            const HashValue value = hashOfContent(m_run, file, m_candidates.size);
+            if (file.problem().isEmpty())
+                setValue(i, value);
+            else
+                m_run.addUnreadable(index, file.problem());
+        }
+    }
+
+    void setValue(std::size_t set, const HashValue &value)
+    {
+        m_values[set] = value;
+        m_isReadable[set] = 1;
+    }
+
+    [[nodiscard]] ContentLabels labels() const
+    {
+        ContentLabels labels(m_values.size(), unreadableLabel);
+        std::vector<quint32> order(m_values.size());
+        std::iota(order.begin(), order.end(), 0U);
+        std::erase_if(order, [this](quint32 set) { return m_isReadable[set] == 0; });
+        std::ranges::sort(order, {}, [this](quint32 set) { return m_values[set]; });
+        int label = 0;
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            if (i > 0 && m_values[order[i - 1]] != m_values[order[i]])
+                ++label;
+            labels[order[i]] = label;
+        }
+        return labels;
+    }
+
+    ComparisonRun &m_run;
+    Candidates m_candidates;
+    const Candidates::Hash m_hash;
+    /// For each set; each is written by one task.
+    std::vector<HashValue> m_values;
+    std::vector<char> m_isReadable;
+};
+
+} // namespace
+
+void splitByHash(ComparisonRun &run, Candidates candidates, Candidates::Hash hash)
+{
+    const auto split = std::make_shared<HashSplit>(run, std::move(candidates), hash);
+    run.addTasks(
+        split->tasks(), [split](std::size_t task) { split->hashSets(task); },
+        [split] { split->sortParts(); });
+}

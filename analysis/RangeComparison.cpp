@@ -1,0 +1,89 @@
+#include "analysis/RangeComparison.h"
+
+#include "analysis/SteppedComparison.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <algorithm>
+#include <atomic>
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace {
+
+/// Bytes of each file that one task compares: long enough for sequential reads, short enough for all threads
+/// to finish a pair of large files at about the same time.
+constexpr qint64 rangeSize = 32 * 1024 * 1024;
+
+/// Candidates whose ranges several tasks compare. Two sets are equal when they are equal in every range.
+class RangeComparison
+{
+public:
+    RangeComparison(ComparisonRun &run, Candidates candidates)
+        : m_run(run)
+        , m_candidates(std::move(candidates))
+        , m_labels(m_candidates.sets.size(), 0)
+    {
+    }
+
+    [[nodiscard]] std::size_t ranges() const
+    {
+        const qint64 bytes = m_candidates.size - m_candidates.equalBytes;
+        return static_cast<std::size_t>((bytes + rangeSize - 1) / rangeSize);
+    }
+
+    void compareRange(std::size_t number)
+    {
+        const qint64 begin = m_candidates.equalBytes + static_cast<qint64>(number) * rangeSize;
+        const ByteRange range{begin, std::min(begin + rangeSize, m_candidates.size)};
+        const ContentLabels labels =
+            compareInStep(m_run, m_candidates.sets, range, [this] { return m_isSettled.load(); });
+        const QMutexLocker lock(&m_mutex);
+        if (!m_isSettled)
+            combine(labels);
+    }
+
+    void finish()
+    {
+        for (const Candidates &part : splitByLabel(m_run, std::move(m_candidates), m_labels))
+            m_run.addGroup(mergedSets(part));
+    }
+
+private:
+    void combine(const ContentLabels &labels)
+    {
+        std::map<std::pair<int, int>, int> combinations;
+        std::size_t unreadable = 0;
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            int &label = m_labels[i];
+            if (label == unreadableLabel || labels[i] == unreadableLabel) {
+                label = unreadableLabel;
+                ++unreadable;
+            } else {
+                const auto next = static_cast<int>(combinations.size());
+                label = combinations.try_emplace({label, labels[i]}, next).first->second;
+            }
+        }
+        m_isSettled = combinations.size() + unreadable == labels.size();
+    }
+
+    ComparisonRun &m_run;
+    Candidates m_candidates;
+    /// No two sets agree so far: the other ranges need not be read.
+    std::atomic<bool> m_isSettled = false;
+    QMutex m_mutex;
+    /// Under the mutex: the labels after all ranges that were compared.
+    ContentLabels m_labels;
+};
+
+} // namespace
+
+void compareRanges(ComparisonRun &run, Candidates candidates)
+{
+    const auto comparison = std::make_shared<RangeComparison>(run, std::move(candidates));
+    run.addTasks(
+        comparison->ranges(), [comparison](std::size_t number) { comparison->compareRange(number); },
+        [comparison] { comparison->finish(); });
+}

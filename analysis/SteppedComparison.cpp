@@ -1,0 +1,183 @@
+#include "analysis/SteppedComparison.h"
+
+#include "analysis/ComparedFile.h"
+
+#include <algorithm>
+#include <cstring>
+#include <deque>
+#include <optional>
+
+namespace {
+
+/// Two blocks fit into the second-level cache of a core, where comparing them takes little time beside
+/// reading.
+constexpr qint64 blockSize = 128 * 1024;
+/// Bytes of all files of a comparison together that the disk fetches ahead, so that it is never idle.
+constexpr qint64 mostFetchedAhead = 8 * 1024 * 1024;
+/// Bytes of one file: enough for long sequential reads on a rotating disk, and not much in vain when the
+/// files differ soon.
+constexpr qint64 fewestFetchedAhead = 512 * 1024;
+
+using Block = std::vector<char>;
+
+/// Sets that agree up to a position.
+struct Agreeing
+{
+    std::vector<std::size_t> sets;
+    qint64 position = 0;
+    /// Where the bytes end that the disk was asked for; nothing as long as all were in memory.
+    std::optional<qint64> fetchedUpTo = std::nullopt;
+};
+
+/// One comparison of some sets.
+class SteppedComparison
+{
+public:
+    SteppedComparison(ComparisonRun &run, std::span<const EqualFiles> sets, ByteRange range)
+        : m_run(run)
+        , m_sets(sets)
+        , m_range(range)
+        , m_labels(sets.size(), unreadableLabel)
+        , m_uncounted(std::ranges::count(sets, false, &EqualFiles::isCounted) * range.size())
+    {
+        m_agreeing.push_back({{}, range.begin});
+        for (std::size_t set = 0; set < sets.size(); ++set) {
+            const SurveyedFile &file = run.file(sets[set].files.front());
+            if (checkProblem(set, m_files.emplace_back(std::in_place, file)->problem()))
+                m_agreeing.back().sets.push_back(set);
+        }
+    }
+
+    ContentLabels labels(const std::function<bool()> &isSettled)
+    {
+        while (!m_agreeing.empty() && !isSettled() && !m_run.isAbandoned()) {
+            // Taken out: a step may add others.
+            Agreeing agreeing = std::move(m_agreeing.back());
+            m_agreeing.pop_back();
+            if (agreeing.sets.size() > 1 && agreeing.position < m_range.end)
+                step(std::move(agreeing));
+            else
+                end(agreeing);
+        }
+        m_run.addProgress(m_uncounted);
+        return m_labels;
+    }
+
+private:
+    /// Reads one block of each file and splits the sets by its content.
+    void step(Agreeing agreeing)
+    {
+        const qint64 begin = agreeing.position;
+        const auto length = static_cast<std::size_t>(std::min(blockSize, m_range.end - begin));
+        std::vector<Agreeing> parts;
+        fetchAhead(agreeing);
+        for (const std::size_t set : agreeing.sets) {
+            const std::span<char> block = blockOfPart(parts.size()).first(length);
+            if (!read(set, agreeing, block))
+                continue;
+            const std::size_t part = findPart(parts.size(), block);
+            if (part == parts.size())
+                parts.push_back({{}, begin + static_cast<qint64>(length)});
+            parts[part].sets.push_back(set);
+        }
+        countBlock(agreeing, static_cast<qint64>(length));
+        for (Agreeing &part : parts) {
+            part.fetchedUpTo = agreeing.fetchedUpTo;
+            m_agreeing.push_back(std::move(part));
+        }
+    }
+
+    std::span<char> blockOfPart(std::size_t part)
+    {
+        if (part == m_blocks.size())
+            m_blocks.emplace_back(blockSize);
+        return m_blocks[part];
+    }
+
+    /// The part, of the first \a count, whose block equals \a block; \a count if none does.
+    [[nodiscard]] std::size_t findPart(std::size_t count, std::span<const char> block) const
+    {
+        std::size_t part = 0;
+        while (part < count && std::memcmp(m_blocks[part].data(), block.data(), block.size()) != 0)
+            ++part;
+        return part;
+    }
+
+    /// Reads a block at the position of \a agreeing; false when that fails.
+    [[nodiscard]] bool read(std::size_t set, Agreeing &agreeing, std::span<char> block)
+    {
+        ComparedFile &file = *m_files[set];
+        if (agreeing.fetchedUpTo || !file.readFromMemory(agreeing.position, block)) {
+            if (!agreeing.fetchedUpTo) {
+                agreeing.fetchedUpTo = agreeing.position;
+                fetchAhead(agreeing);
+            }
+            file.read(agreeing.position, block);
+        }
+        return checkProblem(set, file.problem());
+    }
+
+    /// Has the disk fetch the bytes that are read next, in longer and longer pieces.
+    void fetchAhead(Agreeing &agreeing)
+    {
+        if (!agreeing.fetchedUpTo || *agreeing.fetchedUpTo == m_range.end)
+            return;
+        const qint64 most = mostFetchedAhead / std::ssize(agreeing.sets);
+        const qint64 ahead = std::max(std::min(most, agreeing.position - m_range.begin), fewestFetchedAhead);
+        if (*agreeing.fetchedUpTo - agreeing.position > ahead / 2)
+            return;
+        const qint64 end = std::min(agreeing.position + ahead, m_range.end);
+        for (const std::size_t set : agreeing.sets)
+            m_files[set]->prefetch(*agreeing.fetchedUpTo, end - *agreeing.fetchedUpTo);
+        agreeing.fetchedUpTo = end;
+    }
+
+    /// Closes the files of sets that are alike to the end, or a set that differs from all others.
+    void end(const Agreeing &agreeing)
+    {
+        for (const std::size_t set : agreeing.sets) {
+            m_labels[set] = m_nextLabel;
+            m_files[set].reset();
+        }
+        ++m_nextLabel;
+    }
+
+    /// Reports the problem of a file, if there is one; false then.
+    [[nodiscard]] bool checkProblem(std::size_t set, const QString &problem)
+    {
+        if (problem.isEmpty())
+            return true;
+        m_run.addUnreadable(m_sets[set].files.front(), problem);
+        m_files[set].reset();
+        return false;
+    }
+
+    void countBlock(const Agreeing &agreeing, qint64 bytes)
+    {
+        const auto isUncounted = [this](std::size_t set) { return !m_sets[set].isCounted; };
+        const qint64 counted = std::ranges::count_if(agreeing.sets, isUncounted) * bytes;
+        m_uncounted -= counted;
+        m_run.addProgress(counted);
+    }
+
+    ComparisonRun &m_run;
+    const std::span<const EqualFiles> m_sets;
+    const ByteRange m_range;
+    ContentLabels m_labels;
+    int m_nextLabel = 0;
+    /// Bytes of the range, of all sets, that the progress lacks.
+    qint64 m_uncounted;
+    /// For each set; closed when it is dealt with.
+    std::deque<std::optional<ComparedFile>> m_files;
+    std::vector<Agreeing> m_agreeing;
+    /// The last blocks that were read: one for each part, and one to read into.
+    std::vector<Block> m_blocks;
+};
+
+} // namespace
+
+ContentLabels compareInStep(ComparisonRun &run, std::span<const EqualFiles> sets, ByteRange range,
+    const std::function<bool()> &isSettled)
+{
+    return SteppedComparison(run, sets, range).labels(isSettled);
+}
