@@ -1,67 +1,201 @@
 #include "scan/FileSurvey.h"
 
 #include "scan/FileCategories.h"
+#include "scan/FileFacts.h"
 #include "scan/FolderEntries.h"
 #include "scan/SkipRules.h"
+#include "scan/WorkStock.h"
 
-#include <QDateTime>
-#include <QDirIterator>
-#include <QFile>
-#include <QFileInfo>
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <utility>
 
-#include <sys/stat.h>
+namespace {
 
-using Qt::Literals::StringLiterals::operator""_s;
+/// A folder to be read.
+struct Folder
+{
+    QString path;
+    /// Index into SurveyRequest::folders.
+    qint32 index = 0;
+};
+
+/// Files in pieces, so that no more than one piece is unused memory while their number is unknown.
+class FilePieces
+{
+public:
+    void add(SurveyedFile file)
+    {
+        if (m_pieces.empty() || m_pieces.back().size() == pieceSize) {
+            m_pieces.emplace_back();
+            m_pieces.back().reserve(pieceSize);
+        }
+        m_pieces.back().push_back(std::move(file));
+    }
+
+    [[nodiscard]] std::size_t count() const
+    {
+        return m_pieces.empty() ? 0 : (m_pieces.size() - 1) * pieceSize + m_pieces.back().size();
+    }
+
+    /// Moves all files to the end of \a files and frees the pieces one by one.
+    void moveTo(std::vector<SurveyedFile> &files)
+    {
+        for (std::vector<SurveyedFile> &piece : m_pieces)
+            std::ranges::move(std::exchange(piece, {}), std::back_inserter(files));
+        m_pieces.clear();
+    }
+
+private:
+    /// Large enough for the allocator to give the memory of each piece back to the system.
+    static constexpr std::size_t pieceSize = 4096;
+
+    std::vector<std::vector<SurveyedFile>> m_pieces;
+};
+
+/// What all threads share.
+struct Shared
+{
+    const SurveyRequest &request;
+    const SurveyCallbacks &callbacks;
+    WorkStock<Folder> folders;
+    std::atomic<qint64> files = 0;
+    QMutex mutex{};
+    /// Under the mutex.
+    std::vector<FilePieces> pieces = {};
+    QList<UnreadablePath> unreadable = {};
+    qint64 undecodableNames = 0;
+};
+
+ScanOptions withoutHiddenRule(ScanOptions options)
+{
+    options.skipHiddenFolders = false;
+    return options;
+}
+
+/// What one thread does.
+class SurveyThread
+{
+public:
+    explicit SurveyThread(Shared &shared)
+        : m_shared(shared)
+        , m_request(shared.request)
+        , m_acceptsAll(collectionAccepts(QString(), m_request.options.fileTypes))
+        , m_rules(withoutHiddenRule(m_request.options), m_request.folders)
+    {
+    }
+
+    void run()
+    {
+        while (const std::optional<Folder> folder = m_shared.folders.take()) {
+            if (!m_shared.callbacks.abandoned())
+                read(*folder);
+            m_shared.folders.finish();
+        }
+        const QMutexLocker lock(&m_shared.mutex);
+        m_shared.pieces.push_back(std::move(m_files));
+        m_shared.unreadable += m_unreadable;
+        m_shared.undecodableNames += m_undecodableNames;
+    }
+
+private:
+    void read(const Folder &folder)
+    {
+        FolderEntries entries(
+            folder.path, m_request.includeHidden ? HiddenEntries::Listed : HiddenEntries::LeftOut);
+        while (entries.next() && !m_shared.callbacks.abandoned()) {
+            QString path = entries.path();
+            if (isExcluded(path, folder.index))
+                continue;
+            if (entries.isFolder())
+                m_shared.folders.add({std::move(path), folder.index});
+            else
+                addFile(entries, path, folder.index);
+        }
+        if (const QString reason = entries.error(); !reason.isEmpty())
+            m_unreadable.append({folder.path, reason});
+        m_undecodableNames += entries.undecodableNames();
+        tellProgress();
+    }
+
+    [[nodiscard]] bool isExcluded(const QString &path, qint32 folder) const
+    {
+        if (!m_request.excluded)
+            return false;
+        const QString &top = m_request.folders[folder];
+        const qsizetype beginning = top.size() + (top.endsWith(u'/') ? 0 : 1);
+        const QStringView all(path);
+        return m_request.excluded(all.sliced(path.lastIndexOf(u'/') + 1), all.sliced(beginning));
+    }
+
+    void addFile(const FolderEntries &entries, const QString &path, qint32 folder)
+    {
+        if (!isAcceptedType(path) || m_rules.skip(path))
+            return;
+        std::optional<FileFacts> facts = factsOf(entries, path, {m_request.minSize, m_request.maxSize});
+        if (!facts)
+            return;
+        if (const auto *const unreadable = std::get_if<UnreadablePath>(&*facts)) {
+            m_unreadable.append(*unreadable);
+            return;
+        }
+        SurveyedFile &file = std::get<SurveyedFile>(*facts);
+        file.folder = folder;
+        m_files.add(std::move(file));
+        if (++m_untold == filesPerReport)
+            tellProgress();
+    }
+
+    [[nodiscard]] bool isAcceptedType(const QString &path) const
+    {
+        return m_acceptsAll || collectionAccepts(lowerCaseSuffix(path), m_request.options.fileTypes);
+    }
+
+    void tellProgress()
+    {
+        if (m_untold > 0)
+            m_shared.callbacks.progress(m_shared.files += std::exchange(m_untold, 0));
+    }
+
+    /// Often enough for a number that moves, in folders of any size.
+    static constexpr qint64 filesPerReport = 256;
+
+    Shared &m_shared;
+    const SurveyRequest &m_request;
+    /// If files without a suffix are accepted, all are: skip the costly suffix lookup.
+    const bool m_acceptsAll;
+    SkipRules m_rules;
+    FilePieces m_files;
+    QList<UnreadablePath> m_unreadable;
+    qint64 m_undecodableNames = 0;
+    /// Files found that the progress lacks.
+    qint64 m_untold = 0;
+};
+
+std::vector<Folder> beginnings(const QStringList &folders)
+{
+    std::vector<Folder> beginnings;
+    // The last one is taken first.
+    for (qsizetype index = folders.size(); index-- > 0;)
+        beginnings.push_back({folders[index], static_cast<qint32>(index)});
+    return beginnings;
+}
+
+} // namespace
 
 Survey surveyFiles(const SurveyRequest &request, const SurveyCallbacks &callbacks)
 {
-    Survey survey;
-    ScanOptions options = request.options;
-    options.skipHiddenFolders = false;
-    SkipRules rules(options, request.folders);
-    for (qsizetype index = 0; index < request.folders.size(); ++index) {
-        const QString beginning = withSlash(request.folders[index]);
-        QStringList unread{request.folders[index]};
-        while (!unread.isEmpty() && !callbacks.abandoned()) {
-            const QString folder = unread.takeLast();
-            if (const QFileInfo info(folder); !info.isDir() || !info.isReadable()) {
-                survey.unreadable.append({folder, info.exists() ? u"cannot be read"_s : u"is not there"_s});
-                continue;
-            }
-            QDirIterator entries(
-                folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks | QDir::Hidden);
-            while (entries.hasNext() && !callbacks.abandoned()) {
-                const QString path = entries.next();
-                const QFileInfo info = entries.fileInfo();
-                if ((!request.includeHidden && info.isHidden()) ||
-                    (request.excluded &&
-                        request.excluded(info.fileName(), QStringView(path).sliced(beginning.size()))))
-                    continue;
-                if (info.isDir()) {
-                    unread.append(path);
-                    continue;
-                }
-                const qint64 size = info.size();
-                if (size < request.minSize || size > request.maxSize || rules.skip(path) ||
-                    !collectionAccepts(lowerCaseSuffix(path), request.options.fileTypes))
-                    continue;
-                SurveyedFile file{.path = path,
-                    .size = size,
-                    .modified = info.lastModified().toMSecsSinceEpoch(),
-                    .created = info.birthTime().isValid() ? info.birthTime().toMSecsSinceEpoch()
-                                                          : info.lastModified().toMSecsSinceEpoch(),
-                    .identity = {},
-                    .folder = static_cast<qint32>(index)};
-#ifdef Q_OS_UNIX
-                struct stat facts = {};
-                ::stat(QFile::encodeName(path).constData(), &facts);
-                file.identity = {facts.st_dev, facts.st_ino};
-                file.links = static_cast<quint32>(facts.st_nlink);
-#endif
-                survey.files.push_back(file);
-                callbacks.progress(static_cast<qint64>(survey.files.size()));
-            }
-        }
-    }
+    Shared shared{request, callbacks, WorkStock<Folder>(beginnings(request.folders))};
+    runOnThreads(std::max(request.threads, 1), [&shared] { SurveyThread(shared).run(); });
+
+    Survey survey{
+        .files = {}, .unreadable = std::move(shared.unreadable), .undecodableNames = shared.undecodableNames};
+    std::size_t count = 0;
+    for (const FilePieces &pieces : shared.pieces)
+        count += pieces.count();
+    survey.files.reserve(count);
+    for (FilePieces &pieces : shared.pieces)
+        pieces.moveTo(survey.files);
     return survey;
 }

@@ -167,6 +167,11 @@ bool FolderEntries::isFolder() const
     return m_entries.fileInfo().isDir();
 }
 
+QFileInfo FolderEntries::fileInfo() const
+{
+    return m_entries.fileInfo();
+}
+
 /// QDirIterator keeps errors to itself, so the folder is asked once more.
 QString FolderEntries::error() const
 {

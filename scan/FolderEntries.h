@@ -51,6 +51,9 @@ public:
     /// called.
     [[nodiscard]] int folderDescriptor() const;
     [[nodiscard]] const char *rawName() const;
+#else
+    /// What the listing tells of the current one.
+    [[nodiscard]] QFileInfo fileInfo() const;
 #endif
 
 private:

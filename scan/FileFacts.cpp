@@ -1,0 +1,144 @@
+#include "scan/FileFacts.h"
+
+#include "scan/FolderEntries.h"
+
+#ifdef Q_OS_LINUX
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+namespace {
+
+qint64 milliseconds(const statx_timestamp &time)
+{
+    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
+}
+
+SurveyedFile surveyedFile(const QString &path, const struct statx &facts)
+{
+    SurveyedFile file{.path = path,
+        .size = static_cast<qint64>(facts.stx_size),
+        .modified = milliseconds(facts.stx_mtime),
+        .created = 0,
+        .identity = {makedev(facts.stx_dev_major, facts.stx_dev_minor), facts.stx_ino},
+        .links = facts.stx_nlink};
+    // Some file systems say that they know it and tell 1970-01-01.
+    if ((facts.stx_mask & STATX_BTIME) != 0)
+        file.created = milliseconds(facts.stx_btime);
+    if (file.created == 0)
+        file.created = file.modified;
+    return file;
+}
+
+} // namespace
+
+std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &path, SizeLimits limits)
+{
+    struct statx facts = {};
+    if (::statx(entries.folderDescriptor(), entries.rawName(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
+            STATX_BASIC_STATS | STATX_BTIME, &facts) != 0) {
+        const int error = errno;
+        return error == ENOENT ? std::nullopt
+                               : std::optional<FileFacts>(UnreadablePath{path, qt_error_string(error)});
+    }
+    if (!S_ISREG(facts.stx_mode) || !limits.contain(static_cast<qint64>(facts.stx_size)))
+        return std::nullopt;
+    return surveyedFile(path, facts);
+}
+
+#else
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#else
+#include <sys/stat.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_WIN
+
+/// Closes a handle of Windows at the end of its scope.
+class FileHandle
+{
+public:
+    explicit FileHandle(HANDLE handle)
+        : m_handle(handle)
+    {
+    }
+
+    ~FileHandle()
+    {
+        CloseHandle(m_handle);
+    }
+
+    Q_DISABLE_COPY_MOVE(FileHandle)
+
+    [[nodiscard]] HANDLE get() const
+    {
+        return m_handle;
+    }
+
+private:
+    const HANDLE m_handle;
+};
+
+/// Sets the identity and the number of links; false when Windows does not tell them.
+bool identify(SurveyedFile &file)
+{
+    const QString path = QDir::toNativeSeparators(QDir::current().absoluteFilePath(file.path));
+    // Paths of more than 260 characters need the prefix, and those of servers would need another one.
+    const QString name = path.startsWith(u"\\\\") ? path : QStringLiteral("\\\\?\\") + path;
+    const FileHandle handle(CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), 0,
+        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+        FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    BY_HANDLE_FILE_INFORMATION facts = {};
+    if (!GetFileInformationByHandle(handle.get(), &facts))
+        return false;
+    file.identity = {
+        facts.dwVolumeSerialNumber, static_cast<quint64>(facts.nFileIndexHigh) << 32U | facts.nFileIndexLow};
+    file.links = facts.nNumberOfLinks;
+    return true;
+}
+
+#else
+
+bool identify(SurveyedFile &file)
+{
+    struct stat facts = {};
+    if (::lstat(QFile::encodeName(file.path).constData(), &facts) != 0)
+        return false;
+    file.identity = {static_cast<quint64>(facts.st_dev), static_cast<quint64>(facts.st_ino)};
+    file.links = static_cast<quint32>(facts.st_nlink);
+    return true;
+}
+
+#endif
+
+} // namespace
+
+std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &path, SizeLimits limits)
+{
+    const QFileInfo facts = entries.fileInfo();
+    if (!limits.contain(facts.size()))
+        return std::nullopt;
+    SurveyedFile file{.path = path,
+        .size = facts.size(),
+        .modified = facts.lastModified().toMSecsSinceEpoch(),
+        .created = 0,
+        .identity = {}};
+    const QDateTime created = facts.birthTime();
+    file.created = created.isValid() ? created.toMSecsSinceEpoch() : file.modified;
+    if (!identify(file))
+        return UnreadablePath{path, qt_error_string()};
+    return file;
+}
+
+#endif
