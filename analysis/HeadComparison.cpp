@@ -176,6 +176,7 @@ std::vector<ContentLabels> compareHeads(ComparisonRun &run, std::span<const Cand
         labels.push_back(labelsOf(heads.heads[i]));
         bytes += bytesDealtWith(classes[i], labels.back());
     }
-    run.addProgress(bytes);
+    if (!run.isAbandoned())
+        run.addProgress(bytes);
     return labels;
 }

@@ -59,7 +59,8 @@ public:
             else
                 end(agreeing);
         }
-        m_run.addProgress(m_uncounted);
+        if (!m_run.isAbandoned())
+            m_run.addProgress(m_uncounted);
         return m_labels;
     }
 

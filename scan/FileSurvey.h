@@ -31,7 +31,7 @@ struct SurveyedFile
     /// Milliseconds since 1970-01-01 UTC. Creation falls back to modification where the system keeps none.
     qint64 modified = 0;
     qint64 created = 0;
-    FileIdentity identity;
+    FileIdentity identity = {};
     /// Number of names, this one included.
     quint32 links = 1;
     /// Index into SurveyRequest::folders.
@@ -59,9 +59,9 @@ struct SurveyRequest
     qint64 minSize = 1;
     qint64 maxSize = std::numeric_limits<qint64>::max();
     /// File types and location rules. Its sizes and skipHiddenFolders are not read.
-    ScanOptions options;
+    ScanOptions options = {};
     /// May be empty.
-    ExclusionRule excluded;
+    ExclusionRule excluded = {};
     /// Threads that read folders.
     int threads = 1;
 };

@@ -1,0 +1,359 @@
+#include "analysis/ContentGroups.h"
+#include "tests/support/ContentOracle.h"
+#include "tests/support/DiskCache.h"
+#include "tests/support/HostileTree.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/SpecialFiles.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <atomic>
+#include <memory>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr qint64 kib = 1024;
+constexpr qint64 mib = 1024 * kib;
+
+/// \a content with another byte at \a position.
+QByteArray changedAt(QByteArray content, qsizetype position)
+{
+    content[position] = static_cast<char>(content[position] ^ 1);
+    return content;
+}
+
+/// Changes one byte of a file.
+bool changeFile(const QString &path, qint64 position)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadWrite) && file.seek(position) && file.putChar('!');
+}
+
+QStringList pathsOf(const QList<UnreadablePath> &unreadable)
+{
+    QStringList paths;
+    for (const UnreadablePath &entry : unreadable)
+        paths.append(entry.path);
+    return paths;
+}
+
+} // namespace
+
+/// Which files have equal contents.
+class tst_contentGroups : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void comparesEveryByte_data();
+    void comparesEveryByte();
+    void comparesFilesThatAreNotInMemory();
+    void comparesLargeFilesInAllTheirRanges_data();
+    void comparesLargeFilesInAllTheirRanges();
+    void splitsAGroupWhereItsMembersDiffer();
+    void comparesFilesOfEqualSizeOnly();
+    void groupsEmptyFilesWithoutOpeningThem();
+    void groupsManyFilesWithFewContents_data();
+    void groupsManyFilesWithFewContents();
+    void groupsManyFilesThatDifferLate();
+    void groupsMoreHeadsThanATaskHolds();
+    void reportsFilesThatCannotBeRead();
+    void reportsFilesOfAnotherSize();
+    void reportsAFileThatShrinksWhileItIsRead();
+    void tellsWhatTheSystemSays();
+    void endsWhenItIsAbandoned();
+    void doesNothingWhenItIsAbandonedAtOnce();
+    void groupsBySamplesWhenAskedTo();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_contentGroups::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+}
+
+QString tst_contentGroups::path(const QString &name) const
+{
+    return m_folder->filePath(name);
+}
+
+void tst_contentGroups::comparesEveryByte_data()
+{
+    QTest::addColumn<qsizetype>("size");
+    QTest::addColumn<qsizetype>("position");
+
+    for (const qsizetype size :
+        {1LL, 4095LL, 4096LL, 4097LL, 8192LL, 16 * kib - 1, 16 * kib, 16 * kib + 1, 64 * kib - 1, 64 * kib,
+            64 * kib + 1, 144 * kib - 1, 144 * kib, 144 * kib + 1, mib - 1, mib, mib + 1}) {
+        for (const qsizetype position :
+            {0LL, 4095LL, 4096LL, 16 * kib - 1, 16 * kib, size / 2, 144 * kib - 1, 144 * kib, size - 1}) {
+            if (position < size)
+                QTest::addRow("byte %lld of %lld", position, size) << size << position;
+        }
+    }
+}
+
+void tst_contentGroups::comparesEveryByte()
+{
+    QFETCH(const qsizetype, size);
+    QFETCH(const qsizetype, position);
+    const QByteArray content = randomBytes(size, 1);
+    const auto files = writeFiles(m_folder->path(), {content, changedAt(content, position), content});
+
+    const ContentGroups result = groupQuietly(files);
+
+    QCOMPARE(result.groups, (Groups{{0, 2}}));
+    QVERIFY(result.unreadable.isEmpty());
+}
+
+void tst_contentGroups::comparesFilesThatAreNotInMemory()
+{
+    const QByteArray content = randomBytes(3 * mib, 1);
+    const auto files = writeFiles(m_folder->path(),
+        {content, changedAt(content, 100 * kib), content, changedAt(content, 3 * mib - 1), content});
+    for (const SurveyedFile &file : files) {
+        if (!leaveOnDiskOnly(file.path))
+            QSKIP("This file system keeps its files in memory");
+    }
+
+    QCOMPARE(groupQuietly(files).groups, (Groups{{0, 2, 4}}));
+}
+
+void tst_contentGroups::comparesLargeFilesInAllTheirRanges_data()
+{
+    QTest::addColumn<qint64>("position");
+
+    const qint64 headSize = 16 * kib;
+    const qint64 rangeSize = 32 * mib;
+    QTest::newRow("first byte after the head") << headSize;
+    QTest::newRow("last byte of the first range") << headSize + rangeSize - 1;
+    QTest::newRow("first byte of the second range") << headSize + rangeSize;
+    QTest::newRow("last byte of the second range") << headSize + 2 * rangeSize - 1;
+    QTest::newRow("last byte") << 70 * mib - 1;
+}
+
+void tst_contentGroups::comparesLargeFilesInAllTheirRanges()
+{
+    QFETCH(const qint64, position);
+    std::vector<SurveyedFile> files;
+    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s}) {
+        QVERIFY(writeSparseFile(path(name), 70 * mib, "end"));
+        files.push_back({.path = path(name), .size = 70 * mib});
+    }
+    QVERIFY(changeFile(path(u"b"_s), position));
+
+    QCOMPARE(groupQuietly(files).groups, (Groups{{0, 2}}));
+}
+
+void tst_contentGroups::splitsAGroupWhereItsMembersDiffer()
+{
+    const QByteArray content = randomBytes(400 * kib, 1);
+    const QByteArray early = changedAt(content, 20 * kib);
+    const QList<QByteArray> contents{content, changedAt(content, 300 * kib), early,
+        changedAt(early, 300 * kib), changedAt(early, 300 * kib), early, content, changedAt(content, 0)};
+
+    QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents)).groups, groupsOfEqual(contents));
+}
+
+void tst_contentGroups::comparesFilesOfEqualSizeOnly()
+{
+    const QList<QByteArray> contents{QByteArray(5000, 'a'), QByteArray(5001, 'a'), QByteArray(5002, 'a')};
+
+    QVERIFY(groupQuietly(writeFiles(m_folder->path(), contents)).groups.empty());
+}
+
+void tst_contentGroups::groupsEmptyFilesWithoutOpeningThem()
+{
+    const std::vector<SurveyedFile> files{{.path = path(u"nowhere"_s)}, {.path = path(u"not here"_s)}};
+
+    const ContentGroups result = groupQuietly(files);
+
+    QCOMPARE(result.groups, (Groups{{0, 1}}));
+    QVERIFY(result.unreadable.isEmpty());
+}
+
+void tst_contentGroups::groupsManyFilesWithFewContents_data()
+{
+    QTest::addColumn<qsizetype>("size");
+    QTest::newRow("within a head") << qsizetype(300);
+    QTest::newRow("beyond a head") << qsizetype(20'000);
+}
+
+/// More than a task may hold open.
+void tst_contentGroups::groupsManyFilesWithFewContents()
+{
+    QFETCH(const qsizetype, size);
+    const QByteArray content = randomBytes(size, 1);
+    QList<QByteArray> contents;
+    for (int i = 0; i < 200; ++i)
+        contents.append(i % 3 == 0 ? content : changedAt(content, i % 3 == 1 ? 0 : size - 1));
+    const auto files = writeFiles(m_folder->path(), contents);
+
+    for (const int threads : {1, 2, 8, 1000})
+        QCOMPARE(groupQuietly(files, threads).groups, groupsOfEqual(contents));
+}
+
+/// Comparing each with each would take too long: they have to be told apart by a hash.
+void tst_contentGroups::groupsManyFilesThatDifferLate()
+{
+    const QByteArray content(30'000, 'x');
+    QList<QByteArray> contents;
+    for (int i = 0; i < 300; ++i) {
+        QByteArray number = QByteArray::number(i / 2);
+        contents.append(content + number.rightJustified(5, '0'));
+    }
+    std::ranges::rotate(contents, contents.begin() + 1);
+
+    QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents), 8).groups, groupsOfEqual(contents));
+}
+
+void tst_contentGroups::groupsMoreHeadsThanATaskHolds()
+{
+    QList<QByteArray> contents;
+    for (quint32 i = 0; i < 700; ++i)
+        contents.append(randomBytes(16 * kib + 1, i % 3 == 0 ? 0 : i / 2));
+    // Only the first hash of the heads tells these apart from the others.
+    for (quint32 i = 0; i < 20; ++i)
+        contents.append(changedAt(contents.first(), 16 * kib));
+
+    QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents)).groups, groupsOfEqual(contents));
+}
+
+void tst_contentGroups::reportsFilesThatCannotBeRead()
+{
+    const QByteArray content(20'000, 'x');
+    auto files = writeFiles(m_folder->path(), QList<QByteArray>(6, content));
+    QVERIFY(QFile::remove(files[0].path));
+    QVERIFY(QFile::remove(files[1].path) && QDir().mkdir(files[1].path));
+    QVERIFY(QFile::remove(files[2].path));
+    const bool hasPipes = makePipe(files[2].path);
+    letEverybodyIn(m_folder->path());
+    letNobodyIn(files[3].path);
+    const OrdinaryUser user;
+    if (QFile(files[3].path).open(QIODevice::ReadOnly))
+        QSKIP("This user reads everything");
+
+    const ContentGroups result = groupQuietly(files);
+
+    QCOMPARE(result.groups, (Groups{{4, 5}}));
+    QCOMPARE(pathsOf(result.unreadable),
+        (QStringList{files[0].path, files[1].path, files[2].path, files[3].path}));
+    QVERIFY(hasPipes || !QFile::exists(files[2].path));
+    for (const UnreadablePath &entry : result.unreadable)
+        QVERIFY(!entry.reason.isEmpty());
+}
+
+void tst_contentGroups::reportsFilesOfAnotherSize()
+{
+    const QByteArray content(20'000, 'x');
+    auto files = writeFiles(m_folder->path(), {content, content, content + 'x', content.chopped(1)});
+    for (SurveyedFile &file : files)
+        file.size = content.size();
+
+    const ContentGroups result = groupQuietly(files);
+
+    QCOMPARE(result.groups, (Groups{{0, 1}}));
+    QCOMPARE(pathsOf(result.unreadable), (QStringList{files[2].path, files[3].path}));
+}
+
+void tst_contentGroups::reportsAFileThatShrinksWhileItIsRead()
+{
+    const QByteArray content(4 * mib, 'x');
+    const auto files = writeFiles(m_folder->path(), {content, content, content});
+    bool isShrunk = false;
+    const auto shrink = [&](qint64 done, qint64 total) {
+        if (!isShrunk && done > total / 4)
+            isShrunk = QFile::resize(files[1].path, 2 * mib);
+    };
+
+    const ContentGroups result = groupByContent(
+        files, ContentComparison::Bytes, 1, {.progress = shrink, .abandoned = [] { return false; }});
+
+    QVERIFY(isShrunk);
+    QCOMPARE(result.groups, (Groups{{0, 2}}));
+    QCOMPARE(pathsOf(result.unreadable), QStringList{files[1].path});
+}
+
+void tst_contentGroups::tellsWhatTheSystemSays()
+{
+    const std::vector<SurveyedFile> files{
+        {.path = path(u"nowhere"_s), .size = 1}, {.path = path(u"not here"_s), .size = 1}};
+    QFile missing(files[0].path);
+    QVERIFY(!missing.open(QIODevice::ReadOnly));
+
+    const ContentGroups result = groupQuietly(files);
+
+    QCOMPARE(result.unreadable.size(), 2);
+    QCOMPARE(result.unreadable.first().reason, missing.errorString());
+}
+
+void tst_contentGroups::endsWhenItIsAbandoned()
+{
+    std::vector<SurveyedFile> files;
+    for (const QString &name : {u"a"_s, u"b"_s}) {
+        QVERIFY(writeSparseFile(path(name), 500 * mib, "end"));
+        files.push_back({.path = path(name), .size = 500 * mib});
+    }
+    std::atomic<qint64> reached = 0;
+    const ComparisonCallbacks callbacks{
+        .progress = [&](qint64 done, qint64) { reached = done; },
+        .abandoned = [&] { return reached > 10 * mib; },
+    };
+
+    const ContentGroups result = groupByContent(files, ContentComparison::Bytes, 2, callbacks);
+
+    QVERIFY(result.groups.empty());
+    QVERIFY(reached < 20 * mib);
+}
+
+void tst_contentGroups::doesNothingWhenItIsAbandonedAtOnce()
+{
+    const std::vector<SurveyedFile> files{{.path = path(u"nowhere"_s)}, {.path = path(u"not here"_s)}};
+    bool isToldProgress = false;
+    const ComparisonCallbacks callbacks{
+        .progress = [&](qint64, qint64) { isToldProgress = true; },
+        .abandoned = [] { return true; },
+    };
+
+    const ContentGroups result = groupByContent(files, ContentComparison::Bytes, 1, callbacks);
+
+    QVERIFY(result.groups.empty());
+    QVERIFY(!isToldProgress);
+}
+
+void tst_contentGroups::groupsBySamplesWhenAskedTo()
+{
+    const QByteArray content = randomBytes(30'000, 1);
+    const QByteArray samples(4096, 'x');
+    auto files = writeFiles(m_folder->path(),
+        {content, changedAt(content, 15'000), changedAt(content, 0), changedAt(content, 29'999),
+            // Not covered by their fingerprints, which agree: their sizes.
+            samples + 'y', samples + "yy"});
+    files.push_back({.path = path(u"nowhere"_s), .size = 30'000});
+
+    for (const int threads : {1, 2}) {
+        const ContentGroups result = groupQuietly(files, threads, ContentComparison::Sample);
+
+        QCOMPARE(result.groups, (Groups{{0, 1}}));
+        QCOMPARE(pathsOf(result.unreadable), QStringList{path(u"nowhere"_s)});
+        QVERIFY(!result.unreadable.first().reason.isEmpty());
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_contentGroups)
+#include "tst_contentGroups.moc"
