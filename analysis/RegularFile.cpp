@@ -2,6 +2,7 @@
 
 #ifdef Q_OS_UNIX
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -90,7 +91,12 @@ qint64 RegularFile::sizeAtOpening() const
 void RegularFile::prefetch([[maybe_unused]] qint64 position, [[maybe_unused]] qint64 count) const
 {
 #ifdef POSIX_FADV_WILLNEED
-    ::posix_fadvise(m_descriptor, position, count, POSIX_FADV_WILLNEED);
+    // Linux cuts a longer request short, where it exceeds what the device takes at once.
+    constexpr qint64 longestRequest = 512 * 1024;
+    for (const qint64 end = position + count; position < end; position += longestRequest) {
+        ::posix_fadvise(
+            m_descriptor, position, std::min(longestRequest, end - position), POSIX_FADV_WILLNEED);
+    }
 #endif
 }
 

@@ -16,7 +16,7 @@ constexpr qint64 blockSize = 128 * 1024;
 constexpr qint64 mostFetchedAhead = 8 * 1024 * 1024;
 /// Bytes of one file: enough for long sequential reads on a rotating disk, and not much in vain when the
 /// files differ soon.
-constexpr qint64 fewestFetchedAhead = 512 * 1024;
+constexpr qint64 fewestFetchedAhead = 1024 * 1024;
 
 using Block = std::vector<char>;
 

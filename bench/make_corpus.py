@@ -1,4 +1,4 @@
-"""Makes one of the folders that compare.sh measures on: make_corpus.py small|large|photos FOLDER
+"""Makes one of the folders that compare.sh measures on: make_corpus.py small|large|pairs|photos FOLDER
 
 The same bytes on every machine. No holes, no links: every file occupies its space on the disk.
 """
@@ -44,6 +44,20 @@ def make_large(root, chance):
         write(f"{root}/{name // 100:02}/disk-{name:04}.img", content)
 
 
+def make_pairs(root, chance):
+    """Two pairs of 2 GiB: one of copies, one that differs in its last byte only."""
+    for number in range(2):
+        pieces = [chance.randbytes(16 * MIB) for _ in range(4)]
+        os.makedirs(f"{root}/{number}")
+        for name in ("disk.img", "copy.img"):
+            with open(f"{root}/{number}/{name}", "wb") as file:
+                for piece in range(128):
+                    file.write(pieces[piece % 4])
+                if number == 1 and name == "copy.img":
+                    file.seek(-1, os.SEEK_END)
+                    file.write(bytes([pieces[3][-1] ^ 1]))
+
+
 def make_photos(root, chance):
     """1,000 photos with previews and side files, a quarter of them in a backup once more, and 20 videos."""
     camera = chance.randbytes(600)
@@ -62,7 +76,7 @@ def make_photos(root, chance):
 
 
 def main():
-    makers = {"small": make_small, "large": make_large, "photos": make_photos}
+    makers = {"small": make_small, "large": make_large, "pairs": make_pairs, "photos": make_photos}
     if len(sys.argv) != 3 or sys.argv[1] not in makers:
         sys.exit("make_corpus.py: say which corpus to make, and where")
     makers[sys.argv[1]](sys.argv[2], random.Random(20240917))
