@@ -1,7 +1,13 @@
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/Interruption.h"
+
 #include <QCoreApplication>
 
 int main(int argc, char *argv[])
 {
+    const Console console;
     const QCoreApplication application(argc, argv);
-    return 2;
+    catchInterruptions();
+    return runProgram(QCoreApplication::arguments().mid(1));
 }

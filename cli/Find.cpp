@@ -1,0 +1,5 @@
+#include "cli/Find.h"
+int runFind(const QStringList &)
+{
+    return 0;
+}

@@ -1,0 +1,54 @@
+#include "cli/Interruption.h"
+
+#include <QtGlobal>
+
+#include <atomic>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <csignal>
+#endif
+
+namespace {
+
+// A handler reaches nothing but global state.
+std::atomic<bool> interruptionRequested{false}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+static_assert(std::atomic<bool>::is_always_lock_free, "the handler may not wait for a lock");
+
+#ifdef Q_OS_WIN
+BOOL WINAPI requestInterruption(DWORD /*event*/)
+{
+    interruptionRequested = true;
+    return TRUE;
+}
+#else
+void requestInterruption(int /*signal*/)
+{
+    interruptionRequested = true;
+}
+#endif
+
+} // namespace
+
+void catchInterruptions()
+{
+#ifdef Q_OS_WIN
+    SetConsoleCtrlHandler(requestInterruption, TRUE);
+#else
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action = {};
+        // A parent that ignores a signal, such as nohup, means it for its children too.
+        if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
+            continue;
+        action = {};
+        action.sa_handler = requestInterruption;
+        ::sigaction(signal, &action, nullptr);
+    }
+#endif
+}
+
+bool interrupted()
+{
+    return interruptionRequested;
+}

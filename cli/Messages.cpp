@@ -1,0 +1,50 @@
+#include "cli/Messages.h"
+
+#include <algorithm>
+#include <cstdio>
+
+using Qt::Literals::StringLiterals::operator""_s;
+
+namespace {
+
+bool isControl(QChar character)
+{
+    const char16_t code = character.unicode();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0);
+}
+
+QString visibleControl(QChar control)
+{
+    switch (control.unicode()) {
+    case u'\n':
+        return u"\\n"_s;
+    case u'\r':
+        return u"\\r"_s;
+    case u'\t':
+        return u"\\t"_s;
+    default:
+        return u"\\x%1"_s.arg(control.unicode(), 2, 16, QChar(u'0'));
+    }
+}
+
+} // namespace
+
+QString withVisibleControls(QStringView text)
+{
+    QString visible;
+    visible.reserve(text.size());
+    for (const QChar character : text) {
+        if (isControl(character))
+            visible += visibleControl(character);
+        else
+            visible += character;
+    }
+    return visible;
+}
+
+void printMessage(const QString &message)
+{
+    const QByteArray line = "quillory-cli: " + withVisibleControls(message).toUtf8() + '\n';
+    // Nothing is left to be done when standard error cannot be written.
+    (void)std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
+}

@@ -1,0 +1,5 @@
+#include "cli/Remove.h"
+int runRemove(const QStringList &)
+{
+    return 0;
+}
