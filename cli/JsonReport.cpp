@@ -1,9 +1,9 @@
 #include "cli/JsonReport.h"
 
+#include "cli/TimeText.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
-
-#include <algorithm>
 
 using Qt::StringLiterals::operator""_s;
 
@@ -16,17 +16,6 @@ QByteArray quoted(const QString &text)
     return array.sliced(1, array.size() - 2);
 }
 
-/// ISO 8601 with milliseconds, UTC.
-QByteArray timeWithMilliseconds(qint64 sinceEpoch)
-{
-    static const qint64 earliest = QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
-    static const qint64 latest =
-        QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59, 999), Qt::UTC).toMSecsSinceEpoch();
-    return QDateTime::fromMSecsSinceEpoch(std::clamp(sinceEpoch, earliest, latest), Qt::UTC)
-        .toString(Qt::ISODateWithMs)
-        .toLatin1();
-}
-
 // Whole numbers are written here, not by QJsonDocument: it would round those above 2^63, which inodes can be.
 
 void append(QByteArray &json, const ReportFile &file)
@@ -36,7 +25,7 @@ void append(QByteArray &json, const ReportFile &file)
     json += R"(", "device": )" + QByteArray::number(file.device);
     json += R"(, "inode": )" + QByteArray::number(file.inode);
     json += R"(, "links": )" + QByteArray::number(file.links);
-    json += R"(, "modified": ")" + timeWithMilliseconds(file.modified);
+    json += R"(, "modified": ")" + timeText(file.modified);
     json += R"(", "path": )" + quoted(file.path) + '}';
 }
 

@@ -1,0 +1,69 @@
+#include "cli/ProgressLine.h"
+
+#include "cli/SizeText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+using Qt::Literals::StringLiterals::operator""_s;
+
+namespace {
+
+/// Earlier than that the rate of the first files says little.
+constexpr qint64 millisecondsBeforeEstimate = 1000;
+
+double shareDone(const ProgressState &state)
+{
+    if (state.totalBytes <= 0)
+        return 1;
+    return std::clamp(static_cast<double>(state.doneBytes) / static_cast<double>(state.totalBytes), 0.0, 1.0);
+}
+
+QString durationText(qint64 seconds)
+{
+    constexpr qint64 minute = 60;
+    constexpr qint64 hour = 60 * minute;
+    const auto twoDigits = [](qint64 number) { return QString::number(number).rightJustified(2, u'0'); };
+    if (seconds < hour)
+        return QString::number(seconds / minute) + u':' + twoDigits(seconds % minute);
+    return QString::number(seconds / hour) + u':' + twoDigits(seconds % hour / minute) + u':' +
+           twoDigits(seconds % minute);
+}
+
+QString timeLeft(const ProgressState &state)
+{
+    const double share = shareDone(state);
+    if (state.milliseconds < millisecondsBeforeEstimate || share <= 0)
+        return {};
+    const double left = static_cast<double>(state.milliseconds) * (1 - share) / share / 1000;
+    return durationText(static_cast<qint64>(left + 0.5)) + u" left"_s;
+}
+
+QString bar(double share, int columns)
+{
+    const int cells = columns - 2;
+    const int filled = static_cast<int>(share * cells);
+    return u'[' + QString(filled, u'#') + QString(cells - filled, u'.') + u']';
+}
+
+} // namespace
+
+QString progressLine(const ProgressState &state, int width)
+{
+    constexpr int narrowestBar = 12;
+    constexpr int widestBar = 32;
+    const QString files = counted(state.files, u"file"_s);
+    if (!state.comparing)
+        return (u"Searching: "_s + files).left(width);
+    const double share = shareDone(state);
+    QString line = QString::number(static_cast<int>(share * 100)).rightJustified(3) + u'%';
+    const QString bytes =
+        u"%1 of %2"_s.arg(sizeText(std::min(state.doneBytes, state.totalBytes)), sizeText(state.totalBytes));
+    for (const QString &part : {bytes, files, timeLeft(state)}) {
+        if (!part.isEmpty() && line.size() + 2 + part.size() <= width)
+            line += u"  "_s + part;
+    }
+    const int room = std::min(width - static_cast<int>(line.size()) - 1, widestBar);
+    return room < narrowestBar ? line.left(width) : bar(share, room) + u' ' + line;
+}
