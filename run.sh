@@ -39,11 +39,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 
 if [ -z "$tour" ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     tools/setup.sh build run
-    tools/build.sh release quillory
+    tools/build.sh release quillory quillory-cli
     exec build/release/quillory "${folders[@]}"
 fi
 
 tools/setup.sh build run tour
-tools/build.sh release quillory quillory-tour
+tools/build.sh release quillory quillory-cli quillory-tour
 [ -n "$tour" ] || echo "There is no display: driving the window on a virtual one"
 exec tools/with-display.sh build/release/tools/tour/quillory-tour --output build/tour "${folders[@]}"

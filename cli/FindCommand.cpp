@@ -45,7 +45,8 @@ QList<OptionDescription> decisionOptions()
             .words = {u"oldest"_s, u"newest"_s, u"first"_s, u"shortest"_s}},
         {.name = u"compare"_s,
             .valueName = u"MODE"_s,
-            .meaning = u"bytes (default): every byte; sample: the first and last 4096 bytes"_s,
+            .meaning =
+                u"bytes (default): every byte; sample: only the beginning and the end, as the window does"_s,
             .words = {u"bytes"_s, u"sample"_s}},
     };
 }

@@ -23,7 +23,7 @@ if ! {
         -DCMAKE_CXX_FLAGS="$(dpkg-buildflags --get CXXFLAGS) $(dpkg-buildflags --get CPPFLAGS) -DNDEBUG" \
         -DCMAKE_EXE_LINKER_FLAGS="$(dpkg-buildflags --get LDFLAGS)" &&
         rm -rf "$build/packages" &&
-        cmake --build "$build" --target quillory &&
+        cmake --build "$build" --target quillory quillory-cli &&
         cmake --build "$build" --target package
 } >"$build.log" 2>&1 </dev/null; then
     tail -n 25 "$build.log" >&2

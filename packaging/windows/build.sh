@@ -47,7 +47,7 @@ qt=$("$here/build-qt.sh")
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
 
-targets=(--target quillory)
+targets=(--target quillory quillory-cli)
 [[ -z $test ]] || targets=()
 logged "$build/configure.log" "configuring" cmake -G Ninja -S . -B "$build" \
     -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DQUILLORY_WINDOWS_QT="$qt" \
