@@ -91,8 +91,9 @@ Console::Console()
 {
     occupyClosedStreams();
     useUtf8Locale();
-    // Writing to a pipe without a reader fails instead of ending the program.
+    // Writing to a pipe without a reader, or beyond a limit, fails instead of ending the program.
     (void)std::signal(SIGPIPE, SIG_IGN);
+    (void)std::signal(SIGXFSZ, SIG_IGN);
 }
 
 Console::~Console() = default;

@@ -39,15 +39,21 @@ qsizetype farthest(const QString &word)
     return (word.size() + 2) / 4 + (word.size() > 2 ? 0 : -1);
 }
 
+/// Whether enough of \a candidate was typed to tell it from others.
+bool isBeginning(const QString &word, const QString &candidate)
+{
+    constexpr qsizetype fewestLetters = 2;
+    return word.size() - word.count(u'-') >= fewestLetters && candidate.startsWith(word);
+}
+
 } // namespace
 
 QString nearestWord(const QString &word, const QStringList &words)
 {
-    constexpr qsizetype shortestBeginning = 2;
     QString nearest;
     qsizetype nearestDistance = std::numeric_limits<qsizetype>::max();
     for (const QString &candidate : words) {
-        const bool begins = word.size() >= shortestBeginning && candidate.startsWith(word);
+        const bool begins = isBeginning(word, candidate);
         const qsizetype distance = begins ? 1 : editDistance(word.toLower(), candidate);
         if (distance < nearestDistance && (begins || distance <= farthest(word))) {
             nearest = candidate;

@@ -64,8 +64,10 @@ void ProgressDisplay::run()
 /// The mutex is locked.
 void ProgressDisplay::draw()
 {
-    if (m_state.comparing)
-        m_state.milliseconds = m_sinceComparison.elapsed();
+    if (m_state.comparing) {
+        m_rate.add(m_state.doneBytes, m_sinceComparison.elapsed());
+        m_state.bytesPerSecond = m_rate.bytesPerSecond();
+    }
     // A character in the last column would make some terminals begin a new line.
     const QString line = progressLine(m_state, terminalWidth(Stream::Error) - 1);
     // Blanks cover what was longer before, in the same write: nothing flickers.

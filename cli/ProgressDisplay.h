@@ -37,6 +37,7 @@ private:
     std::condition_variable m_finishing;
     bool m_finished = false;
     ProgressState m_state;
+    RateEstimate m_rate;
     qsizetype m_drawnColumns = 0;
     std::thread m_thread;
 };

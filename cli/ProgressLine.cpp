@@ -5,13 +5,11 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 
 using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
-
-/// Earlier than that the rate of the first files says little.
-constexpr qint64 millisecondsBeforeEstimate = 1000;
 
 double shareDone(const ProgressState &state)
 {
@@ -33,11 +31,10 @@ QString durationText(qint64 seconds)
 
 QString timeLeft(const ProgressState &state)
 {
-    const double share = shareDone(state);
-    if (state.milliseconds < millisecondsBeforeEstimate || share <= 0)
+    if (state.bytesPerSecond <= 0)
         return {};
-    const double left = static_cast<double>(state.milliseconds) * (1 - share) / share / 1000;
-    return durationText(static_cast<qint64>(left + 0.5)) + u" left"_s;
+    const auto left = static_cast<double>(std::max(state.totalBytes - state.doneBytes, qint64(0)));
+    return durationText(std::llround(left / state.bytesPerSecond)) + u" left"_s;
 }
 
 QString bar(double share, int columns)
@@ -47,7 +44,32 @@ QString bar(double share, int columns)
     return u'[' + QString(filled, u'#') + QString(cells - filled, u'.') + u']';
 }
 
+/// How much of a smoothed rate is of the last \a milliseconds.
+double weightOf(qint64 milliseconds)
+{
+    // Long enough not to jump with every large file.
+    constexpr double memory = 5000;
+    return 1 - std::exp(-static_cast<double>(milliseconds) / memory);
+}
+
 } // namespace
+
+void RateEstimate::add(qint64 bytes, qint64 milliseconds)
+{
+    const qint64 passed = milliseconds - m_milliseconds;
+    if (passed <= 0)
+        return;
+    const double rate = static_cast<double>(bytes - m_bytes) * 1000 / static_cast<double>(passed);
+    m_rate += (rate - m_rate) * weightOf(passed);
+    m_bytes = bytes;
+    m_milliseconds = milliseconds;
+}
+
+double RateEstimate::bytesPerSecond() const
+{
+    constexpr qint64 firstSecond = 1000;
+    return m_milliseconds < firstSecond ? 0 : m_rate / weightOf(m_milliseconds);
+}
 
 QString progressLine(const ProgressState &state, int width)
 {

@@ -1,5 +1,10 @@
 #include "cli/Remove.h"
-int runRemove(const QStringList &)
+
+#include "cli/ExitCode.h"
+
+int runRemove(const QStringList &arguments)
 {
-    return 0;
+    const auto commandLine = readCommandLine(removeCommand(), arguments);
+    const int *const exitCode = std::get_if<int>(&commandLine);
+    return exitCode != nullptr ? *exitCode : int(ExitFailed);
 }

@@ -20,8 +20,22 @@ using Qt::Literals::StringLiterals::operator""_s;
 namespace {
 
 constexpr int standardOutput = 1;
-/// Consoles of Windows refuse much more at once.
-constexpr qsizetype mostAtOnce = 32768;
+/// A pipe that takes anything takes that much without waiting (POSIX's PIPE_BUF is at least 512, Linux's
+/// 4096). On other systems consoles refuse much more at once.
+constexpr qsizetype mostAtOnce = 4096;
+
+/// Waits until standard output takes bytes; false when the user has interrupted the program.
+bool waitForReader()
+{
+#ifndef Q_OS_WIN
+    // A write would go on waiting when the signal comes just before it.
+    constexpr int milliseconds = 100;
+    pollfd stream = {standardOutput, POLLOUT, 0};
+    while (!interrupted() && ::poll(&stream, 1, milliseconds) <= 0) {
+    }
+#endif
+    return !interrupted();
+}
 
 qint64 writeSome(QByteArrayView bytes)
 {
@@ -31,20 +45,6 @@ qint64 writeSome(QByteArrayView bytes)
 #else
     return ::write(standardOutput, bytes.data(), count);
 #endif
-}
-
-/// Whether it makes sense to write again after \a error: the call was interrupted, or the reader shares a
-/// stream that does not block, and this waits for it.
-bool canTryAgain(int error)
-{
-#ifndef Q_OS_WIN
-    if (error == EAGAIN) {
-        pollfd stream = {standardOutput, POLLOUT, 0};
-        (void)::poll(&stream, 1, -1);
-        return true;
-    }
-#endif
-    return error == EINTR;
 }
 
 /// Windows reports a closed pipe as EINVAL.
@@ -62,17 +62,16 @@ bool isReaderGone(int error)
 WriteResult writeToStandardOutput(QByteArrayView bytes, QString &reason)
 {
     while (!bytes.isEmpty()) {
+        if (!waitForReader())
+            return WriteResult::Interrupted;
         const qint64 written = writeSome(bytes);
         if (written >= 0) {
             bytes = bytes.sliced(written);
             continue;
         }
         const int error = errno;
-        if (canTryAgain(error)) {
-            if (interrupted())
-                return WriteResult::Interrupted;
+        if (error == EINTR || error == EAGAIN)
             continue;
-        }
         if (isReaderGone(error))
             return WriteResult::ReaderGone;
         reason = qt_error_string(error);

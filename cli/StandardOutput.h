@@ -17,7 +17,7 @@ enum class WriteResult {
 };
 
 /// Writes \a bytes to standard output at once, unbuffered. Sets \a reason, the system's own words, when it
-/// fails. Ends early when interrupted() while it waits for the reader.
+/// fails. Ends early when interrupted().
 [[nodiscard]] WriteResult writeToStandardOutput(QByteArrayView bytes, QString &reason);
 
 /// Writes \a text as writeToStandardOutput() and prints a message when that fails. False when it does.
