@@ -69,6 +69,10 @@ grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml
 while IFS= read -r picture; do
     [[ -f docs/screenshots/$picture ]] || fail "the catalogue entry shows $picture, which is not in docs/screenshots"
 done < <(sed -n 's|.*<image>.*/\(.*\)</image>.*|\1|p' "$work"/content/usr/share/metainfo/*.xml)
+for file in bin/quillory-cli share/man/man1/quillory-cli.1.gz share/bash-completion/completions/quillory-cli \
+    share/zsh/vendor-completions/_quillory-cli share/fish/vendor_completions.d/quillory-cli.fish; do
+    [[ -f $work/content/usr/$file ]] || fail "the package has no $file"
+done
 lintian_options=(--fail-on "error,warning")
 ((EUID != 0)) || lintian_options+=(--allow-root)
 lintian "${lintian_options[@]}" "$package" || fail "lintian finds faults in $package"
@@ -88,6 +92,10 @@ uninstall() {
 trap 'uninstall || true; rm -rf "$work"' EXIT
 
 mkdir "$work/home"
+printf equal | tee "$work/home/1" >"$work/home/2"
+quillory-cli find --fail-on-duplicates "$work/home" >"$work/found" && fail "quillory-cli finds no duplicates"
+(($? == 3)) || fail "quillory-cli does not run"
+rm "$work/home"/[12]
 HOME=$work/home XDG_CONFIG_HOME='' XDG_CACHE_HOME='' XDG_DATA_HOME='' tools/with-display.sh \
     packaging/start-and-close.sh build/packages/quillory-linux.png "$program" ||
     fail "the installed program does not start and end as it should"

@@ -23,6 +23,15 @@ readonly program=$folder/quillory.exe
 "$mingw-objdump" -p "$program" >"$work/headers"
 grep -q '^Subsystem.*Windows GUI' "$work/headers" || fail "quillory.exe is no window program"
 
+# The other one is a console program: it prints to the console that it was started in.
+[[ -f $folder/quillory-cli.exe ]] || fail "there is no quillory-cli.exe"
+"$mingw-objdump" -p "$folder/quillory-cli.exe" >"$work/headers"
+grep -q '^Subsystem.*Windows CUI' "$work/headers" || fail "quillory-cli.exe is no console program"
+! grep -Eq 'DLL Name: Qt6(Gui|Widgets)' "$work/headers" || fail "quillory-cli.exe needs libraries for windows"
+for file in man/quillory-cli.1 completions/{quillory-cli.bash,_quillory-cli,quillory-cli.fish}; do
+    [[ -f $folder/$file ]] || fail "there is no $file"
+done
+
 # Types of resources: 14 icons, 16 version, 24 manifest.
 wrestool --extract --raw --type=24 "$program" >"$work/manifest"
 for promise in '<longPathAware[^>]*>true<' '<dpiAwareness[^>]*>PerMonitorV2' 'level="asInvoker"'; do
