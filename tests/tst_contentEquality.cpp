@@ -1,0 +1,174 @@
+#include "analysis/ContentEquality.h"
+#include "tests/support/RandomBytes.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+constexpr qsizetype blockSize = 1024 * 1024;
+
+bool never()
+{
+    return false;
+}
+
+} // namespace
+
+/// The comparison of two open files byte by byte.
+class tst_contentEquality : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void comparesEveryByte_data();
+    void comparesEveryByte();
+    void readsWhatTheSizeDoesNotTell();
+    void comparesFromWhereTheFilesStand();
+    void endsAtTheFirstDifference();
+    void endsWhenAbandoned();
+    void tellsWhichFileIsUnreadable_data();
+    void tellsWhichFileIsUnreadable();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const
+    {
+        return m_folder->filePath(name);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QFile m_first;
+    QFile m_second;
+};
+
+void tst_contentEquality::init()
+{
+    m_first.close();
+    m_second.close();
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_first.setFileName(path(u"first"_s));
+    m_second.setFileName(path(u"second"_s));
+}
+
+void tst_contentEquality::comparesEveryByte_data()
+{
+    QTest::addColumn<qsizetype>("size");
+    QTest::addColumn<qsizetype>("difference");
+    for (const qsizetype size : {qsizetype(0), qsizetype(1), qsizetype(5000), blockSize - 1, blockSize,
+             blockSize + 1, 3 * blockSize}) {
+        QTest::addRow("%lld equal", qlonglong(size)) << size << qsizetype(-1);
+        QTest::addRow("%lld and one more", qlonglong(size)) << size << size;
+        for (const qsizetype place : {qsizetype(0), size / 2, blockSize - 1, blockSize, size - 1}) {
+            if (place >= 0 && place < size)
+                QTest::addRow("%lld differ at %lld", qlonglong(size), qlonglong(place)) << size << place;
+        }
+    }
+}
+
+void tst_contentEquality::comparesEveryByte()
+{
+    QFETCH(const qsizetype, size);
+    QFETCH(const qsizetype, difference);
+    const QByteArray content = randomBytes(size, 1);
+    QByteArray other = content;
+    if (difference == size)
+        other += '\0';
+    else if (difference >= 0)
+        other[difference] = static_cast<char>(other[difference] ^ 1);
+    writeFile(m_first.fileName(), content);
+    writeFile(m_second.fileName(), other);
+    const auto expected = difference < 0 ? ContentEquality::Equal : ContentEquality::Different;
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
+        QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered));
+        QCOMPARE(compareContents(m_first, m_second, never), expected);
+        // And the other way round.
+        m_first.close();
+        m_second.close();
+        m_first.setFileName(path(u"second"_s));
+        m_second.setFileName(path(u"first"_s));
+    }
+}
+
+/// A file can grow while it is compared; kernel files report a size of 0.
+void tst_contentEquality::readsWhatTheSizeDoesNotTell()
+{
+    writeFile(m_first.fileName(), "");
+    writeFile(m_second.fileName(), "");
+    QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
+    QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered));
+    int asked = 0;
+    const auto growing = [&] {
+        if (++asked == 1) {
+            writeFile(m_first.fileName(), "grown here");
+            writeFile(m_second.fileName(), "grown her.");
+        }
+        return false;
+    };
+    QCOMPARE(compareContents(m_first, m_second, growing), ContentEquality::Different);
+}
+
+void tst_contentEquality::comparesFromWhereTheFilesStand()
+{
+    writeFile(m_first.fileName(), "12same");
+    writeFile(m_second.fileName(), "3same");
+    QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered) && m_first.seek(2));
+    QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered) && m_second.seek(1));
+    QCOMPARE(compareContents(m_first, m_second, never), ContentEquality::Equal);
+}
+
+void tst_contentEquality::endsAtTheFirstDifference()
+{
+    writeFile(m_first.fileName(), QByteArray(8 * blockSize, 'a'));
+    writeFile(m_second.fileName(), QByteArray(blockSize, 'a') + QByteArray(7 * blockSize, 'b'));
+    QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
+    QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered));
+    QCOMPARE(compareContents(m_first, m_second, never), ContentEquality::Different);
+    QCOMPARE_LE(m_first.pos(), 2 * blockSize);
+}
+
+void tst_contentEquality::endsWhenAbandoned()
+{
+    writeFile(m_first.fileName(), QByteArray(8 * blockSize, 'a'));
+    writeFile(m_second.fileName(), QByteArray(8 * blockSize, 'a'));
+    QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
+    QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered));
+    int asked = 0;
+    QCOMPARE(
+        compareContents(m_first, m_second, [&asked] { return ++asked > 2; }), ContentEquality::Abandoned);
+    QCOMPARE_LE(m_first.pos(), 2 * blockSize);
+}
+
+void tst_contentEquality::tellsWhichFileIsUnreadable_data()
+{
+    QTest::addColumn<bool>("first");
+    QTest::newRow("first") << true;
+    QTest::newRow("second") << false;
+}
+
+void tst_contentEquality::tellsWhichFileIsUnreadable()
+{
+#ifdef Q_OS_LINUX
+    QFETCH(const bool, first);
+    // Opens, and fails to read: no memory is mapped at its beginning.
+    QFile unreadable(u"/proc/self/mem"_s);
+    writeFile(m_first.fileName(), "content");
+    QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
+    QVERIFY(unreadable.open(QFile::ReadOnly | QFile::Unbuffered));
+    if (first)
+        QCOMPARE(compareContents(unreadable, m_first, never), ContentEquality::FirstUnreadable);
+    else
+        QCOMPARE(compareContents(m_first, unreadable, never), ContentEquality::SecondUnreadable);
+    QVERIFY(!unreadable.errorString().isEmpty());
+#else
+    QSKIP("No file here opens and cannot be read");
+#endif
+}
+
+QTEST_GUILESS_MAIN(tst_contentEquality)
+#include "tst_contentEquality.moc"
