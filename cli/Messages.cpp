@@ -42,9 +42,14 @@ QString withVisibleControls(QStringView text)
     return visible;
 }
 
+void printLine(const QString &line)
+{
+    const QByteArray bytes = withVisibleControls(line).toUtf8() + '\n';
+    // Nothing is left to be done when standard error cannot be written.
+    (void)std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
+}
+
 void printMessage(const QString &message)
 {
-    const QByteArray line = "quillory-cli: " + withVisibleControls(message).toUtf8() + '\n';
-    // Nothing is left to be done when standard error cannot be written.
-    (void)std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
+    printLine(u"quillory-cli: "_s + message);
 }

@@ -7,5 +7,8 @@
 /// Everything else stays as it is, backslashes included.
 [[nodiscard]] QString withVisibleControls(QStringView text);
 
+/// Prints \a line with visible controls, and a line break, on standard error.
+void printLine(const QString &line);
+
 /// Prints "quillory-cli: ", \a message with visible controls, and a line break on standard error.
 void printMessage(const QString &message);

@@ -1,0 +1,65 @@
+#include "cli/NameActions.h"
+
+#include "cli/Leftovers.h"
+#include "cli/NativePath.h"
+#include "cli/SystemError.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+Obstacle lastError()
+{
+    return systemObstacle(static_cast<int>(::GetLastError()));
+}
+
+} // namespace
+
+std::wstring nativePath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(QDir::cleanPath(path));
+    if (native.startsWith(u"\\\\?\\"_s))
+        return native.toStdWString();
+    if (native.startsWith(u"\\\\"_s))
+        return (u"\\\\?\\UNC"_s + native.sliced(1)).toStdWString();
+    return (u"\\\\?\\"_s + native).toStdWString();
+}
+
+std::optional<Obstacle> deleteFile(HeldFile &candidate)
+{
+    // The held file itself, whatever its path leads to at this moment.
+    const HANDLE handle = ::ReOpenFile(handleOf(candidate.content()), DELETE,
+        FILE_SHARE_READ | FILE_SHARE_DELETE, FILE_FLAG_OPEN_REPARSE_POINT);
+    if (handle == INVALID_HANDLE_VALUE)
+        return lastError();
+    FILE_DISPOSITION_INFO disposition = {TRUE};
+    const bool isDeleted =
+        ::SetFileInformationByHandle(handle, FileDispositionInfo, &disposition, sizeof disposition) != 0;
+    const auto obstacle = isDeleted ? std::nullopt : std::optional(lastError());
+    ::CloseHandle(handle);
+    // The name goes with the last handle.
+    candidate.content().close();
+    return obstacle;
+}
+
+std::optional<Obstacle> replaceByHardLink(const HeldFile &kept, HeldFile &candidate)
+{
+    const QString temporary = QFileInfo(candidate.path()).dir().filePath(temporaryName());
+    const std::wstring link = nativePath(temporary);
+    if (::CreateHardLinkW(link.c_str(), nativePath(kept.path()).c_str(), nullptr) == 0)
+        return lastError();
+    std::optional<Obstacle> obstacle = candidate.change();
+    if (identityAt(temporary) != kept.identity())
+        obstacle = Obstacle{Obstacle::Kind::NotAsReported, u"the kept file was replaced"_s};
+    // Windows replaces no file that is open.
+    candidate.content().close();
+    if (!obstacle &&
+        ::MoveFileExW(link.c_str(), nativePath(candidate.path()).c_str(), MOVEFILE_REPLACE_EXISTING) == 0)
+        obstacle = lastError();
+    if (obstacle)
+        ::DeleteFileW(link.c_str());
+    return obstacle;
+}
