@@ -8,7 +8,7 @@
 # the input that shows it is left in build/fuzz/findings.
 set -euo pipefail
 
-targets=(fuzz_fileHash fuzz_fileCategories fuzz_groupMarks)
+targets=(fuzz_fileHash fuzz_fileCategories fuzz_groupMarks fuzz_report)
 
 fail() {
     echo "tests/fuzz/run.sh: $*" >&2
