@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cli/Report.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// Three files of the same content, a, b and c, of which a report keeps the first. Base of a test class.
+class EqualFiles
+{
+protected:
+    EqualFiles() = default;
+    ~EqualFiles() = default;
+    Q_DISABLE_COPY_MOVE(EqualFiles)
+
+    /// Makes new ones, in a folder of their own.
+    void renew();
+
+    [[nodiscard]] QString path(const QString &name) const
+    {
+        return m_files + u'/' + name;
+    }
+
+    [[nodiscard]] Report abcReport() const;
+
+    /// Holds the files' folder, and the trash.
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_files;
+};

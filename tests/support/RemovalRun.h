@@ -1,0 +1,49 @@
+#pragma once
+
+#include "cli/Removal.h"
+
+#include <QStringList>
+
+#include <functional>
+
+[[nodiscard]] inline RemovalOptions applying(RemovalAction action)
+{
+    return {.apply = true, .action = action, .journal = {}};
+}
+
+[[nodiscard]] inline RemovalOptions planning(RemovalAction action)
+{
+    return {.apply = false, .action = action, .journal = {}};
+}
+
+/// What a removal printed, and how it ended.
+struct RemovalOutcome
+{
+    ExitCode exitCode = ExitDone;
+    QStringList lines;
+    QStringList refusals;
+    QStringList errors;
+};
+
+/// Between the comparison and the action.
+using ComparedHook = std::function<void(const QString &candidate)>;
+
+/// Carries \a report out in this process.
+[[nodiscard]] inline RemovalOutcome carryOut(
+    const Report &report, const RemovalOptions &options, const ComparedHook &compared = {},
+    const std::function<bool()> &interrupted = [] { return false; })
+{
+    RemovalOutcome outcome;
+    Removal removal(report, options,
+        {.print =
+                [&](const QString &line) {
+                    outcome.lines += line;
+                    return true;
+                },
+            .printRefusal = [&](const QString &line) { outcome.refusals += line; },
+            .printError = [&](const QString &line) { outcome.errors += line; },
+            .interrupted = interrupted,
+            .compared = compared});
+    outcome.exitCode = removal.run();
+    return outcome;
+}

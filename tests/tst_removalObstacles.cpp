@@ -1,0 +1,269 @@
+#include "tests/support/CommandRun.h"
+#include "tests/support/OrdinaryUser.h"
+#include "tests/support/RemovalRun.h"
+#include "tests/support/ReportFiles.h"
+#include "tests/support/StubbornDisk.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#ifdef Q_OS_LINUX
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+/// A disk that shares blocks between files, at a folder for its lifetime.
+class SharingDisk
+{
+public:
+    explicit SharingDisk(const QString &folder)
+        : m_folder(folder)
+    {
+        const CommandRun run =
+            runScript(u"truncate -s 128M \"$1.image\" && mkfs.btrfs -q \"$1.image\" && mkdir -p \"$1\" && "
+                      "mount -o loop \"$1.image\" \"$1\""_s,
+                {folder});
+        m_obstacle = run.exitCode == 0 ? QString() : QString::fromLocal8Bit(run.errors);
+    }
+    ~SharingDisk()
+    {
+        if (m_obstacle.isEmpty())
+            (void)runScript(u"umount -l \"$1\""_s, {m_folder});
+    }
+    Q_DISABLE_COPY_MOVE(SharingDisk)
+
+    [[nodiscard]] QString obstacle() const
+    {
+        return m_obstacle;
+    }
+
+private:
+    const QString m_folder;
+    QString m_obstacle;
+};
+
+} // namespace
+
+/// Removal where the system does not allow it: exit code 1, and everything stays.
+class tst_removalObstacles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void needsPermission_data();
+    void needsPermission();
+    void needsAChangeableFile();
+    void needsAWritableVolume_data();
+    void needsAWritableVolume();
+    void needsOneVolume_data();
+    void needsOneVolume();
+    void needsAFileSystemThatSharesBlocks();
+    void sharesBlocks();
+    void waitsForALease();
+
+private:
+    [[nodiscard]] QString path(const QString &name) const
+    {
+        return m_folder->filePath(name);
+    }
+
+    [[nodiscard]] Report pairReport() const
+    {
+        return reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s)})});
+    }
+
+    /// Checks that neither the plan nor the action gets past the obstacle, and that all files stay.
+    void checkObstacle(
+        const Report &report, RemovalAction action, const QString &reason, bool seenInPlan = true);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_removalObstacles::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    writeFile(path(u"files/a"_s), "content");
+    writeFile(path(u"files/b"_s), "content");
+    QVERIFY(QDir().mkpath(path(u"disk"_s)));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(path(u"data"_s)));
+}
+
+void tst_removalObstacles::checkObstacle(
+    const Report &report, RemovalAction action, const QString &reason, bool seenInPlan)
+{
+    const QStringList before = treeOf(path(u"files"_s)) + treeOf(path(u"disk"_s));
+    const RemovalOutcome planned = carryOut(report, planning(action));
+    QCOMPARE(planned.exitCode, seenInPlan ? ExitFailed : ExitDone);
+    const RemovalOutcome outcome = carryOut(report, applying(action));
+    QCOMPARE(outcome.exitCode, ExitFailed);
+    QCOMPARE(outcome.refusals.size(), 1);
+    QVERIFY2(outcome.refusals.first().contains(reason), qPrintable(outcome.refusals.first()));
+    if (seenInPlan)
+        QCOMPARE(planned.refusals, outcome.refusals);
+    QCOMPARE(treeOf(path(u"files"_s)) + treeOf(path(u"disk"_s)), before);
+}
+
+void tst_removalObstacles::needsPermission_data()
+{
+    QTest::addColumn<QString>("locked");
+    QTest::addColumn<bool>("onlyToLook");
+    QTest::newRow("the candidate cannot be read") << u"files/b"_s << false;
+    QTest::newRow("the kept file cannot be read") << u"files/a"_s << false;
+    QTest::newRow("the folder cannot be entered") << u"files"_s << false;
+    QTest::newRow("the folder cannot be changed") << u"files"_s << true;
+}
+
+void tst_removalObstacles::needsPermission()
+{
+    QFETCH(const QString, locked);
+    QFETCH(const bool, onlyToLook);
+    const Report report = pairReport();
+    letEverybodyIn(m_folder->path());
+    if (onlyToLook)
+        letEverybodyInToLook(path(locked));
+    else
+        letNobodyIn(path(locked));
+    RemovalOutcome planned;
+    RemovalOutcome outcome;
+    bool isRefused = false;
+    {
+        const OrdinaryUser user;
+        isRefused = !QFile(path(u"files/new"_s)).open(QFile::WriteOnly);
+        planned = carryOut(report, planning(RemovalAction::Delete));
+        outcome = carryOut(report, applying(RemovalAction::Delete));
+    }
+    letEverybodyIn(path(locked));
+    QCOMPARE(QDir(path(u"files"_s)).entryList(QDir::Files).contains(u"b"_s), true);
+    if (!isRefused)
+        QSKIP("Permissions keep nobody out here");
+    QCOMPARE(planned.exitCode, ExitFailed);
+    QCOMPARE(outcome.exitCode, ExitFailed);
+    QCOMPARE(outcome.refusals, planned.refusals);
+    QVERIFY2(outcome.refusals.first().endsWith(u"Permission denied"_s), qPrintable(outcome.refusals.first()));
+}
+
+void tst_removalObstacles::needsAChangeableFile()
+{
+    const ImmutableFile immutable(path(u"files/b"_s));
+    if (!immutable.obstacle().isEmpty())
+        QSKIP(qPrintable(immutable.obstacle()));
+    for (const auto action : {RemovalAction::Delete, RemovalAction::HardLink, RemovalAction::Trash})
+        checkObstacle(pairReport(), action, u"not permitted"_s, false);
+}
+
+void tst_removalObstacles::needsAWritableVolume_data()
+{
+    QTest::addColumn<RemovalAction>("action");
+    QTest::newRow("delete") << RemovalAction::Delete;
+    QTest::newRow("hard link") << RemovalAction::HardLink;
+    QTest::newRow("trash") << RemovalAction::Trash;
+}
+
+void tst_removalObstacles::needsAWritableVolume()
+{
+    QFETCH(const RemovalAction, action);
+    SmallDisk disk(path(u"disk"_s));
+    if (!disk.obstacle().isEmpty())
+        QSKIP(qPrintable(disk.obstacle()));
+    writeFile(path(u"disk/a"_s), "content");
+    writeFile(path(u"disk/b"_s), "content");
+    QVERIFY(disk.makeReadOnly());
+    checkObstacle(reportOf({groupOf({path(u"disk/a"_s), path(u"disk/b"_s)})}), action, u"Read-only"_s);
+}
+
+void tst_removalObstacles::needsOneVolume_data()
+{
+    QTest::addColumn<RemovalAction>("action");
+    QTest::newRow("hard link") << RemovalAction::HardLink;
+    QTest::newRow("reflink") << RemovalAction::Reflink;
+}
+
+void tst_removalObstacles::needsOneVolume()
+{
+    QFETCH(const RemovalAction, action);
+    const SmallDisk disk(path(u"disk"_s));
+    if (!disk.obstacle().isEmpty())
+        QSKIP(qPrintable(disk.obstacle()));
+    writeFile(path(u"disk/b"_s), "content");
+    checkObstacle(reportOf({groupOf({path(u"files/a"_s), path(u"disk/b"_s)})}), action, u"another volume"_s);
+}
+
+void tst_removalObstacles::needsAFileSystemThatSharesBlocks()
+{
+    const SmallDisk disk(path(u"disk"_s));
+    if (!disk.obstacle().isEmpty())
+        QSKIP(qPrintable(disk.obstacle()));
+    writeFile(path(u"disk/a"_s), "content");
+    writeFile(path(u"disk/b"_s), "content");
+    checkObstacle(reportOf({groupOf({path(u"disk/a"_s), path(u"disk/b"_s)})}), RemovalAction::Reflink,
+        u"does not share blocks"_s);
+}
+
+void tst_removalObstacles::sharesBlocks()
+{
+    const SharingDisk disk(path(u"disk"_s));
+    if (!disk.obstacle().isEmpty())
+        QSKIP(qPrintable(disk.obstacle()));
+    // More than the kernel shares at once, and not whole blocks.
+    const QByteArray content(17 * 1024 * 1024 + 5, 'x');
+    const QStringList files{path(u"disk/a"_s), path(u"disk/b"_s)};
+    for (const QString &file : files)
+        writeFile(file, content);
+    setModificationTime(files.last(), 12345);
+    const auto blocksAt = [&files](int index) {
+        return runScript(u"sync \"$1\"; filefrag -v \"$1\" | grep shared"_s, {files.at(index)});
+    };
+    QCOMPARE(blocksAt(1).exitCode, 1);
+    const QDateTime modified = QFileInfo(files.last()).lastModified();
+    const auto before = identityAt(files.last());
+
+    QCOMPARE(carryOut(reportOf({groupOf(files)}), planning(RemovalAction::Reflink)).exitCode, ExitDone);
+    QCOMPARE(blocksAt(1).exitCode, 1);
+    QCOMPARE(carryOut(reportOf({groupOf(files)}), applying(RemovalAction::Reflink)).exitCode, ExitDone);
+
+    QCOMPARE(blocksAt(1).exitCode, 0);
+    QCOMPARE(identityAt(files.last()), before);
+    QCOMPARE(QFileInfo(files.last()).lastModified(), modified);
+    QCOMPARE(contentOf(files.last()), content);
+    // A further time, the blocks are shared already.
+    QCOMPARE(carryOut(reportOf({groupOf(files)}), applying(RemovalAction::Reflink)).exitCode, ExitDone);
+}
+
+/// Another program, such as a file server, may hold a lease on a file: it is asked to give it up.
+void tst_removalObstacles::waitsForALease()
+{
+#ifdef Q_OS_LINUX
+    const int holder = ::open(QFile::encodeName(path(u"files/b"_s)).constData(), O_RDWR | O_CLOEXEC);
+    QVERIFY(holder >= 0);
+    // Its default is to end the process.
+    ::signal(SIGIO, SIG_IGN);
+    if (::fcntl(holder, F_SETLEASE, F_WRLCK) != 0) {
+        ::close(holder);
+        QSKIP("No leases here");
+    }
+    int asked = 0;
+    const HeldFile held(path(u"files/b"_s), [&] {
+        if (++asked == 3)
+            ::close(holder);
+        return false;
+    });
+    QVERIFY(!held.obstacle());
+    QCOMPARE(asked, 3);
+#else
+    QSKIP("No leases here");
+#endif
+}
+
+QTEST_GUILESS_MAIN(tst_removalObstacles)
+#include "tst_removalObstacles.moc"
