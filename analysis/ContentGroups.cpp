@@ -9,7 +9,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace {
@@ -23,9 +22,14 @@ constexpr std::size_t filesPerTask = 1024;
 
 std::vector<quint32> sortedBySize(std::span<const SurveyedFile> files)
 {
+    // Side by side: looking the sizes up in the files would miss the cache in every comparison.
+    std::vector<std::pair<qint64, quint32>> sizes;
+    sizes.reserve(files.size());
+    for (quint32 index = 0; index < files.size(); ++index)
+        sizes.emplace_back(files[index].size, index);
+    std::ranges::sort(sizes);
     std::vector<quint32> order(files.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::ranges::sort(order, {}, [files](quint32 index) { return std::pair(files[index].size, index); });
+    std::ranges::transform(sizes, order.begin(), &std::pair<qint64, quint32>::second);
     return order;
 }
 
