@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Compares the engine with other programs that find duplicates, turn by turn on the same files, measures the window,
 # and writes the tables of docs/benchmarks.md. What it installs stands in tools/packages.txt under "bench"; the
-# folders it makes to measure on (6 GB) stay in the user's cache folder.
+# folders it makes to measure on (14 GB) stay in the user's cache folder.
 set -euo pipefail
 
-parts=(usr small large photos growth window)
+parts=(usr small large pairs photos growth window)
 usage="[--rounds N] [--cold-rounds N] [--only PART] [--corpus FOLDER...] [--output FILE], parts: ${parts[*]}"
 
 fail() {
@@ -104,12 +104,17 @@ run() {
     local command
     case $tool in
     quillory) command=("$programs/scan_folders" "$@") ;;
+    quillory-find)
+        command=("$project/build/bench/cli/quillory-cli" find --min-size 0 --format paths --progress never "$@")
+        ;;
     floor) command=("$programs/floor" "$@") ;;
+    read-all) command=("$programs/read_all" "$@") ;;
     # Alike as far as their options go: no hidden files, empty files and hard links count as copies.
     jdupes-TT) command=(jdupes -r -q -m -A -H -z -T -T "$@") ;;
     jdupes) command=(jdupes -r -q -m -A -H -z "$@") ;;
     fdupes) command=(fdupes -r -q -m -A -H "$@") ;;
     rdfind) command=(rdfind -dryrun true -makeresultsfile false -ignoreempty false -removeidentinode false "$@") ;;
+    rmlint) command=(rmlint -T duplicates -o summary:stdout "$@") ;;
     find) command=(find "$@" -mindepth 1 -name '.*' -prune -o -type f -print) ;;
     esac
     if [ "$state" = cold ]; then
@@ -124,7 +129,7 @@ run() {
     fi
 }
 
-readonly tools=(quillory floor jdupes-TT rdfind jdupes fdupes find)
+readonly tools=(quillory quillory-find floor jdupes-TT rdfind jdupes fdupes rmlint read-all find)
 
 # Rounds of all programs in turn, so that whatever the machine does at one time hits all of them.
 compare() {
@@ -150,7 +155,7 @@ measure_growth() {
     for ((round = 0; round <= rounds; round++)); do
         for parts_used in 1 2 4 8; do
             mapfile -t list < <(small_parts "$parts_used")
-            for tool in quillory floor; do
+            for tool in quillory quillory-find floor; do
                 run "growth-$parts_used" warm "$round" "$tool" "${list[@]}"
             done
         done
@@ -202,7 +207,7 @@ if [ "$cold_rounds" -gt 0 ] && ! { [ -w /proc/sys/vm/drop_caches ] && [ "$(id -u
     cold_rounds=0
 fi
 tools/setup.sh build run bench
-tools/build.sh bench scan_folders floor gui_heartbeat >&2
+tools/build.sh bench scan_folders quillory-cli floor read_all gui_heartbeat >&2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 measure

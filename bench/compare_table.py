@@ -20,17 +20,21 @@ CORPORA = {
     "usr": "A system tree: /usr",
     "small": "200,000 small files",
     "large": "2,000 files of 1 MiB",
+    "pairs": "Two pairs of 2 GiB",
     "photos": "A tree like one of photos",
     "given": "Folders of one's own",
 }
 
 TOOLS = {
     "quillory": "**Quillory's engine**",
+    "quillory-find": "**`quillory-cli find`**",
     "floor": "`bench/floor`",
     "jdupes-TT": "`jdupes -TT`",
     "rdfind": "`rdfind -dryrun`",
     "jdupes": "`jdupes`",
     "fdupes": "`fdupes`",
+    "rmlint": "`rmlint`",
+    "read-all": "`bench/read_all`",
     "find": "`find -type f`",
 }
 
@@ -38,24 +42,28 @@ WORK = """\
 | program | what it reads of a file that shares its size with another | what it then knows |
 |---|---|---|
 | Quillory's engine | up to 4 KiB all of it, up to 8 KiB the first 4 KiB, else the first and the last 4 KiB; SHA-256 | **samples** alike, whatever the sizes |
-| `bench/floor` | the same, one file after the other on each core with plain system calls and without progress reports | **samples** alike, whatever the sizes |
+| `quillory-cli find` | the first 16 KiB, then files that are alike so far in step, until they differ | **compares** all bytes |
+| `bench/floor` | the same as the engine, one file after the other on each core with plain system calls and without progress reports | **samples** alike, whatever the sizes |
 | `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
 | `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
 | `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
 | `fdupes` | the first 4 KiB, then all of it for MD5, then once more byte by byte | **compares** |
+| `rmlint` | all of what is alike so far, piece by piece, BLAKE2b | **compares** by hash |
+| `bench/read_all` | every file once, on all cores, and does nothing with it | nothing |
 | `find -type f` | nothing, it only walks the folders | names only |
 
-"Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster. "Work" is the time
+"Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster; "`find` takes" is
+that of `quillory-cli find`. "Work" is the time
 on all cores together, "reads" is what the kernel has handed out. The memory of small programs cannot be told.
 
 A program that samples takes some different files for the same: those that differ outside the samples, for Quillory and
 the floor even if their sizes differ. Only the ratios to `jdupes -TT` and `bench/floor` compare like with like; the other
 ratios compare how long a user waits for an answer.
 
-All programs but Quillory and the floor work on one core. Quillory asks the disk for the samples of several files that
+All programs but Quillory, the floor, rmlint and `read_all` work on one core. Quillory asks the disk for the samples of several files that
 are not in memory before it waits for the first; the others, the floor included, wait for each. Nobody follows symbolic
 links. For everybody each hard link is a file (`-H`, `-removeidentinode false`) and empty files are copies of each other
-(`-z`, `-ignoreempty false`). Hidden files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The
+(`-z`, `-ignoreempty false`); `quillory-cli find` and `rmlint` count a file with several names once. Hidden files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The
 engine walks the folders twice, as it has to count before it can tell its user a percentage; nobody else does.
 """
 
@@ -96,7 +104,9 @@ def files_with_copies(tool, text):
         return number_before(text, r"duplicates (\d+)")
     if tool == "rdfind":
         return number_before(text, r"have (\d+) files that are not unique")
-    if tool == "find":
+    if tool == "quillory-find":
+        return len([line for line in text.split("\n") if line])
+    if tool in ("rmlint", "read-all", "find"):
         return None
     sets = re.search(r"(\d+) duplicate files \(in (\d+) sets\)", text)
     return int(sets.group(1)) + int(sets.group(2)) if sets else 0
@@ -124,21 +134,25 @@ def comparison(folder, corpus, title, runs):
     text = f"### {title}\n\n{files:,} files, {candidates:,} of them share their size with another.\n"
     for state in ("warm", "cold"):
         own = runs[corpus, state, "quillory"]
+        command = runs[corpus, state, "quillory-find"]
         if not own:
             continue
         text += (f"\n| {state}, rounds: {len(own)} | median, s | fastest to slowest, s | Quillory takes "
-                 "| work, s | reads, MiB | peak memory, MiB | files with copies |\n|---|--:|--:|--:|--:|--:|--:|--:|\n")
+                 "| `find` takes | work, s | reads, MiB | peak memory, MiB | files with copies |\n"
+                 "|---|--:|--:|--:|--:|--:|--:|--:|--:|\n")
         for tool in TOOLS:
-            text += row(tool, runs[corpus, state, tool], own, files_with_copies(tool, said(folder, corpus, tool)))
+            text += row(tool, runs[corpus, state, tool], {"quillory": own, "quillory-find": command},
+                        files_with_copies(tool, said(folder, corpus, tool)))
     return text
 
 
 def row(tool, some, own, found):
-    """What one program did on one corpus, beside what the engine did."""
+    """What one program did on one corpus, beside what the engine and the command did."""
     seconds = [run.seconds for run in some]
     peak = median(some, "peak")
     cells = [TOOLS[tool], f"{median(some):.2f}", f"{min(seconds):.2f} to {max(seconds):.2f}",
-             "" if tool == "quillory" else f"{median(own) / median(some):.2f} x", f"{median(some, 'work'):.2f}",
+             *("" if tool == name else f"{median(mine) / median(some):.2f} x" for name, mine in own.items()),
+             f"{median(some, 'work'):.2f}",
              f"{median(some, 'read') / 2**20:,.0f}", f"{peak / 1024:,.0f}" if peak else "small",
              "" if found is None else f"{found:,}"]
     return "| " + " | ".join(cells) + " |\n"
@@ -158,8 +172,10 @@ def growth(folder, runs):
                  f"| {int(beside) + int(path)} | {path} |\n")
     times, works = ([median(some[8], field) / median(some[1], field) for some in (own, least)]
                     for field in ("seconds", "work"))
+    command = [median(runs[f"growth-{parts}", "warm", "quillory-find"]) for parts in (1, 8)]
     return text + (f"\nEight times the files take Quillory {times[0]:.2f} times as long and {works[0]:.2f} times the "
-                   f"work;\nthe floor {times[1]:.2f} times as long and {works[1]:.2f} times the work.\n")
+                   f"work;\nthe floor {times[1]:.2f} times as long and {works[1]:.2f} times the work;\n"
+                   f"`quillory-cli find` {command[1] / command[0]:.2f} times as long.\n")
 
 
 def window(folder):
@@ -179,7 +195,7 @@ def machine():
     with open("/proc/meminfo", encoding="utf-8") as lines:
         memory = int(next(lines).split()[1]) / 2**20
     versions = {name: first_line("dpkg-query", "--show", "--showformat=${Version}", name)
-                for name in ("jdupes", "rdfind", "fdupes", "findutils", "libssl3", "libqt6core6")}
+                for name in ("jdupes", "rdfind", "fdupes", "rmlint", "findutils", "libssl3", "libqt6core6")}
     system = first_line("sh", "-c", ". /etc/os-release && echo $PRETTY_NAME")
     disk = first_line("findmnt", "-no", "FSTYPE", "-T", "/usr")
     return (f"{datetime.date.today()}: {len(os.sched_getaffinity(0))} cores ({model}), {memory:.0f} GB of memory, "

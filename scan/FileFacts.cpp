@@ -65,59 +65,37 @@ namespace {
 
 #ifdef Q_OS_WIN
 
-/// Closes a handle of Windows at the end of its scope.
-class FileHandle
-{
-public:
-    explicit FileHandle(HANDLE handle)
-        : m_handle(handle)
-    {
-    }
-
-    ~FileHandle()
-    {
-        CloseHandle(m_handle);
-    }
-
-    Q_DISABLE_COPY_MOVE(FileHandle)
-
-    [[nodiscard]] HANDLE get() const
-    {
-        return m_handle;
-    }
-
-private:
-    const HANDLE m_handle;
-};
-
-/// Sets the identity and the number of links; false when Windows does not tell them.
-bool identify(SurveyedFile &file)
+/// Sets the identity and the number of links. Returns why Windows does not tell them; empty when it does.
+QString identify(SurveyedFile &file)
 {
     const QString path = QDir::toNativeSeparators(QDir::current().absoluteFilePath(file.path));
     // Paths of more than 260 characters need the prefix, and those of servers would need another one.
     const QString name = path.startsWith(u"\\\\") ? path : QStringLiteral("\\\\?\\") + path;
-    const FileHandle handle(CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), 0,
+    const HANDLE handle = CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), 0,
         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-        FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+        FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) // NOLINT(performance-no-int-to-ptr): Windows defines it so.
+        return qt_error_string();
     BY_HANDLE_FILE_INFORMATION facts = {};
-    if (!GetFileInformationByHandle(handle.get(), &facts))
-        return false;
+    const QString reason = GetFileInformationByHandle(handle, &facts) ? QString() : qt_error_string();
+    CloseHandle(handle);
     file.identity = {
         facts.dwVolumeSerialNumber, static_cast<quint64>(facts.nFileIndexHigh) << 32U | facts.nFileIndexLow};
     file.links = facts.nNumberOfLinks;
-    return true;
+    return reason;
 }
 
 #else
 
-bool identify(SurveyedFile &file)
+/// Sets the identity and the number of links. Returns why the system does not tell them; empty when it does.
+QString identify(SurveyedFile &file)
 {
     struct stat facts = {};
     if (::lstat(QFile::encodeName(file.path).constData(), &facts) != 0)
-        return false;
+        return qt_error_string();
     file.identity = {static_cast<quint64>(facts.st_dev), static_cast<quint64>(facts.st_ino)};
     file.links = static_cast<quint32>(facts.st_nlink);
-    return true;
+    return {};
 }
 
 #endif
@@ -136,8 +114,8 @@ std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &pa
         .identity = {}};
     const QDateTime created = facts.birthTime();
     file.created = created.isValid() ? created.toMSecsSinceEpoch() : file.modified;
-    if (!identify(file))
-        return UnreadablePath{path, qt_error_string()};
+    if (const QString reason = identify(file); !reason.isEmpty())
+        return UnreadablePath{path, reason};
     return file;
 }
 
