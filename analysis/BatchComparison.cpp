@@ -38,7 +38,7 @@ public:
             static_cast<std::ptrdiff_t>(m_batchSize), m_candidates.sets.end() - begin);
         std::move(begin, begin + count, std::back_inserter(batch.sets));
         const ContentLabels labels = compare(batch);
-        for (const Candidates &part : splitByLabel(m_run, std::move(batch), labels)) {
+        for (const Candidates &part : splitByLabel(m_run, std::move(batch), labels, LoneCandidates::Kept)) {
             EqualFiles merged = mergedSets(part);
             merged.isCounted = true;
             const QMutexLocker lock(&m_mutex);

@@ -4,10 +4,11 @@
 
 #include <vector>
 
-/// Files that are known to be equal. The first one is read for all of them.
+/// Files that are known to be equal, by their indexes. The first one is read for all of them.
 struct EqualFiles
 {
-    std::vector<quint32> files;
+    quint32 first = 0;
+    std::vector<quint32> others = {};
     /// Whether the progress contains its bytes: the first file was read to its end before.
     bool isCounted = false;
 };
@@ -35,12 +36,29 @@ using ContentLabels = std::vector<int>;
 /// The label of a set whose first file could not be read.
 inline constexpr int unreadableLabel = -1;
 
+/// Sets that could not be read, or whose label no other set has.
+class LoneSets
+{
+public:
+    explicit LoneSets(const ContentLabels &labels);
+
+    [[nodiscard]] bool contains(std::size_t set) const;
+
+private:
+    const ContentLabels &m_labels;
+    /// How many sets have each label.
+    std::vector<int> m_counts;
+};
+
 class ComparisonRun;
 
-/// Splits \a candidates by their \a labels, in the order of their first sets. Sets that could not be read are
-/// left out: what else is in them becomes a group of its own.
-[[nodiscard]] std::vector<Candidates> splitByLabel(
-    ComparisonRun &run, Candidates candidates, const ContentLabels &labels);
+/// Whether lone sets that were read are candidates of their own after a split, or dealt with.
+enum class LoneCandidates { Kept, LeftOut };
+
+/// Splits \a candidates by their \a labels, in the order of their first sets. A set that is dealt with is
+/// left out. So is one that could not be read: what else is in it becomes a group.
+[[nodiscard]] std::vector<Candidates> splitByLabel(ComparisonRun &run, Candidates candidates,
+    const ContentLabels &labels, LoneCandidates lone = LoneCandidates::LeftOut);
 
 /// Makes one set of all sets.
 [[nodiscard]] EqualFiles mergedSets(const Candidates &candidates);

@@ -111,11 +111,14 @@ void ComparisonRun::runTasks()
 
 void ComparisonRun::addGroup(EqualFiles group)
 {
-    if (group.files.size() < 2)
+    if (group.others.empty())
         return;
-    std::ranges::sort(group.files);
+    std::vector<quint32> files = std::move(group.others);
+    files.push_back(group.first);
+    std::ranges::sort(files);
+    files.shrink_to_fit();
     const QMutexLocker lock(&m_mutex);
-    m_groups.push_back(std::move(group.files));
+    m_groups.push_back(std::move(files));
 }
 
 void ComparisonRun::addUnreadable(quint32 index, const QString &reason)

@@ -40,6 +40,7 @@ public:
     /// Runs all tasks, and those that they add; does nothing for the rest once the run is abandoned.
     void runTasks();
 
+    /// Adds a group of the result; a single file is none.
     void addGroup(EqualFiles group);
     /// Reports a file, which must not be in a group.
     void addUnreadable(quint32 index, const QString &reason);

@@ -6,9 +6,8 @@
 #include "analysis/FileHash.h"
 #include "analysis/HeadComparison.h"
 
-#include <QHash>
-
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace {
@@ -47,7 +46,7 @@ Candidates candidatesOf(const ComparisonRun &run, Indexes sizeClass)
     Candidates candidates{.sets = {}, .size = run.file(sizeClass.front()).size};
     candidates.sets.reserve(sizeClass.size());
     for (const quint32 index : sizeClass)
-        candidates.sets.push_back({{index}});
+        candidates.sets.push_back({index});
     return candidates;
 }
 
@@ -67,18 +66,18 @@ void compareBytes(ComparisonRun &run, Indexes indexes)
 /// Sorts the files of one size class by their fingerprints.
 void compareFingerprints(ComparisonRun &run, Indexes sizeClass)
 {
-    QHash<QByteArray, EqualFiles> groups;
+    std::map<QByteArray, EqualFiles> groups;
     for (const quint32 index : sizeClass) {
         if (run.isAbandoned())
             return;
         const QByteArray fingerprint = computeFileHash(run.file(index).path, fingerprintSampleSize);
         if (fingerprint.isEmpty())
             run.addUnreadable(index, ComparedFile(run.file(index)).problem());
-        else
-            groups[fingerprint].files.push_back(index);
+        else if (const auto [group, isNew] = groups.try_emplace(fingerprint, EqualFiles{index}); !isNew)
+            group->second.others.push_back(index);
         run.addProgress(run.file(index).size);
     }
-    for (EqualFiles &group : groups)
+    for (auto &[fingerprint, group] : groups)
         run.addGroup(std::move(group));
 }
 

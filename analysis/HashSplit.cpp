@@ -74,13 +74,19 @@ public:
 
     void sortParts()
     {
-        m_candidates.equalHash = m_hash;
-        std::vector<Candidates> parts = splitByLabel(m_run, std::move(m_candidates), labels());
-        for (const Candidates &part : parts) {
-            if (part.sets.size() == 1 && !part.sets.front().isCounted)
-                m_run.addProgress(part.size);
+        const ContentLabels labels = contentLabels();
+        // There can be a million of them.
+        m_values = {};
+        m_isReadable = {};
+        const LoneSets loneSets(labels);
+        qint64 bytesDealtWith = 0;
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            if (loneSets.contains(i) && !m_candidates.sets[i].isCounted)
+                bytesDealtWith += m_candidates.size;
         }
-        sortByContent(m_run, std::move(parts));
+        m_run.addProgress(bytesDealtWith);
+        m_candidates.equalHash = m_hash;
+        sortByContent(m_run, splitByLabel(m_run, std::move(m_candidates), labels));
     }
 
 private:
@@ -101,7 +107,7 @@ private:
     void hashContents(std::size_t begin, std::size_t end)
     {
         for (std::size_t i = begin; i < end && !m_run.isAbandoned(); ++i) {
-            const quint32 index = m_candidates.sets[i].files.front();
+            const quint32 index = m_candidates.sets[i].first;
             ComparedFile file(m_run.file(index));
             const HashValue value = hashOfContent(m_run, file, m_candidates.size);
             if (file.problem().isEmpty())
@@ -117,7 +123,7 @@ private:
         m_isReadable[set] = 1;
     }
 
-    [[nodiscard]] ContentLabels labels() const
+    [[nodiscard]] ContentLabels contentLabels() const
     {
         ContentLabels labels(m_values.size(), unreadableLabel);
         std::vector<quint32> order(m_values.size());

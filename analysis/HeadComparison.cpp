@@ -36,7 +36,7 @@ std::vector<Wanted> wantedHeads(const ComparisonRun &run, std::span<const Candid
     for (std::size_t i = 0; i < classes.size(); ++i) {
         const auto length = static_cast<std::size_t>(headLength(classes[i]));
         for (std::size_t set = 0; set < classes[i].sets.size(); ++set) {
-            const quint32 file = classes[i].sets[set].files.front();
+            const quint32 file = classes[i].sets[set].first;
             wanted.push_back({file, run.file(file).identity, rest.first(length), &heads.heads[i][set]});
             rest = rest.subspan(length);
         }
@@ -132,17 +132,11 @@ ContentLabels labelsOf(const std::vector<Head> &heads)
 /// Bytes of the sets that are dealt with after their heads were compared.
 qint64 bytesDealtWith(const Candidates &candidates, const ContentLabels &labels)
 {
-    std::vector<int> setsWithLabel(labels.size());
-    for (const int label : labels) {
-        if (label != unreadableLabel)
-            ++setsWithLabel[static_cast<std::size_t>(label)];
-    }
+    const LoneSets loneSets(labels);
     qint64 bytes = 0;
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        const bool goesOn =
-            labels[i] != unreadableLabel && setsWithLabel[static_cast<std::size_t>(labels[i])] > 1;
         if (!candidates.sets[i].isCounted)
-            bytes += goesOn ? headLength(candidates) : candidates.size;
+            bytes += loneSets.contains(i) ? candidates.size : headLength(candidates);
     }
     return bytes;
 }

@@ -42,7 +42,7 @@ public:
     {
         m_agreeing.push_back({{}, range.begin});
         for (std::size_t set = 0; set < sets.size(); ++set) {
-            const SurveyedFile &file = run.file(sets[set].files.front());
+            const SurveyedFile &file = run.file(sets[set].first);
             if (checkProblem(set, m_files.emplace_back(std::in_place, file)->problem()))
                 m_agreeing.back().sets.push_back(set);
         }
@@ -148,7 +148,7 @@ private:
     {
         if (problem.isEmpty())
             return true;
-        m_run.addUnreadable(m_sets[set].files.front(), problem);
+        m_run.addUnreadable(m_sets[set].first, problem);
         m_files[set].reset();
         return false;
     }
