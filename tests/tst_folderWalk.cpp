@@ -3,33 +3,20 @@
 #include "scan/FolderWalk.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/OrdinaryUser.h"
+#include "tests/support/QtWalk.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-#include <QThread>
 
 #include <functional>
-#include <memory>
 
 using Qt::StringLiterals::operator""_s;
 
 namespace {
-
-/// What Qt's own walk yields, which is what a walk has to yield, in that order.
-QStringList filesByQt(const QString &folder)
-{
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    while (walk.hasNext())
-        files.append(walk.next());
-    return files;
-}
 
 bool neverAbandoned()
 {
@@ -64,7 +51,7 @@ void writeRandomTree(const QString &folder, quint32 seed)
 
 } // namespace
 
-/// A walk yields what Qt's own yields, in the same order, and can be ended at any point.
+/// A walk yields what Qt's own yields, in the same order.
 class tst_folderWalk : public QObject
 {
     Q_OBJECT
@@ -74,13 +61,6 @@ private slots:
     void yieldsWhatQtYields();
     void walksTheFoldersInTheOrderGiven();
     void yieldsWhatOnlyOneFolderHolds();
-    void keepsTheOrderInTreesOfEveryShape_data();
-    void keepsTheOrderInTreesOfEveryShape();
-    void yieldsAFileBeforeItHasReadTheFolder();
-    void endsInTheMiddleOfACrowdedFolder();
-    void asksForEveryEntryOfTheRestOfAFolder();
-    void holdsOneFolderOpenHoweverDeepItIs();
-    void reachesTheDeepestFolderWithASmallStack();
 };
 
 void tst_folderWalk::yieldsWhatQtYields_data()
@@ -189,133 +169,6 @@ void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
     folders.sort();
     QCOMPARE(folders, (QStringList{folder.filePath(u"other"_s), folder.filePath(u"sub"_s)}));
     QCOMPARE(files, QStringList{folder.filePath(u"a"_s)});
-}
-
-void tst_folderWalk::keepsTheOrderInTreesOfEveryShape_data()
-{
-    QTest::addColumn<int>("folders");
-    QTest::addColumn<int>("filesEach");
-    QTest::addColumn<int>("levels");
-
-    QTest::newRow("one crowded folder") << 1 << 1500 << 0;
-    QTest::newRow("a crowd of folders") << 1500 << 1 << 0;
-    QTest::newRow("many files in many folders") << 20 << 300 << 0;
-    QTest::newRow("one folder in another") << 1 << 1 << 300;
-}
-
-void tst_folderWalk::keepsTheOrderInTreesOfEveryShape()
-{
-    QFETCH(const int, folders);
-    QFETCH(const int, filesEach);
-    QFETCH(const int, levels);
-    const QTemporaryDir root;
-    for (int i = 0; i < folders; ++i) {
-        const QString folder = root.filePath(QString::number(i));
-        QVERIFY(QDir().mkpath(folder + u"/d"_s.repeated(levels)));
-        writeEmptyFiles(folder, filesEach, u"x"_s);
-        writeFile(folder + u"/d"_s.repeated(levels) + u"/last"_s, "x");
-    }
-    const QStringList expected = filesByQt(root.path());
-    QCOMPARE(expected.size(), folders * (filesEach + 1));
-    QCOMPARE(countFiles({root.path()}, neverAbandoned), expected.size());
-
-    FolderWalk walk({root.path()}, neverAbandoned);
-    for (const QString &path : expected)
-        QCOMPARE(walk.next(), path);
-    QCOMPARE(walk.next(), std::nullopt);
-    QCOMPARE(walk.next(), std::nullopt);
-}
-
-/// A folder of a million files must not keep its user without progress until all of it has been read.
-void tst_folderWalk::yieldsAFileBeforeItHasReadTheFolder()
-{
-    const QTemporaryDir root;
-    writeEmptyFiles(root.path(), 1000, u"x"_s);
-    int asked = 0;
-    FolderWalk walk({root.path()}, [&asked] {
-        ++asked;
-        return false;
-    });
-    QVERIFY(walk.next());
-    QVERIFY2(asked < 10, qPrintable(QString::number(asked)));
-}
-
-void tst_folderWalk::endsInTheMiddleOfACrowdedFolder()
-{
-    const QTemporaryDir root;
-    writeEmptyFiles(root.path(), 1000, u"x"_s);
-    bool abandoned = false;
-    FolderWalk walk({root.path()}, [&abandoned] { return abandoned; });
-    QVERIFY(walk.next());
-    abandoned = true;
-    QCOMPARE(walk.next(), std::nullopt);
-    // The walk does not come to life again.
-    QCOMPARE(walk.next(), std::nullopt);
-}
-
-/// Before the walk goes into a subfolder, it reads the rest of the folder around it: a million files,
-/// perhaps.
-void tst_folderWalk::asksForEveryEntryOfTheRestOfAFolder()
-{
-    constexpr int subfolders = 20;
-    constexpr int files = 1000;
-    const QTemporaryDir root;
-    for (int i = 0; i < subfolders; ++i)
-        QVERIFY(QDir(root.path()).mkdir(QString::number(i)));
-    writeEmptyFiles(root.path(), files, u"x"_s);
-    FolderEntries order(root.path());
-    int filesBefore = 0;
-    while (order.next() && !order.isFolder())
-        ++filesBefore;
-
-    int asked = 0;
-    FolderWalk walk({root.path()}, [&asked] {
-        ++asked;
-        return false;
-    });
-    for (int i = 0; i < filesBefore; ++i)
-        QVERIFY(walk.next());
-    asked = 0;
-    static_cast<void>(walk.next());
-    QVERIFY2(asked > files + subfolders - filesBefore, qPrintable(QString::number(asked)));
-}
-
-void tst_folderWalk::holdsOneFolderOpenHoweverDeepItIs()
-{
-#ifdef Q_OS_LINUX
-    const QTemporaryDir root;
-    constexpr int levels = 50;
-    const QString deepest = root.path() + u"/d"_s.repeated(levels);
-    writeFile(deepest + u"/file"_s, "x");
-    const auto openDescriptors = [] {
-        return QDir(u"/proc/self/fd"_s)
-            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
-            .size();
-    };
-
-    const qsizetype before = openDescriptors();
-    FolderWalk walk({root.path()}, neverAbandoned);
-    QCOMPARE(walk.next(), deepest + u"/file"_s);
-    QCOMPARE(openDescriptors(), before + 1);
-#else
-    QSKIP("Nothing tells what this process holds open");
-#endif
-}
-
-void tst_folderWalk::reachesTheDeepestFolderWithASmallStack()
-{
-    const HostileTree root;
-    constexpr int levels = 1900;
-    if (!writeDeepFile(root.path(), levels, "d", "file", "x"))
-        QSKIP("No path is as long here");
-    qsizetype found = 0;
-    const std::unique_ptr<QThread> thread(
-        QThread::create([&] { found = filesOfWalk({root.path()}).size(); }));
-    // Enough for a walk, not for a call in each folder.
-    thread->setStackSize(256 * 1024);
-    thread->start();
-    QVERIFY(thread->wait());
-    QCOMPARE(found, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_folderWalk)

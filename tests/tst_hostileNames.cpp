@@ -2,19 +2,16 @@
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
 #include "tests/support/Collecting.h"
+#include "tests/support/HostileNames.h"
 #include "tests/support/HostileTree.h"
+#include "tests/support/QtWalk.h"
 #include "tests/support/SpecialFiles.h"
 
-#include <QByteArrayList>
-#include <QDirIterator>
 #include <QFile>
-#include <QRandomGenerator>
-#include <QSet>
 #include <QTest>
 
 #include <algorithm>
 #include <cerrno>
-#include <utility>
 
 #ifdef Q_OS_LINUX
 #include <fcntl.h>
@@ -26,111 +23,6 @@ using Qt::StringLiterals::operator""_s;
 namespace {
 
 constexpr int seeds = 60;
-
-/// What names are made of that are text.
-const QByteArrayList textPieces{"a", "b", "Z", "0", " ", ".", "-", "%1", "%L2", "\\", "\n", "\t", "\x01",
-    "\x1B[31m", "\x7F", "\xC2\x85", "\xEF\xBB\xBF", "\xEF\xBB\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF",
-    "\xEF\xB7\x90", "\xF4\x8F\xBF\xBF", "\xEF\xBF\xBD", "\xCC\x81", "e\xCC\x81", "\xC3\xA9", "\xE2\x80\xAE",
-    "\xE2\x80\x8F", "\xE2\x80\x8D", "\xD7\xA9", "\xE7\x85\xA7", "\xF0\x9F\x98\x80", "\xC2\xA0",
-    "\xE3\x80\x80", "?", "*", "\"", "<b>", "&"};
-
-/// Bytes that are no UTF-8: out of place, overlong, surrogates, beyond U+10FFFF, truncated.
-const QByteArrayList brokenPieces{"\x80", "\xBF", "\xC0\xAF", "\xC1\xBF", "\xE0\x80\xAF", "\xF0\x80\x80\xAF",
-    "\xED\xA0\x80", "\xED\xBF\xBF", "\xED\xA0\xBD\xED\xB8\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
-    "\xF8\x88\x80\x80\x80", "\xFE", "\xFF", "\xC3", "\xE7\x85", "\xF0\x9F\x98"};
-
-/// A tree of hostile names and what a walk has to make of it, known byte by byte.
-class RandomTree
-{
-public:
-    RandomTree(const HostileTree &tree, quint32 seed)
-        : m_root(QFile::encodeName(tree.path()))
-        , m_random(seed)
-    {
-        fill({}, 0, true);
-    }
-
-    /// Paths below the tree of the files that a walk yields, sorted.
-    [[nodiscard]] QList<QByteArray> visibleFiles()
-    {
-        std::ranges::sort(m_visible);
-        return m_visible;
-    }
-
-    /// Files and folders that are met but left out because of their names.
-    [[nodiscard]] int undecodable() const
-    {
-        return m_undecodable;
-    }
-
-private:
-    static constexpr int levels = 2;
-    static constexpr int entriesEach = 8;
-    /// Of 255 bytes the twin's mark takes three.
-    static constexpr int longest = 252;
-
-    void fill(const QByteArray &folder, int level, bool isVisible)
-    {
-        for (int i = 0; i < entriesEach; ++i) {
-            const auto [name, isText] = randomName();
-            const bool isFolder = level < levels && m_random.bounded(4) == 0;
-            add(folder, name, isText, isFolder, level, isVisible);
-            // Its plain twin, or its twin with one more.
-            if (m_random.bounded(3) == 0)
-                add(folder, "\xEF\xBB\xBF" + name, isText, isFolder, level, isVisible);
-        }
-    }
-
-    /// A name, and whether it is text.
-    std::pair<QByteArray, bool> randomName()
-    {
-        QByteArray name;
-        bool isText = true;
-        bool endsBroken = false;
-        const bool isLong = m_random.bounded(20) == 0;
-        const int count = isLong ? longest : m_random.bounded(1, 6);
-        for (int i = 0; i < count; ++i) {
-            // Two broken pieces side by side could make a character.
-            if (endsBroken)
-                name += '~';
-            endsBroken = m_random.bounded(20) == 0;
-            const QByteArrayList &pieces = endsBroken ? brokenPieces : textPieces;
-            const QByteArray &piece = pieces.at(m_random.bounded(static_cast<int>(pieces.size())));
-            if (name.size() + piece.size() >= longest)
-                break;
-            name += piece;
-            isText = isText && !endsBroken;
-        }
-        return {isLong ? name.leftJustified(longest, 'n') : name, isText};
-    }
-
-    void add(const QByteArray &folder, const QByteArray &name, bool isText, bool isFolder, int level,
-        bool isVisible)
-    {
-        const QString parent = QFile::decodeName(m_root);
-        const QByteArray path = folder.isEmpty() ? name : folder + '/' + name;
-        const bool isHidden = name.startsWith('.');
-        // What is there already stays what it is.
-        if (name == "." || name == ".." || m_all.contains(path))
-            return;
-        m_all.insert(path);
-        const bool met = isVisible && !isHidden;
-        const bool isAdded =
-            isFolder ? makeFolderWithRawName(parent, path) : writeFileWithRawName(parent, path, "x");
-        QVERIFY2(isAdded, path.toHex().constData());
-        m_undecodable += met && !isText ? 1 : 0;
-        if (isFolder)
-            fill(path, level + 1, met && isText);
-        else if (met && isText)
-            m_visible.append(path);
-    }
-
-    const QByteArray m_root;
-    QRandomGenerator m_random;
-    QSet<QByteArray> m_all;
-    QList<QByteArray> m_visible;
-    int m_undecodable = 0;
-};
 
 /// How many names of the tree below \a folder are left out.
 qsizetype undecodableNamesBelow(const QString &folder)
@@ -146,15 +38,6 @@ qsizetype undecodableNamesBelow(const QString &folder)
         names += entries.undecodableNames();
     }
     return names;
-}
-
-QStringList filesByQt(const QString &folder)
-{
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    while (walk.hasNext())
-        files.append(walk.next());
-    return files;
 }
 
 } // namespace
@@ -210,7 +93,7 @@ void tst_hostileNames::yieldsWhatQtYieldsWithoutByteOrderMarks()
 {
     const HostileTree tree;
     int i = 0;
-    for (const QByteArray &piece : textPieces + brokenPieces) {
+    for (const QByteArray &piece : textPieces() + brokenPieces()) {
         const QByteArray number = QByteArray::number(++i);
         QVERIFY(writeFileWithRawName(tree.path(), number + piece, "x"));
         QVERIFY(makeFolderWithRawName(tree.path(), number + piece + " folder"));

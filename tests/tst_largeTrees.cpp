@@ -1,0 +1,173 @@
+#include "scan/FileCount.h"
+#include "scan/FolderEntries.h"
+#include "scan/FolderWalk.h"
+#include "tests/support/HostileTree.h"
+#include "tests/support/QtWalk.h"
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using Qt::StringLiterals::operator""_s;
+
+namespace {
+
+bool neverAbandoned()
+{
+    return false;
+}
+
+} // namespace
+
+/// A walk through crowded and deep folders keeps the order of Qt's own, yields files soon, and can be ended
+/// at any point.
+class tst_largeTrees : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsTheOrderInTreesOfEveryShape_data();
+    void keepsTheOrderInTreesOfEveryShape();
+    void yieldsAFileBeforeItHasReadTheFolder();
+    void endsInTheMiddleOfACrowdedFolder();
+    void asksForEveryEntryOfTheRestOfAFolder();
+    void holdsOneFolderOpenHoweverDeepItIs();
+    void reachesTheDeepestFolderWithASmallStack();
+};
+
+void tst_largeTrees::keepsTheOrderInTreesOfEveryShape_data()
+{
+    QTest::addColumn<int>("folders");
+    QTest::addColumn<int>("filesEach");
+    QTest::addColumn<int>("levels");
+
+    QTest::newRow("one crowded folder") << 1 << 1500 << 0;
+    QTest::newRow("a crowd of folders") << 1500 << 1 << 0;
+    QTest::newRow("many files in many folders") << 20 << 300 << 0;
+    QTest::newRow("one folder in another") << 1 << 1 << 300;
+}
+
+void tst_largeTrees::keepsTheOrderInTreesOfEveryShape()
+{
+    QFETCH(const int, folders);
+    QFETCH(const int, filesEach);
+    QFETCH(const int, levels);
+    const QTemporaryDir root;
+    for (int i = 0; i < folders; ++i) {
+        const QString folder = root.filePath(QString::number(i));
+        QVERIFY(QDir().mkpath(folder + u"/d"_s.repeated(levels)));
+        writeEmptyFiles(folder, filesEach, u"x"_s);
+        writeFile(folder + u"/d"_s.repeated(levels) + u"/last"_s, "x");
+    }
+    const QStringList expected = filesByQt(root.path());
+    QCOMPARE(expected.size(), folders * (filesEach + 1));
+    QCOMPARE(countFiles({root.path()}, neverAbandoned), expected.size());
+
+    FolderWalk walk({root.path()}, neverAbandoned);
+    for (const QString &path : expected)
+        QCOMPARE(walk.next(), path);
+    QCOMPARE(walk.next(), std::nullopt);
+    QCOMPARE(walk.next(), std::nullopt);
+}
+
+/// A folder of a million files must not keep its user without progress until all of it has been read.
+void tst_largeTrees::yieldsAFileBeforeItHasReadTheFolder()
+{
+    const QTemporaryDir root;
+    writeEmptyFiles(root.path(), 1000, u"x"_s);
+    int asked = 0;
+    FolderWalk walk({root.path()}, [&asked] {
+        ++asked;
+        return false;
+    });
+    QVERIFY(walk.next());
+    QVERIFY2(asked < 10, qPrintable(QString::number(asked)));
+}
+
+void tst_largeTrees::endsInTheMiddleOfACrowdedFolder()
+{
+    const QTemporaryDir root;
+    writeEmptyFiles(root.path(), 1000, u"x"_s);
+    bool abandoned = false;
+    FolderWalk walk({root.path()}, [&abandoned] { return abandoned; });
+    QVERIFY(walk.next());
+    abandoned = true;
+    QCOMPARE(walk.next(), std::nullopt);
+    // The walk does not come to life again.
+    QCOMPARE(walk.next(), std::nullopt);
+}
+
+/// Before the walk goes into a subfolder, it reads the rest of the folder around it: a million files,
+/// perhaps.
+void tst_largeTrees::asksForEveryEntryOfTheRestOfAFolder()
+{
+    constexpr int subfolders = 20;
+    constexpr int files = 1000;
+    const QTemporaryDir root;
+    for (int i = 0; i < subfolders; ++i)
+        QVERIFY(QDir(root.path()).mkdir(QString::number(i)));
+    writeEmptyFiles(root.path(), files, u"x"_s);
+    FolderEntries order(root.path());
+    int filesBefore = 0;
+    while (order.next() && !order.isFolder())
+        ++filesBefore;
+
+    int asked = 0;
+    FolderWalk walk({root.path()}, [&asked] {
+        ++asked;
+        return false;
+    });
+    for (int i = 0; i < filesBefore; ++i)
+        QVERIFY(walk.next());
+    asked = 0;
+    static_cast<void>(walk.next());
+    QVERIFY2(asked > files + subfolders - filesBefore, qPrintable(QString::number(asked)));
+}
+
+void tst_largeTrees::holdsOneFolderOpenHoweverDeepItIs()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir root;
+    constexpr int levels = 50;
+    const QString deepest = root.path() + u"/d"_s.repeated(levels);
+    writeFile(deepest + u"/file"_s, "x");
+    const auto openDescriptors = [] {
+        return QDir(u"/proc/self/fd"_s)
+            .entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System)
+            .size();
+    };
+
+    const qsizetype before = openDescriptors();
+    FolderWalk walk({root.path()}, neverAbandoned);
+    QCOMPARE(walk.next(), deepest + u"/file"_s);
+    QCOMPARE(openDescriptors(), before + 1);
+#else
+    QSKIP("Nothing tells what this process holds open");
+#endif
+}
+
+void tst_largeTrees::reachesTheDeepestFolderWithASmallStack()
+{
+    const HostileTree root;
+    constexpr int levels = 1900;
+    if (!writeDeepFile(root.path(), levels, "d", "file", "x"))
+        QSKIP("No path is as long here");
+    qsizetype found = 0;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        FolderWalk walk({root.path()}, neverAbandoned);
+        while (walk.next())
+            ++found;
+    }));
+    // Enough for a walk, not for a call in each folder.
+    thread->setStackSize(256 * 1024);
+    thread->start();
+    QVERIFY(thread->wait());
+    QCOMPARE(found, 1);
+}
+
+QTEST_GUILESS_MAIN(tst_largeTrees)
+#include "tst_largeTrees.moc"
