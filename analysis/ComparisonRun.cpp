@@ -86,9 +86,12 @@ void ComparisonRun::addTasks(
     {
         std::function<void(std::size_t number)> task;
         Task continuation;
-        std::atomic<std::size_t> unfinished;
+        std::atomic<std::size_t> unfinished = 0;
     };
-    const auto shared = std::make_shared<Shared>(std::move(task), std::move(continuation), count);
+    const auto shared = std::make_shared<Shared>();
+    shared->task = std::move(task);
+    shared->continuation = std::move(continuation);
+    shared->unfinished = count;
     for (std::size_t number = count; number-- > 0;) {
         addTask([shared, number] {
             shared->task(number);
@@ -133,8 +136,9 @@ ContentGroups ComparisonRun::takeResult()
         return {};
     std::ranges::sort(m_groups);
     std::ranges::sort(m_unreadable);
-    const auto last = std::ranges::unique(m_unreadable, {}, &std::pair<quint32, QString>::first);
-    m_unreadable.erase(last.begin(), last.end());
+    // Several ranges of a file may have been read.
+    const auto isSameFile = [](const auto &a, const auto &b) { return a.first == b.first; };
+    m_unreadable.erase(std::unique(m_unreadable.begin(), m_unreadable.end(), isSameFile), m_unreadable.end());
     ContentGroups result{.groups = std::move(m_groups), .unreadable = {}};
     for (const auto &[index, reason] : m_unreadable)
         result.unreadable.append({m_files[index].path, reason});

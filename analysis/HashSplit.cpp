@@ -19,7 +19,7 @@ namespace {
 
 /// Sets of one task: their heads take 4 MiB.
 constexpr std::size_t setsPerTask = 256;
-constexpr qint64 blockSize = 128 * 1024;
+constexpr qint64 blockSize = 128LL * 1024;
 
 using HashValue = std::array<quint64, 2>;
 

@@ -7,10 +7,10 @@
 
 /// Bytes of a head. Nine of ten files that share their size are no longer, and a disk needs hardly more time
 /// for it than for less.
-inline constexpr qint64 headSize = 16 * 1024;
+inline constexpr qint64 headSize = 16LL * 1024;
 
 /// Bytes of heads that a task keeps in memory.
-inline constexpr qint64 headMemory = 8 * 1024 * 1024;
+inline constexpr qint64 headMemory = 8LL * 1024 * 1024;
 
 /// Bytes that the heads of some candidates take.
 [[nodiscard]] qint64 headBytes(const Candidates &candidates);

@@ -15,7 +15,7 @@ namespace {
 
 /// Bytes of each file that one task compares: long enough for sequential reads, short enough for all threads
 /// to finish a pair of large files at about the same time.
-constexpr qint64 rangeSize = 32 * 1024 * 1024;
+constexpr qint64 rangeSize = 32LL * 1024 * 1024;
 
 /// Candidates whose ranges several tasks compare. Two sets are equal when they are equal in every range.
 class RangeComparison

@@ -11,12 +11,12 @@ namespace {
 
 /// Two blocks fit into the second-level cache of a core, where comparing them takes little time beside
 /// reading.
-constexpr qint64 blockSize = 128 * 1024;
+constexpr qint64 blockSize = 128LL * 1024;
 /// Bytes of all files of a comparison together that the disk fetches ahead, so that it is never idle.
-constexpr qint64 mostFetchedAhead = 8 * 1024 * 1024;
+constexpr qint64 mostFetchedAhead = 8LL * 1024 * 1024;
 /// Bytes of one file: enough for long sequential reads on a rotating disk, and not much in vain when the
 /// files differ soon.
-constexpr qint64 fewestFetchedAhead = 1024 * 1024;
+constexpr qint64 fewestFetchedAhead = 1024LL * 1024;
 
 using Block = std::vector<char>;
 

@@ -20,8 +20,10 @@ namespace {
 void dropFurtherNames(std::vector<SurveyedFile> &files)
 {
     std::ranges::sort(files, {}, &SurveyedFile::identity);
-    const auto further = std::ranges::unique(files, {}, &SurveyedFile::identity);
-    files.erase(further.begin(), further.end());
+    const auto isSameFile = [](const SurveyedFile &a, const SurveyedFile &b) {
+        return a.identity == b.identity;
+    };
+    files.erase(std::unique(files.begin(), files.end(), isSameFile), files.end());
 }
 
 void printMemory(qint64 baseKibibytes, const std::vector<SurveyedFile> &files)

@@ -140,7 +140,7 @@ private:
             m_unreadable.append(*unreadable);
             return;
         }
-        SurveyedFile &file = std::get<SurveyedFile>(*facts);
+        auto &file = std::get<SurveyedFile>(*facts);
         file.folder = folder;
         m_files.add(std::move(file));
         if (++m_untold == filesPerReport)
