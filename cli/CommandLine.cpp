@@ -75,7 +75,7 @@ UsageError parserError(QString message)
 
 void addOptions(QCommandLineParser &parser, const CommandDescription &command)
 {
-    parser.addOption(QCommandLineOption(QString(helpOption)));
+    parser.addOption(QCommandLineOption(QStringList{u"h"_s, helpOption}));
     for (const OptionDescription &option : command.options) {
         parser.addOption(option.valueName.isEmpty()
                              ? QCommandLineOption(option.name)

@@ -96,8 +96,6 @@ Console::Console()
     (void)std::signal(SIGXFSZ, SIG_IGN);
 }
 
-Console::~Console() = default;
-
 bool isTerminal(Stream stream)
 {
     return ::isatty(static_cast<int>(stream)) == 1;

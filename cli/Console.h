@@ -8,11 +8,13 @@ class Console
 {
 public:
     Console();
-    ~Console();
     Q_DISABLE_COPY_MOVE(Console)
+#ifdef Q_OS_WIN
+    ~Console();
 
 private:
     unsigned m_codePage = 0;
+#endif
 };
 
 enum class Stream { Output = 1, Error = 2 };

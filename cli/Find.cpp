@@ -38,8 +38,8 @@ bool isProgressShown(ProgressWish wish)
 QList<UnreadablePath> withoutRepetitions(QList<UnreadablePath> unreadable)
 {
     std::ranges::sort(unreadable, comesBefore, &UnreadablePath::path);
-    const auto repeated = std::ranges::unique(unreadable, {}, &UnreadablePath::path);
-    unreadable.erase(repeated.begin(), repeated.end());
+    const auto isRepeated = [](const UnreadablePath &a, const UnreadablePath &b) { return a.path == b.path; };
+    unreadable.erase(std::unique(unreadable.begin(), unreadable.end(), isRepeated), unreadable.end());
     return unreadable;
 }
 
@@ -70,6 +70,8 @@ Findings search(const FindOptions &options, ProgressDisplay &progress)
             .abandoned = interrupted});
     if (interrupted())
         return {};
+    // Where no two files have the same size, nothing was compared.
+    progress.showBytes(0, 0);
 
     const bool forPeople = options.format == ReportFormat::Text || options.format == ReportFormat::Paths;
     Findings findings;

@@ -51,7 +51,7 @@ void ProgressDisplay::showBytes(qint64 done, qint64 total)
         m_sinceComparison.start();
     m_state.comparing = true;
     m_state.doneBytes = std::max(m_state.doneBytes, done);
-    m_state.totalBytes = total;
+    m_state.totalBytes = std::max(m_state.totalBytes, total);
 }
 
 void ProgressDisplay::run()

@@ -31,10 +31,10 @@ QString durationText(qint64 seconds)
 
 QString timeLeft(const ProgressState &state)
 {
-    if (state.bytesPerSecond <= 0)
-        return {};
     const auto left = static_cast<double>(std::max(state.totalBytes - state.doneBytes, qint64(0)));
-    return durationText(std::llround(left / state.bytesPerSecond)) + u" left"_s;
+    if (left > 0 && state.bytesPerSecond <= 0)
+        return {};
+    return durationText(left > 0 ? std::llround(left / state.bytesPerSecond) : 0) + u" left"_s;
 }
 
 QString bar(double share, int columns)

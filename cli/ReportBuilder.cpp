@@ -68,6 +68,7 @@ public:
     [[nodiscard]] ReportGroup build(const std::vector<quint32> &members) const
     {
         std::vector<std::vector<Candidate>> candidates;
+        candidates.reserve(members.size());
         for (const quint32 member : members)
             candidates.push_back(namesOf(m_unique.files[member]));
         std::ranges::sort(candidates, isBetterKept,

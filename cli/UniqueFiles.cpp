@@ -21,19 +21,22 @@ bool isNamedBefore(const SurveyedFile &a, const SurveyedFile &b)
 
 std::span<const SurveyedFile> UniqueFiles::furtherNamesOf(const SurveyedFile &file) const
 {
-    const auto names = std::ranges::equal_range(furtherNames, file.identity, {}, &SurveyedFile::identity);
-    return {names.begin(), names.end()};
+    const auto first = std::ranges::lower_bound(furtherNames, file.identity, {}, &SurveyedFile::identity);
+    const auto end = std::ranges::upper_bound(furtherNames, file.identity, {}, &SurveyedFile::identity);
+    return {first, end};
 }
 
 UniqueFiles uniteNames(std::vector<SurveyedFile> found, const SearchedFolders &folders)
 {
     std::ranges::sort(found, isNamedBefore);
     UniqueFiles unique;
-    // Of the file that the last one of unique.files is.
+    // Files are moved up in place: a second list of a million files would double the memory.
+    auto end = found.begin();
+    // Of the file before \a end.
     QSet<QString> paths;
     for (auto file = found.begin(); file != found.end(); ++file) {
         const auto next = std::next(file);
-        const bool isFurther = !unique.files.empty() && unique.files.back().identity == file->identity;
+        const bool isFurther = end != found.begin() && std::prev(end)->identity == file->identity;
         const bool hasFurther = next != found.end() && next->identity == file->identity;
         if (!isFurther)
             paths.clear();
@@ -44,7 +47,12 @@ UniqueFiles uniteNames(std::vector<SurveyedFile> found, const SearchedFolders &f
                 continue;
             paths.insert(path);
         }
-        (isFurther ? unique.furtherNames : unique.files).push_back(std::move(*file));
+        if (isFurther)
+            unique.furtherNames.push_back(std::move(*file));
+        else if (end++ != file)
+            *std::prev(end) = std::move(*file);
     }
+    found.erase(end, found.end());
+    unique.files = std::move(found);
     return unique;
 }

@@ -171,9 +171,11 @@ void tst_cliOutput::showsProgressOnRequest()
     QCOMPARE(quiet.errors, QByteArray());
     QCOMPARE(m_place->run({u"find"_s, u"a"_s, u"--progress=never"_s}).errors, QByteArray());
     const CommandRun shown = m_place->run({u"find"_s, u"a"_s, u"--progress=always"_s});
-    QVERIFY(shown.errors.contains("100%  10 B of 10 B  2 files"));
+    QVERIFY(shown.errors.contains("100%  10 B of 10 B  2 files  0:00 left"));
     QVERIFY(shown.errors.endsWith('\n'));
     QCOMPARE(shown.output, quiet.output);
+    const CommandRun alone = m_place->run({u"find"_s, u"a"_s, u"--progress=always"_s, u"--exclude=1"_s});
+    QVERIFY(alone.errors.contains("100%  0 B of 0 B  1 file  0:00 left"));
     QCOMPARE(shown.exitCode, 0);
 }
 

@@ -42,7 +42,7 @@ void tst_cliProgress::showsTheState_data()
     QTest::addRow("more than all") << ProgressState{7, true, 1001, 1000, 0} << 40
                                    << u"100%  1000 B of 1000 B  7 files"_s;
     QTest::addRow("nothing to compare")
-        << ProgressState{7, true, 0, 0, 0} << 40 << u"[############] 100%  0 B of 0 B  7 files"_s;
+        << ProgressState{7, true, 0, 0, 0} << 40 << u"100%  0 B of 0 B  7 files  0:00 left"_s;
     QTest::addRow("narrow") << ProgressState{7, true, mebi, 4 * mebi, mebi / 60.0} << 20
                             << u" 25%  7 files"_s;
 }

@@ -100,6 +100,7 @@ void tst_cliUsage::prefersHelpToWrongWords()
 {
     const auto parsed = parseCommandLine(findCommand(), {u"--format=xml"_s, u"--help"_s});
     QVERIFY(std::get<CommandArguments>(parsed).wantsHelp);
+    QVERIFY(std::get<CommandArguments>(parseCommandLine(findCommand(), {u"-h"_s})).wantsHelp);
     const auto unknown = parseCommandLine(findCommand(), {u"--help"_s, u"--nonsense"_s});
     QVERIFY(std::holds_alternative<UsageError>(unknown));
 }
