@@ -20,9 +20,10 @@ tsan needs a Qt that is built with ThreadSanitizer itself; the first run builds 
 TEXT
 }
 
-engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|creationTime|digest|duplicateAnalysis|duplicateGroup'
-engine+='|fileCategories|fileCollection|fileHash|folderWalk|scanProgress|skipRules|specialFiles'
-window='backgroundTasks|closingTheProgram|closingTheWindow|resultsModel|storm|thumbnailQueue'
+engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|contentEquality|contentGroups|contentGroupsOfRandomFiles'
+engine+='|creationTime|digest|duplicateAnalysis|duplicateGroup|fileCategories|fileCollection|fileHash|fileSurvey'
+engine+='|fingerprintQueue|folderWalk|jsonReport|largeTrees|removal|scanProgress|skipRules|specialFiles'
+window='backgroundTasks|closingTheProgram|closingTheWindow|firstRows|loadQueue|resultsModel|storm|thumbnailQueue'
 regex="^tst_($engine|$window)\$"
 length=short
 presets=()
