@@ -2,18 +2,13 @@
 #include "tests/support/ContentOracle.h"
 #include "tests/support/DiskCache.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/RandomBytes.h"
-#include "tests/support/SpecialFiles.h"
-#include "tests/support/TestFiles.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
-#include <atomic>
 #include <memory>
 
 using Qt::StringLiterals::operator""_s;
@@ -41,14 +36,6 @@ bool changeFile(const QString &path, qint64 position)
     return file.open(QIODevice::ReadWrite) && file.seek(position) && file.putChar('!');
 }
 
-QStringList pathsOf(const QList<UnreadablePath> &unreadable)
-{
-    QStringList paths;
-    for (const UnreadablePath &entry : unreadable)
-        paths.append(entry.path);
-    return paths;
-}
-
 } // namespace
 
 /// Which files have equal contents.
@@ -71,12 +58,6 @@ private slots:
     void groupsManyFilesWithFewContents();
     void groupsManyFilesThatDifferLate();
     void groupsMoreHeadsThanATaskHolds();
-    void reportsFilesThatCannotBeRead();
-    void reportsFilesOfAnotherSize();
-    void reportsAFileThatShrinksWhileItIsRead();
-    void tellsWhatTheSystemSays();
-    void endsWhenItIsAbandoned();
-    void doesNothingWhenItIsAbandonedAtOnce();
     void groupsBySamplesWhenAskedTo();
 
 private:
@@ -248,108 +229,6 @@ void tst_contentGroups::groupsMoreHeadsThanATaskHolds()
         contents.append(changedAt(contents.first(), 16 * kib));
 
     QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents)).groups, groupsOfEqual(contents));
-}
-
-void tst_contentGroups::reportsFilesThatCannotBeRead()
-{
-    const QByteArray content(20'000, 'x');
-    auto files = writeFiles(m_folder->path(), QList<QByteArray>(6, content));
-    QVERIFY(QFile::remove(files[0].path));
-    QVERIFY(QFile::remove(files[1].path) && QDir().mkdir(files[1].path));
-    QVERIFY(QFile::remove(files[2].path));
-    const bool hasPipes = makePipe(files[2].path);
-    letEverybodyIn(m_folder->path());
-    letNobodyIn(files[3].path);
-    const OrdinaryUser user;
-    if (QFile(files[3].path).open(QIODevice::ReadOnly))
-        QSKIP("This user reads everything");
-
-    const ContentGroups result = groupQuietly(files);
-
-    QCOMPARE(result.groups, (Groups{{4, 5}}));
-    QCOMPARE(pathsOf(result.unreadable),
-        (QStringList{files[0].path, files[1].path, files[2].path, files[3].path}));
-    QVERIFY(hasPipes || !QFile::exists(files[2].path));
-    for (const UnreadablePath &entry : result.unreadable)
-        QVERIFY(!entry.reason.isEmpty());
-}
-
-void tst_contentGroups::reportsFilesOfAnotherSize()
-{
-    const QByteArray content(20'000, 'x');
-    auto files = writeFiles(m_folder->path(), {content, content, content + 'x', content.chopped(1)});
-    for (SurveyedFile &file : files)
-        file.size = content.size();
-
-    const ContentGroups result = groupQuietly(files);
-
-    QCOMPARE(result.groups, (Groups{{0, 1}}));
-    QCOMPARE(pathsOf(result.unreadable), (QStringList{files[2].path, files[3].path}));
-}
-
-void tst_contentGroups::reportsAFileThatShrinksWhileItIsRead()
-{
-    const QByteArray content(4 * mib, 'x');
-    const auto files = writeFiles(m_folder->path(), {content, content, content});
-    bool isShrunk = false;
-    const auto shrink = [&](qint64 done, qint64 total) {
-        if (!isShrunk && done > total / 4)
-            isShrunk = QFile::resize(files[1].path, 2 * mib);
-    };
-
-    const ContentGroups result = groupByContent(
-        files, ContentComparison::Bytes, 1, {.progress = shrink, .abandoned = [] { return false; }});
-
-    QVERIFY(isShrunk);
-    QCOMPARE(result.groups, (Groups{{0, 2}}));
-    QCOMPARE(pathsOf(result.unreadable), QStringList{files[1].path});
-}
-
-void tst_contentGroups::tellsWhatTheSystemSays()
-{
-    const std::vector<SurveyedFile> files{
-        {.path = path(u"nowhere"_s), .size = 1}, {.path = path(u"not here"_s), .size = 1}};
-    QFile missing(files[0].path);
-    QVERIFY(!missing.open(QIODevice::ReadOnly));
-
-    const ContentGroups result = groupQuietly(files);
-
-    QCOMPARE(result.unreadable.size(), 2);
-    QCOMPARE(result.unreadable.first().reason, missing.errorString());
-}
-
-void tst_contentGroups::endsWhenItIsAbandoned()
-{
-    std::vector<SurveyedFile> files;
-    for (const QString &name : {u"a"_s, u"b"_s}) {
-        QVERIFY(writeSparseFile(path(name), 500 * mib, "end"));
-        files.push_back({.path = path(name), .size = 500 * mib});
-    }
-    std::atomic<qint64> reached = 0;
-    const ComparisonCallbacks callbacks{
-        .progress = [&](qint64 done, qint64) { reached = done; },
-        .abandoned = [&] { return reached > 10 * mib; },
-    };
-
-    const ContentGroups result = groupByContent(files, ContentComparison::Bytes, 2, callbacks);
-
-    QVERIFY(result.groups.empty());
-    QVERIFY(reached < 20 * mib);
-}
-
-void tst_contentGroups::doesNothingWhenItIsAbandonedAtOnce()
-{
-    const std::vector<SurveyedFile> files{{.path = path(u"nowhere"_s)}, {.path = path(u"not here"_s)}};
-    bool isToldProgress = false;
-    const ComparisonCallbacks callbacks{
-        .progress = [&](qint64, qint64) { isToldProgress = true; },
-        .abandoned = [] { return true; },
-    };
-
-    const ContentGroups result = groupByContent(files, ContentComparison::Bytes, 1, callbacks);
-
-    QVERIFY(result.groups.empty());
-    QVERIFY(!isToldProgress);
 }
 
 void tst_contentGroups::groupsBySamplesWhenAskedTo()

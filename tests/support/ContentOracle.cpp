@@ -36,3 +36,11 @@ ContentGroups groupQuietly(std::span<const SurveyedFile> files, int threads, Con
     return groupByContent(
         files, comparison, threads, {.progress = [](qint64, qint64) {}, .abandoned = [] { return false; }});
 }
+
+QStringList pathsOf(const QList<UnreadablePath> &unreadable)
+{
+    QStringList paths;
+    for (const UnreadablePath &entry : unreadable)
+        paths.append(entry.path);
+    return paths;
+}

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -19,3 +20,6 @@ using Groups = std::vector<std::vector<quint32>>;
 /// Groups files without listening.
 [[nodiscard]] ContentGroups groupQuietly(std::span<const SurveyedFile> files, int threads = 2,
     ContentComparison comparison = ContentComparison::Bytes);
+
+/// The paths of files that could not be read, in their order.
+[[nodiscard]] QStringList pathsOf(const QList<UnreadablePath> &unreadable);
