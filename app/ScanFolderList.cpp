@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/ElidedLabel.h"
 #include "app/FolderDrop.h"
 #include "app/StyleSheets.h"
 #include "app/Volume.h"
@@ -53,9 +54,11 @@ void MainWindow::addVolumeRow(const Volume &volume)
     layout->setSpacing(10);
     auto *const icon = new QLabel(row);
     icon->setPixmap(QFileIconProvider().icon(QFileInfo(volume.rootPath)).pixmap(24, 24));
+    // The desktop may have the icon in a smaller size only.
+    icon->setFixedSize(24, 24);
+    icon->setAlignment(Qt::AlignCenter);
     layout->addWidget(icon);
-    auto *const name = new QLabel(volume.rootPath, row);
-    name->setTextFormat(Qt::PlainText);
+    auto *const name = new ElidedLabel(volume.rootPath, row);
     name->setStyleSheet(StyleSheets::folderName);
     layout->addWidget(name);
     auto *const lock = new QLabel(row);
@@ -91,8 +94,7 @@ void MainWindow::addFolderRow(const QString &path)
     auto *const layout = new QHBoxLayout(row);
     layout->setContentsMargins(10, 6, 10, 6);
     layout->setSpacing(8);
-    auto *const pathLabel = new QLabel(path, row);
-    pathLabel->setTextFormat(Qt::PlainText);
+    auto *const pathLabel = new ElidedLabel(path, row);
     pathLabel->setStyleSheet(StyleSheets::addedFolderPath);
     layout->addWidget(pathLabel);
     layout->addStretch();

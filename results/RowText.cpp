@@ -1,0 +1,60 @@
+#include "results/RowText.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+constexpr QChar ellipsis(0x2026);
+constexpr qsizetype context = 20; // characters kept in front of a difference inside a long name
+
+qsizetype firstDifference(const QString &text, const QString &other)
+{
+    return std::ranges::mismatch(text, other).in1 - text.cbegin();
+}
+
+/// Where \a path first differs from those of \a others that look like it once it is shortened to \a elided;
+/// nothing if none does.
+std::optional<qsizetype> hiddenDifference(
+    const QString &path, const QString &elided, const QStringList &others)
+{
+    const qsizetype gap = firstDifference(elided, path);
+    const QStringView head = QStringView(elided).first(gap);
+    QStringView tail = QStringView(elided).sliced(std::min(gap + 1, elided.size()));
+    // The last letters of a folder's name tell nobody which folder it is.
+    tail = tail.sliced(std::max<qsizetype>(tail.indexOf(u'/'), 0));
+    std::optional<qsizetype> first;
+    for (const QString &other : others) {
+        if (other == path || !other.startsWith(head) || !other.endsWith(tail))
+            continue;
+        const qsizetype difference = firstDifference(path, other);
+        first = std::min(first.value_or(difference), difference);
+    }
+    return first;
+}
+
+} // namespace
+
+QString RowText::elidedTitle(const QString &title, const QFontMetrics &metrics, int width)
+{
+    if (metrics.horizontalAdvance(title) <= width)
+        return title;
+    const qsizetype end = title.lastIndexOf(QLatin1StringView("    "));
+    const QString figures = title.sliced(std::max<qsizetype>(end, 0));
+    const int left = width - metrics.horizontalAdvance(figures);
+    return metrics.elidedText(title.chopped(figures.size()), Qt::ElideMiddle, left) + figures;
+}
+
+QString RowText::elidedPath(
+    const QString &path, const QStringList &others, const QFontMetrics &metrics, int width)
+{
+    const QString elided = metrics.elidedText(path, Qt::ElideMiddle, width);
+    if (elided == path)
+        return path;
+    const std::optional<qsizetype> difference = hiddenDifference(path, elided, others);
+    if (!difference)
+        return elided;
+    const qsizetype start = std::max(path.lastIndexOf(u'/', *difference), *difference - context);
+    const int left = width - metrics.horizontalAdvance(ellipsis);
+    return ellipsis + metrics.elidedText(path.sliced(start), Qt::ElideMiddle, left);
+}
