@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/MainWindow.h"
 #include "app/ProgramEnd.h"
+#include "app/ScaledWindow.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -35,7 +36,7 @@ int main(int argc, char *argv[])
     MainWindow window;
     if (!commandLine.folders.isEmpty())
         window.setScanFolders(commandLine.folders);
-    window.show();
+    const auto scaledWindow = showOnPrimaryScreen(window);
     const int exitCode = QApplication::exec();
     finishTasksOrEndProcess(window, exitCode);
     return exitCode;

@@ -1,0 +1,72 @@
+#include "app/ScaledWindow.h"
+
+#include "app/ScreenFit.h"
+
+#include <QApplication>
+#include <QGraphicsProxyWidget>
+#include <QPaintEvent>
+#include <QWindow>
+
+#include <algorithm>
+
+ScaledWindow::ScaledWindow(QWidget &window, double factor)
+    : m_window(window)
+    , m_proxy(m_scene.addWidget(&window))
+{
+    // Concerns the windows that it opens: without the flag, Qt would show them inside this one.
+    window.overrideWindowFlags(window.windowFlags() | Qt::BypassGraphicsProxyWidget);
+    m_proxy->setFlag(QGraphicsItem::ItemUsesExtendedStyleOption); // paints no more than what is exposed
+    setScene(&m_scene);
+    setSceneRect(window.rect());
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setRenderHint(QPainter::SmoothPixmapTransform);
+    scale(factor, factor);
+    setFixedSize((QSizeF(window.size()) * factor).toSize());
+    setWindowTitle(window.windowTitle());
+    setWindowIcon(window.windowIcon());
+    qApp->installEventFilter(this);
+}
+
+ScaledWindow::~ScaledWindow()
+{
+    m_proxy->setWidget(nullptr); // which the proxy would delete
+}
+
+bool ScaledWindow::eventFilter(QObject *object, QEvent *event)
+{
+    auto *const widget = qobject_cast<QWidget *>(object);
+    if (event->type() == QEvent::Show && widget && widget->windowType() == Qt::Dialog &&
+        widget->parentWidget() == &m_window) {
+        widget->move(geometry().center() - widget->rect().center());
+        widget->windowHandle()->setTransientParent(windowHandle());
+    }
+    return QGraphicsView::eventFilter(object, event);
+}
+
+/// Paints band by band. Qt spreads the scaling of a higher picture over the global thread pool and waits; a
+/// scan may keep every thread of the pool busy.
+void ScaledWindow::paintEvent(QPaintEvent *event)
+{
+    // Qt uses the pool from 96 lines of the screen on; the device pixel ratio may be 3.
+    constexpr int bandHeight = 30;
+    const QRect exposed = event->rect();
+    for (int top = exposed.top(); top <= exposed.bottom(); top += bandHeight) {
+        const int height = std::min(bandHeight, exposed.bottom() + 1 - top);
+        QPaintEvent band(QRect(exposed.left(), top, exposed.width(), height));
+        QGraphicsView::paintEvent(&band);
+    }
+}
+
+std::unique_ptr<ScaledWindow> showOnPrimaryScreen(QWidget &window)
+{
+    const double factor = primaryScreenFitFactor(window.size());
+    if (factor == 1) {
+        window.show();
+        return nullptr;
+    }
+    auto scaled = std::make_unique<ScaledWindow>(window, factor);
+    scaled->show();
+    return scaled;
+}
