@@ -1,46 +1,86 @@
 #include "app/CaptionFit.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QComboBox>
 #include <QFont>
 #include <QFontInfo>
 #include <QLabel>
+#include <QStyleOptionComboBox>
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int narrowest = 75; // per cent of the letters' own width; below that they are hard to read
-constexpr int step = 5;
-constexpr int smallestPixels = 8; // smaller letters are no use to anybody
+constexpr int narrowest = 70; // per cent of the letters' own width; below that they are hard to read
+constexpr int smallest = 8;   // pixels
+
+/// A combo box is narrower than its own size hint, which leaves room for an icon and a wider arrow.
+bool itemsFit(const QComboBox &box)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(&box);
+    option.editable = false;
+    const QRect place =
+        box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
+    int widest = 0;
+    for (int i = 0; i < box.count(); ++i)
+        widest = std::max(widest, box.fontMetrics().horizontalAdvance(box.itemText(i)));
+    return widest <= place.width();
+}
+
+bool fits(const QWidget *caption)
+{
+    if (const auto *const box = qobject_cast<const QComboBox *>(caption))
+        return itemsFit(*box);
+    return caption->sizeHint().width() <= caption->width();
+}
+
+template <typename Change>
+void changeFonts(const QList<QWidget *> &captions, Change change)
+{
+    for (QWidget *caption : captions) {
+        QFont font = caption->font();
+        change(font);
+        caption->setFont(font);
+    }
+}
 
 } // namespace
 
-void fitCaption(QWidget *caption)
+void fitRow(const QList<QWidget *> &captions)
 {
-    QFont font = caption->font();
-    for (int stretch = QFont::Unstretched; stretch >= narrowest; stretch -= step) {
+    const auto rowFits = [&captions] { return std::ranges::all_of(captions, fits); };
+    for (QWidget *caption : captions)
+        caption->setFont(QFont()); // the letters of an earlier text
+    for (int stretch = QFont::Unstretched - 1; stretch >= narrowest && !rowFits(); --stretch)
+        changeFonts(captions, [stretch](QFont &font) { font.setStretch(stretch); });
+    for (int size = QFontInfo(captions.constFirst()->font()).pixelSize() - 1; size >= smallest && !rowFits();
+         --size)
+        changeFonts(captions, [size](QFont &font) { font.setPixelSize(size); });
+}
+
+int stretchToFit(const QStringList &texts, QFont font, int width)
+{
+    int stretch = QFont::Unstretched;
+    const auto isTooWide = [&](const QString &text) {
         font.setStretch(stretch);
-        caption->setFont(font);
-        if (caption->sizeHint().width() <= caption->width())
-            break;
-    }
+        return QFontMetrics(font).horizontalAdvance(text) > width;
+    };
+    while (stretch > narrowest && std::ranges::any_of(texts, isTooWide))
+        --stretch;
+    return stretch;
 }
 
 void fitTitle(QLabel *label)
 {
+    fitRow({label});
+
     QTextDocument text;
     text.setDocumentMargin(0);
     text.setDefaultFont(label->font());
     text.setHtml(label->text());
-
-    QFont font = label->font();
-    for (int pixels = QFontInfo(font).pixelSize();
-         pixels > smallestPixels && text.idealWidth() > label->width();) {
-        font.setPixelSize(--pixels);
-        text.setDefaultFont(font);
-    }
-    label->setFont(font);
-
     text.setTextWidth(label->width());
     qreal bottom = 0;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {

@@ -1,14 +1,22 @@
 #pragma once
 
+#include <QFont>
+#include <QStringList>
+
 class QLabel;
 class QWidget;
 
-/// Makes the letters of a caption narrower when the platform's font makes its text wider than its place.
+/// Makes the letters of a row of captions narrower, all by the same amount, until each fits its widget; where
+/// that is not enough, smaller.
 ///
-/// The places have a fixed size; there is no font that every platform has. Call it again after a new text.
-void fitCaption(QWidget *caption);
+/// The forms fix the widgets' sizes, but the font is the platform's. Call it again after a text has changed.
+/// A letter size that a style sheet or rich text names stays.
+void fitRow(const QList<QWidget *> &captions);
 
-/// Makes the rich text of a label smaller when the platform's font makes its lines wider than its place, and
-/// moves it up when they are higher, so that the last one is not cut off: there is room above the letters of
-/// the first.
+/// The width of letters, in per cent of that of \a font, with which each of \a texts is at most \a width
+/// pixels wide; not less than 70.
+[[nodiscard]] int stretchToFit(const QStringList &texts, QFont font, int width);
+
+/// Fits the rich text of a label like a row of one caption. If its lines are higher than the label, moves
+/// them up, so that the last one is not cut off: there is room above the letters of the first.
 void fitTitle(QLabel *label);

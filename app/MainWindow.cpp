@@ -1,8 +1,9 @@
 #include "app/MainWindow.h"
 
 #include "app/CaptionFit.h"
+#include "app/FontFallback.h"
+#include "app/LightPalette.h"
 #include "app/StyleSheets.h"
-#include "app/UnclippedTextStyle.h"
 #include "results/CategoryFilter.h"
 #include "results/ResultsDelegate.h"
 #include "results/ThumbnailQueue.h"
@@ -27,6 +28,8 @@ MainWindow::MainWindow(QWidget *parent)
     , scanOptionsSet(true)
 {
     initResources();
+    applyLightPalette();
+    addFontFallback();
     ui->setupUi(this);
     // Twice: each change of the scroll bar asks for up to two batches.
     connectScrollBar();
@@ -43,18 +46,11 @@ MainWindow::MainWindow(QWidget *parent)
     setFixedHeight(723);
     setFixedWidth(1025);
 
-    ui->treeWidgetBg->setStyleSheet(StyleSheets::treeFrame);
-    ui->treeDuplicates->setStyleSheet(StyleSheets::resultsTree);
-    ui->treeDuplicates->setFocusPolicy(Qt::NoFocus);
-    ui->treeDuplicates->setHeaderHidden(true);
-    ui->treeDuplicates->setIconSize(QSize(32, 32));
-    ui->treeDuplicates->setItemDelegate(new ResultsDelegate(ui->treeDuplicates));
+    styleResultsTree();
     connectResultsPage();
     setShownAsSelected(ui->btnAll, true);
     applyStyleSheets();
-    for (QLabel *caption : {ui->label, ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime})
-        fitCaption(caption);
-    fitTitle(ui->label);
+    fitCaptions();
 
     connect(ui->btnAddFolder, &QPushButton::clicked, this, &MainWindow::addFolder);
     connect(ui->btnStartScan, &QPushButton::clicked, this, &MainWindow::startScan);
@@ -138,6 +134,21 @@ void MainWindow::installCentralContainer(QWidget *topBar)
     container->setStyleSheet(StyleSheets::centralContainer);
 }
 
+void MainWindow::styleResultsTree()
+{
+    QTreeWidget *const tree = ui->treeDuplicates;
+    ui->treeWidgetBg->setStyleSheet(StyleSheets::treeFrame);
+    tree->setStyleSheet(StyleSheets::resultsTree);
+    for (QWidget *part : tree->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+        part->setStyleSheet(StyleSheets::treePart);
+    // Rows would be painted over the frame's line, which is as wide as the tree.
+    tree->setMask(ui->treeWidgetBg->rect().adjusted(1, 1, -1, -1));
+    tree->setFocusPolicy(Qt::NoFocus);
+    tree->setHeaderHidden(true);
+    tree->setIconSize(QSize(32, 32));
+    tree->setItemDelegate(new ResultsDelegate(tree));
+}
+
 void MainWindow::connectResultsPage()
 {
     thumbnails = new ThumbnailQueue(ui->treeDuplicates);
@@ -165,11 +176,8 @@ void MainWindow::connectResultsPage()
 
 void MainWindow::applyStyleSheets()
 {
-    auto *const categoryStyle = new UnclippedTextStyle(this);
-    for (QPushButton *button : categoryButtons()) {
-        button->setStyle(categoryStyle);
+    for (QPushButton *button : categoryButtons())
         button->setStyleSheet(StyleSheets::categoryButton);
-    }
     ui->listScanFolders->setStyleSheet(StyleSheets::scanFolderList);
     for (QPushButton *button : {ui->btnScanOptions, ui->btnStopScan})
         button->setStyleSheet(StyleSheets::outlineButton(8));
@@ -187,6 +195,16 @@ void MainWindow::applyStyleSheets()
         area->verticalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
         area->horizontalScrollBar()->setStyleSheet(StyleSheets::scrollBar);
     }
+}
+
+void MainWindow::fitCaptions()
+{
+    fitTitle(ui->label);
+    fitRow({ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime});
+    // The value of the elapsed time is 4 pixels higher than the labels beside it.
+    ui->labelElapsedTimeValue->setContentsMargins(0, 0, 0, 4);
+
+    fitCategoryCaptions();
 }
 
 void MainWindow::on_btnBack_clicked()

@@ -64,8 +64,10 @@ private:
     void connectScrollBar();
     QWidget *createTopBar();
     void installCentralContainer(QWidget *topBar);
+    void styleResultsTree();
     void connectResultsPage();
     void applyStyleSheets();
+    void fitCaptions();
     void setFocusOrder();
 
     // ScanFolderList.cpp
@@ -126,6 +128,7 @@ private:
     void startLoadingDots();
 
     // CategoryFilter.cpp
+    void fitCategoryCaptions();
     void showCategory(const QString &key, QPushButton *button);
     void setCategoryButtonsEnabled(bool enabled);
     [[nodiscard]] QList<QPushButton *> categoryButtons() const;

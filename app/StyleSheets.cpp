@@ -195,6 +195,15 @@ QScrollBar::add-page, QScrollBar::sub-page {
 }
 )");
 
+// The frame's rule reaches the parts of the tree too. Named, because tool tips inherit the sheet of the
+// viewport.
+constexpr QLatin1StringView treePart(R"(
+#qt_scrollarea_viewport, #qt_scrollarea_hcontainer, #qt_scrollarea_vcontainer {
+    border: none;
+    background: transparent;
+}
+)");
+
 constexpr QLatin1StringView folderName("font-size: 14px;");
 constexpr QLatin1StringView addedFolderPath("font-size: 14px; color: #333;");
 constexpr QLatin1StringView borderless("border: none;");

@@ -16,6 +16,7 @@ extern const QLatin1StringView scanFolderList;
 extern const QLatin1StringView addFolderButton;
 extern const QLatin1StringView progressBar;
 extern const QLatin1StringView scrollBar;
+extern const QLatin1StringView treePart;
 extern const QLatin1StringView folderName;
 extern const QLatin1StringView addedFolderPath;
 extern const QLatin1StringView borderless;

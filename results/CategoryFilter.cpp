@@ -1,5 +1,6 @@
 #include "results/CategoryFilter.h"
 
+#include "app/CaptionFit.h"
 #include "app/MainWindow.h"
 #include "ui_MainWindow.h"
 
@@ -18,6 +19,23 @@ QList<QPushButton *> MainWindow::categoryButtons() const
 {
     return {ui->btnAll, ui->btnPictures, ui->btnVideos, ui->btnAudios, ui->btnDocuments, ui->btnArchives,
         ui->btnOthers};
+}
+
+/// Gives all category buttons letters of the same width, with which none reaches the next button.
+void MainWindow::fitCategoryCaptions()
+{
+    constexpr int place = 75; // between a button's paddings, in pixels
+    QStringList captions;
+    for (const QPushButton *button : categoryButtons())
+        captions.append(button->text());
+    ui->btnAll->ensurePolished();
+    const QFont boldest = ui->btnAll->font(); // All is the selected button
+    const int stretch = stretchToFit(captions, boldest, place);
+    for (QPushButton *button : categoryButtons()) {
+        QFont font = button->font();
+        font.setStretch(stretch);
+        button->setFont(font);
+    }
 }
 
 void MainWindow::setCategoryButtonsEnabled(bool enabled)

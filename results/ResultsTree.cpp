@@ -55,7 +55,7 @@ void MainWindow::loadCategory(const QString &type)
         return;
     }
     ui->labelStatsInfo->setText(ResultTexts::totals(list));
-    fitCaption(ui->labelStatsInfo);
+    fitRow({ui->labelStatsInfo});
     ui->treeDuplicates->setUpdatesEnabled(true);
     loadNextBatch();
 

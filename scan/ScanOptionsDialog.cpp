@@ -35,10 +35,8 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
     connect(ui->btnOkScanOptions, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui->btnCancelScanOptions, &QPushButton::clicked, this, &QDialog::reject);
 
-    for (const auto &[box, key] : typeBoxes(*ui)) {
+    for (const auto &[box, key] : typeBoxes(*ui))
         box->setChecked(true);
-        fitCaption(box);
-    }
     for (QCheckBox *box : {ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop})
         box->setChecked(true);
     // No item is called "K", so both units stay at the first one, "KB".
@@ -46,9 +44,19 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
     ui->comboMinUnit->setCurrentText(QStringLiteral("K"));
     ui->spinMaxSize->setValue(0);
     ui->comboMaxUnit->setCurrentText(QStringLiteral("K"));
-    for (QComboBox *units : {ui->comboMinUnit, ui->comboMaxUnit})
-        fitCaption(units);
+    fitCaptions();
     qDebug() << "chkSkipSystem checked:" << ui->chkSkipSystem->isChecked();
+}
+
+void ScanOptionsDialog::fitCaptions()
+{
+    fitRow({ui->label});
+    fitRow({ui->chkTypeArchive, ui->chkTypeDoc, ui->chkTypeAudio, ui->chkTypeVideo, ui->chkTypePhoto,
+        ui->chkTypeOthers});
+    fitRow({ui->label_3, ui->label_4});
+    fitRow({ui->comboMinUnit, ui->comboMaxUnit});
+    fitRow({ui->label_5});
+    fitRow({ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop});
 }
 
 ScanOptionsDialog::~ScanOptionsDialog()

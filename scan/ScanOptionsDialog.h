@@ -24,5 +24,7 @@ public:
     void setOptions(const ScanOptions &options);
 
 private:
+    void fitCaptions();
+
     Ui::ScanOptionsDialog *ui;
 };

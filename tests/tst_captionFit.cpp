@@ -1,5 +1,6 @@
 #include "app/CaptionFit.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QImage>
 #include <QLabel>
@@ -13,11 +14,20 @@ class tst_captionFit : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
+
     void showsEveryLineOfATitle_data();
     void showsEveryLineOfATitle();
     void showsTheWholeOfALongLine_data();
     void showsTheWholeOfALongLine();
     void leavesATitleThatFitsAlone();
+
+    void narrowsARowByTheSameAmount();
+    void widensAgainForAShorterText();
+    void makesLettersSmallerAsALastResort();
+
+private:
+    const QFont m_font = QApplication::font();
 };
 
 namespace {
@@ -30,16 +40,19 @@ const QString title =
 const QString longTitle =
     QString(title).replace(u"quick"_s, u"quick, and with far more to say about itself than fits"_s);
 
-void prepare(QLabel &label, const QSize &size, int pixels)
+void prepare(QLabel &label, const QSize &size)
 {
-    label.setStyleSheet(u"color: black; background: white"_s);
+    label.setPalette(QPalette(Qt::white));
     label.setAlignment(Qt::AlignTop);
     label.setFixedSize(size);
-    label.ensurePolished();
-    QFont font = label.font();
-    font.setPixelSize(pixels);
-    label.setFont(font);
     label.setText(title);
+}
+
+void setPixelSize(int pixels)
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(pixels);
+    QApplication::setFont(font);
 }
 
 /// The number of pixels that the text darkens.
@@ -56,6 +69,11 @@ int ink(QLabel &label)
 
 } // namespace
 
+void tst_captionFit::cleanup()
+{
+    QApplication::setFont(m_font);
+}
+
 void tst_captionFit::showsEveryLineOfATitle_data()
 {
     QTest::addColumn<int>("pixels");
@@ -66,10 +84,11 @@ void tst_captionFit::showsEveryLineOfATitle_data()
 void tst_captionFit::showsEveryLineOfATitle()
 {
     QFETCH(const int, pixels);
+    setPixelSize(pixels);
     QLabel roomy;
-    prepare(roomy, {place.width(), 300}, pixels);
+    prepare(roomy, {place.width(), 300});
     QLabel label;
-    prepare(label, place, pixels);
+    prepare(label, place);
     fitTitle(&label);
     QVERIFY(ink(roomy) > 0);
     QCOMPARE(ink(label), ink(roomy));
@@ -87,14 +106,14 @@ void tst_captionFit::showsTheWholeOfALongLine()
     QFETCH(const int, pixels);
     if (QFontDatabase::families().isEmpty())
         QSKIP("There are no letters here, only boxes of one width");
+    setPixelSize(pixels);
     QLabel label;
-    prepare(label, place, pixels);
+    prepare(label, place);
     label.setText(longTitle);
-    fitCaption(&label);
     fitTitle(&label);
-    QVERIFY(label.font().pixelSize() >= 8);
+    QVERIFY(QFontInfo(label.font()).pixelSize() >= 8);
     QLabel roomy;
-    prepare(roomy, {place.width() + 1000, 300}, pixels);
+    prepare(roomy, {place.width() + 1000, 300});
     roomy.setFont(label.font());
     roomy.setText(longTitle);
     QVERIFY(ink(roomy) > 0);
@@ -103,10 +122,46 @@ void tst_captionFit::showsTheWholeOfALongLine()
 
 void tst_captionFit::leavesATitleThatFitsAlone()
 {
+    setPixelSize(12);
     QLabel label;
-    prepare(label, {place.width(), 300}, 12);
+    prepare(label, {place.width(), 300});
     fitTitle(&label);
     QCOMPARE(label.margin(), 0);
+}
+
+void tst_captionFit::narrowsARowByTheSameAmount()
+{
+    QLabel wide(u"A caption that is far too wide"_s);
+    QLabel narrow(u"A"_s);
+    wide.setFixedWidth(wide.sizeHint().width() * 4 / 5);
+    narrow.setFixedWidth(100);
+    fitRow({&narrow, &wide});
+    QVERIFY(wide.sizeHint().width() <= wide.width());
+    QVERIFY(wide.font().stretch() > 70);
+    QCOMPARE(narrow.font().stretch(), wide.font().stretch());
+}
+
+void tst_captionFit::widensAgainForAShorterText()
+{
+    QLabel label(u"Total 1234567 duplicates"_s);
+    const QFont font = label.font();
+    label.setFixedWidth(label.sizeHint().width() / 2);
+    fitRow({&label});
+    QVERIFY(label.font() != font);
+    label.setText(u"Total"_s);
+    fitRow({&label});
+    QCOMPARE(label.font(), font);
+}
+
+void tst_captionFit::makesLettersSmallerAsALastResort()
+{
+    QLabel label(u"Total 1234567 duplicates"_s);
+    label.setFixedWidth(label.sizeHint().width() * 6 / 10);
+    fitRow({&label});
+    QVERIFY(label.sizeHint().width() <= label.width());
+    label.setFixedWidth(5);
+    fitRow({&label});
+    QVERIFY(QFontInfo(label.font()).pixelSize() >= 8);
 }
 
 QTEST_MAIN(tst_captionFit)
