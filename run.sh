@@ -10,7 +10,8 @@ usage() {
 Opens the window; it lists the FOLDERs, or all volumes without FOLDER. Where there is no display, and with
 --tour, a script drives the window on a virtual display instead: it scans the FOLDERs and shows their
 duplicates (it deletes nothing), or, without FOLDER, scans a generated sample and deletes its copies.
-Screenshots of every page are left in build/tour/.
+Screenshots of every page are left in build/tour/; those of the sample on a dark desktop and on a small
+screen are in folders of their own there.
 TEXT
 }
 
@@ -46,4 +47,9 @@ fi
 tools/setup.sh build run tour
 tools/build.sh release quillory quillory-cli quillory-tour
 [ -n "$tour" ] || echo "There is no display: driving the window on a virtual one"
-exec tools/with-display.sh build/release/tools/tour/quillory-tour --output build/tour "${folders[@]}"
+readonly program=build/release/tools/tour/quillory-tour
+if [ ${#folders[@]} -eq 0 ]; then
+    tools/with-display.sh "$program" --dark --output build/tour/dark-desktop >/dev/null
+    QUILLORY_SCREEN=1280x720 tools/with-display.sh "$program" --output build/tour/small-screen >/dev/null
+fi
+exec tools/with-display.sh "$program" --output build/tour "${folders[@]}"

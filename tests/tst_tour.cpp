@@ -41,6 +41,7 @@ private slots:
     void onlyLooksAtGivenFolders();
     void showsFoldersWithoutDuplicates();
     void deletesTheCopiesOfItsOwnSample();
+    void makesItsSampleWhereItIsTold();
     void refusesBadInput_data();
     void refusesBadInput();
 
@@ -130,12 +131,26 @@ void tst_tour::deletesTheCopiesOfItsOwnSample()
     QCOMPARE(temporary.entryList({QStringLiteral("My files*")}), QStringList());
 }
 
+void tst_tour::makesItsSampleWhereItIsTold()
+{
+    const QString sample = path(QStringLiteral("anna"));
+    const Outcome outcome = run({QStringLiteral("--sample"), sample, QStringLiteral("--dark")});
+    QCOMPARE(outcome.errors, QStringList());
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY(outcome.output.contains(QStringLiteral("] ") + sample + QStringLiteral("/Pictures/Lake/")));
+    QVERIFY(!QFile::exists(sample));
+    QVERIFY(QFile::exists(path(QStringLiteral("tour/10-long-path.png"))));
+    QVERIFY(QFile::exists(path(QStringLiteral("tour/10-archives.png"))));
+}
+
 void tst_tour::refusesBadInput_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addRow("no such folder") << QStringList{QStringLiteral("nowhere")};
     QTest::addRow("a file") << QStringList{QStringLiteral("in the way")};
     QTest::addRow("unknown option") << QStringList{QStringLiteral("--nonsense")};
+    QTest::addRow("a sample over a folder that exists")
+        << QStringList{QStringLiteral("--sample"), QStringLiteral(".")};
     QTest::addRow("option without its value") << QStringList{QStringLiteral("--output")};
     QTest::addRow("no place for pictures")
         << QStringList{QStringLiteral("--output"), QStringLiteral("in the way/shots")};

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs a command on a virtual X server of its own and stops the server when the command ends, whatever its
-# end: tools/with-display.sh COMMAND [ARGUMENT...]. The exit code is the command's.
+# end: tools/with-display.sh COMMAND [ARGUMENT...]. The exit code is the command's. QUILLORY_SCREEN is the size of its
+# screen, 1280x960 by default.
 set -euo pipefail
 
 if [ $# -eq 0 ]; then
@@ -35,7 +36,7 @@ trap 'exit 143' TERM HUP
 
 # The server picks a free number by itself and says which.
 mkfifo "$work/number"
-Xvfb -displayfd 3 -screen 0 1280x960x24 -dpi 96 -wr -nolisten tcp -noreset \
+Xvfb -displayfd 3 -screen 0 "${QUILLORY_SCREEN:-1280x960}x24" -dpi 96 -wr -nolisten tcp -noreset \
     3>"$work/number" >"$work/server.log" 2>&1 &
 server=$!
 exec 4<"$work/number"

@@ -19,9 +19,12 @@ void paintEverything()
     }
 }
 
-/// Where the window and everything that it has opened stand on the screen.
+/// Where the window and everything that it has opened stand on the screen. The whole screen if the window is
+/// too large for it.
 QRect coveredPlace(const QWidget &window)
 {
+    if (window.graphicsProxyWidget())
+        return window.screen()->geometry();
     QRect place = window.frameGeometry();
     const QWidgetList widgets = QApplication::topLevelWidgets();
     for (const QWidget *widget : widgets) {

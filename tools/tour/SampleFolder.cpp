@@ -24,17 +24,24 @@ QByteArray recipe(const QByteArray &dish, int people)
 
 } // namespace
 
-SampleFolder::SampleFolder()
-    : m_folder(QDir::tempPath() + QStringLiteral("/My files XXXXXX"))
+SampleFolder::SampleFolder(const QString &place)
 {
-    if (!m_folder.isValid()) {
-        m_error = QStringLiteral("cannot create a folder for the sample: %1").arg(m_folder.errorString());
+    if (place.isEmpty()) {
+        m_temporary.emplace(QDir::tempPath() + QStringLiteral("/My files XXXXXX"));
+        if (m_temporary->isValid())
+            m_path = m_temporary->path();
+    } else if (QDir().mkdir(place)) { // fails for a folder that exists
+        m_path = QDir(place).absolutePath();
+    }
+    if (m_path.isEmpty()) {
+        m_error = QStringLiteral("cannot create a folder for the sample");
         return;
     }
     // In this order: the kept copy of a group is the one that was created first.
     writeOriginals();
     writeMail();
     writeCopies();
+    writeLongPaths();
 }
 
 QString SampleFolder::error() const
@@ -42,9 +49,24 @@ QString SampleFolder::error() const
     return m_error;
 }
 
+SampleFolder::~SampleFolder()
+{
+    if (!m_path.isEmpty() && !m_temporary)
+        QDir(m_path).removeRecursively();
+}
+
 QString SampleFolder::path() const
 {
-    return m_folder.path();
+    return m_path;
+}
+
+QStringList SampleFolder::places() const
+{
+    QStringList places;
+    for (const QString &name : {QStringLiteral("Pictures"), QStringLiteral("Documents"),
+             QStringLiteral("Music"), QStringLiteral("Phone"), QStringLiteral("Backup")})
+        places.append(m_path + u'/' + name);
+    return places;
 }
 
 void SampleFolder::writeOriginals()
@@ -80,6 +102,17 @@ void SampleFolder::writeOriginals()
     write(QStringLiteral("Archives/Recipes.zip"),
         zipArchive({{"Ratatouille.txt", recipe("Ratatouille", 4)}, {"Bread.txt", recipe("Bread", 1)}}));
     write(QStringLiteral("Documents/New document.txt"), {});
+}
+
+/// Two copies whose paths differ only near their end, far beyond what a row has room for.
+void SampleFolder::writeLongPaths()
+{
+    const QString folder = QStringLiteral("Documents/Community garden/Correspondence with the city council/"
+                                          "Annual reports and budget of the association/");
+    const QString name = QStringLiteral("/Annual report of the community garden, with all tables.pdf");
+    write(folder + QStringLiteral("final") + name,
+        pdfPage(QStringLiteral("Annual report"), QStringLiteral("The beans have done well.")));
+    copy(folder + QStringLiteral("final") + name, folder + QStringLiteral("old") + name);
 }
 
 /// Many small files of different content, so that there is something to walk through.
@@ -125,7 +158,7 @@ void SampleFolder::writeCopies()
 
 QString SampleFolder::filePath(const QString &name)
 {
-    const QString path = m_folder.filePath(name);
+    const QString path = m_path + u'/' + name;
     QDir().mkpath(QFileInfo(path).path());
     return path;
 }
@@ -139,7 +172,7 @@ void SampleFolder::write(const QString &name, const QByteArray &content)
 
 void SampleFolder::copy(const QString &from, const QString &to)
 {
-    QFile file(m_folder.filePath(from));
+    QFile file(m_path + u'/' + from);
     if (!file.copy(filePath(to)))
         m_error = QStringLiteral("cannot copy %1: %2").arg(file.fileName(), file.errorString());
 }

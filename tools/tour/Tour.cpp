@@ -6,15 +6,19 @@
 #include "tools/tour/TourResults.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QCursor>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
 #include <QTextStream>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace {
 
+constexpr int longPath = 150;   // characters, more than a row has room for
 constexpr int mostGroups = 200; // that are loaded and printed
 
 void print(const QString &line)
@@ -24,10 +28,12 @@ void print(const QString &line)
 
 } // namespace
 
-Tour::Tour(const QStringList &folders, Deletion deletion, Camera &camera)
+Tour::Tour(const QStringList &folders, const QStringList &places, Deletion deletion, Camera &camera)
     : m_folders(folders)
+    , m_places(places)
     , m_deletion(deletion)
     , m_camera(camera)
+    , m_scaledWindow(showOnPrimaryScreen(m_driver.window()))
 {
 }
 
@@ -55,16 +61,16 @@ QString Tour::run()
     return m_camera.error();
 }
 
-/// The places of this machine and the folders, as they stand when the user has added them.
+/// The volumes of this machine, then only the folders that the user has added.
 void Tour::visitStartPage()
 {
     // Where the pointer rests, a row or a button looks different.
     QCursor::setPos(m_driver.window().screen()->geometry().bottomRight());
-    for (const QString &folder : m_folders)
-        m_driver.addFolder(folder);
-    m_driver.find<QListWidget>("listScanFolders")->scrollToBottom();
     settle();
     shoot("01-start");
+    m_driver.setFolders(m_places);
+    settle();
+    shoot("01-folders");
 }
 
 void Tour::visitDialogs()
@@ -86,10 +92,40 @@ void Tour::visitResults()
     print(u'\n' + m_driver.labelText("labelStatsInfo"));
     expandOneGroup(m_driver);
     shoot("09-results-group");
-    m_driver.click("btnPictures");
-    expandOneGroup(m_driver);
-    shoot("10-pictures");
+    visitCategories();
     m_driver.click("btnAll");
+    visitLongPath();
+}
+
+void Tour::visitCategories()
+{
+    for (const char *name : {"Pictures", "Videos", "Audios", "Documents", "Archives", "Others"}) {
+        m_driver.click(QByteArray("btn").append(name).constData());
+        expandOneGroup(m_driver);
+        settle();
+        shoot(QByteArray("10-").append(QByteArray(name).toLower()).constData());
+    }
+}
+
+/// The first group with a path that is wider than its row, and the tool tip of that row.
+void Tour::visitLongPath()
+{
+    loadGroups(m_driver, mostGroups);
+    QTreeWidget *const tree = m_driver.tree();
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *const group = tree->topLevelItem(i);
+        if (group->childCount() == 0 || group->child(0)->text(0).size() < longPath)
+            continue;
+        group->setExpanded(true);
+        tree->scrollToItem(group, QAbstractItemView::PositionAtTop);
+        const QPoint row = tree->visualItemRect(group->child(0)).center();
+        QHelpEvent toolTip(QEvent::ToolTip, row, tree->viewport()->mapToGlobal(row));
+        QCoreApplication::sendEvent(tree->viewport(), &toolTip);
+        settle();
+        shoot("10-long-path");
+        QToolTip::hideText();
+        return;
+    }
 }
 
 void Tour::visitSelection()

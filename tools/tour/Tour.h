@@ -1,8 +1,11 @@
 #pragma once
 
+#include "app/ScaledWindow.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QStringList>
+
+#include <memory>
 
 class Camera;
 
@@ -13,7 +16,8 @@ enum class Deletion { Never, OfCopiesInTheSample };
 class Tour
 {
 public:
-    Tour(const QStringList &folders, Deletion deletion, Camera &camera);
+    /// Scans \a folders; shows \a places on the start page before.
+    Tour(const QStringList &folders, const QStringList &places, Deletion deletion, Camera &camera);
 
     /// Returns what went wrong; empty when nothing did.
     [[nodiscard]] QString run();
@@ -22,12 +26,16 @@ private:
     void visitStartPage();
     void visitDialogs();
     void visitResults();
+    void visitCategories();
+    void visitLongPath();
     void visitSelection();
     [[nodiscard]] QString deleteCopies();
     void shoot(const char *name);
 
     const QStringList m_folders;
+    const QStringList m_places;
     const Deletion m_deletion;
     Camera &m_camera;
     WindowDriver m_driver;
+    const std::unique_ptr<ScaledWindow> m_scaledWindow;
 };

@@ -6,6 +6,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QPalette>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -19,17 +20,25 @@ int fail(const QString &reason)
     return EXIT_FAILURE;
 }
 
-/// Goes through the window with \a folders, or with a sample when there are none.
-QString goThrough(QStringList folders, Camera &camera)
+/// The colours of a desktop that is set to dark.
+QPalette darkPalette()
 {
+    return QPalette(QColor(0x31, 0x36, 0x3b));
+}
+
+/// Goes through the window with \a folders, or with a sample made in \a place when there are none.
+QString goThrough(QStringList folders, const QString &place, Camera &camera)
+{
+    QStringList places = folders;
     std::unique_ptr<SampleFolder> sample;
     if (folders.isEmpty()) {
-        sample = std::make_unique<SampleFolder>();
+        sample = std::make_unique<SampleFolder>(place);
         if (!sample->error().isEmpty())
             return sample->error();
         folders.append(sample->path());
+        places = sample->places();
     }
-    Tour tour(folders, sample ? Deletion::OfCopiesInTheSample : Deletion::Never, camera);
+    Tour tour(folders, places, sample ? Deletion::OfCopiesInTheSample : Deletion::Never, camera);
     return tour.run();
 }
 
@@ -47,6 +56,11 @@ int main(int argc, char *argv[])
     const QCommandLineOption output(QStringLiteral("output"), QStringLiteral("Folder for the pictures."),
         QStringLiteral("folder"), QStringLiteral("tour"));
     parser.addOption(output);
+    const QCommandLineOption place(QStringLiteral("sample"),
+        QStringLiteral("Folder to make the sample in; must not exist yet."), QStringLiteral("folder"));
+    parser.addOption(place);
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Starts on a dark desktop."));
+    parser.addOption(dark);
     const QCommandLineOption help = parser.addHelpOption();
     parser.addPositionalArgument(
         QStringLiteral("folder"), QStringLiteral("Folder to scan."), QStringLiteral("[folder...]"));
@@ -63,10 +77,12 @@ int main(int argc, char *argv[])
             return fail(QStringLiteral("no such folder: %1").arg(argument));
         folders.append(folder.absoluteFilePath());
     }
+    if (parser.isSet(dark))
+        QApplication::setPalette(darkPalette());
     Camera camera(parser.value(output));
     if (!camera.error().isEmpty())
         return fail(camera.error());
-    if (const QString error = goThrough(folders, camera); !error.isEmpty())
+    if (const QString error = goThrough(folders, parser.value(place), camera); !error.isEmpty())
         return fail(error);
     QTextStream(stdout) << "\nPictures of every page are in " << camera.folder() << ":\n    "
                         << camera.pictures().join(QStringLiteral("\n    ")) << Qt::endl;
