@@ -13,7 +13,7 @@ namespace {
 
 /// Bytes read from one file before the other's turn: a disk with moving heads spends most of its time
 /// reading, and a cancelled comparison ends at once.
-constexpr qint64 blockSize = 1024 * 1024;
+constexpr qint64 blockSize = qint64(1024) * 1024;
 
 void announceSequentialReading([[maybe_unused]] const QFile &file)
 {

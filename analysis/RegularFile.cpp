@@ -92,7 +92,7 @@ void RegularFile::prefetch([[maybe_unused]] qint64 position, [[maybe_unused]] qi
 {
 #ifdef POSIX_FADV_WILLNEED
     // Linux cuts a longer request short, where it exceeds what the device takes at once.
-    constexpr qint64 longestRequest = 512 * 1024;
+    constexpr qint64 longestRequest = qint64(512) * 1024;
     for (const qint64 end = position + count; position < end; position += longestRequest) {
         ::posix_fadvise(
             m_descriptor, position, std::min(longestRequest, end - position), POSIX_FADV_WILLNEED);

@@ -17,7 +17,7 @@
 namespace {
 
 /// Fits into the second-level cache; smaller and larger ones are slower.
-constexpr std::size_t blockSize = 256 * 1024;
+constexpr std::size_t blockSize = std::size_t(256) * 1024;
 
 std::vector<std::string> filesBelow(const std::vector<std::string> &folders)
 {

@@ -9,7 +9,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr qsizetype blockSize = 1024 * 1024;
+constexpr qsizetype blockSize = qsizetype(1024) * 1024;
 
 bool never()
 {

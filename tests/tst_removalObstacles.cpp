@@ -216,7 +216,7 @@ void tst_removalObstacles::sharesBlocks()
     if (!disk.obstacle().isEmpty())
         QSKIP(qPrintable(disk.obstacle()));
     // More than the kernel shares at once, and not whole blocks.
-    const QByteArray content(17 * 1024 * 1024 + 5, 'x');
+    const QByteArray content(qsizetype(17) * 1024 * 1024 + 5, 'x');
     const QStringList files{path(u"disk/a"_s), path(u"disk/b"_s)};
     for (const QString &file : files)
         writeFile(file, content);
