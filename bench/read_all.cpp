@@ -11,8 +11,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// Reads every file below some folders once, on all cores, and does nothing with the bytes: a program that compares
-// whole files cannot be faster unless it reads less. Linux only.
+// Reads every file below some folders once, on all cores, and does nothing with the bytes: a program that
+// compares whole files cannot be faster unless it reads less. Linux only.
 
 namespace {
 

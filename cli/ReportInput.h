@@ -13,6 +13,7 @@
 inline constexpr qint64 largestReport = 512LL * 1024 * 1024;
 
 /// Reads the report at \a path, or standard input for "-". What does not begin like a JSON object, what is
-/// no text, and what is too large is refused before it is read to its end. \a abandoned is asked while reading waits.
+/// no text, and what is too large is refused before it is read to its end. \a abandoned is asked while
+/// reading waits.
 [[nodiscard]] std::variant<QByteArray, Obstacle> readReportBytes(
     const QString &path, const std::function<bool()> &abandoned);

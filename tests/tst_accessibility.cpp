@@ -52,8 +52,8 @@ QStringList removeButtons(const QStringList &paths)
 
 } // namespace
 
-/// Screen readers get a name for every picture, and Tab reaches every control but the tree of results, which takes
-/// no keyboard focus.
+/// Screen readers get a name for every picture, and Tab reaches every control but the tree of results, which
+/// takes no keyboard focus.
 class tst_accessibility : public QObject
 {
     Q_OBJECT

@@ -27,7 +27,7 @@ Report sampleReport()
                          0, 123},
         {{{FileAction::Remove, 1, 7, 1, 0, u"/1"_s}, {FileAction::Keep, 1, 8, 1, 0, u"/2"_s}}, 1, 0}};
     report.summary = {10, 2, 123, 2, 4, 5};
-    report.version = u"4.9.1"_s;
+    report.version = u"1.2.3"_s;
     return report;
 }
 
@@ -79,7 +79,7 @@ void tst_jsonReport::writesTheKeysInAlphabeticalOrder()
         R"("modified": "2026-11-21T12:00:00.123Z", "path": "/a/x"}], "kept": 0, "size": 123}], )"
         R"("quillory_report": 1, )"
         R"("summary": {"files": 10, "groups": 2, "removable_bytes": 123, "removable_files": 2, )"
-        R"("undecodable_names": 4, "unreadable": 5}, "version": "4.9.1"})";
+        R"("undecodable_names": 4, "unreadable": 5}, "version": "1.2.3"})";
     QCOMPARE(toJson(report).simplified(), expected);
 }
 
@@ -224,7 +224,7 @@ void tst_jsonReport::refuses_data()
     row("\"summary\": {", "\"summary\": 1, \"other\": {", u"summary is not an object"_s);
     row("\"removable_bytes\": 123", "\"removable_bytes\": \"123\"",
         u"removable_bytes is not a whole number"_s);
-    row("\"version\": \"4.9.1\"", "\"version\": 4", u"version is not a text"_s);
+    row("\"version\": \"1.2.3\"", "\"version\": 4", u"version is not a text"_s);
 }
 
 void tst_jsonReport::refuses()
