@@ -74,7 +74,7 @@ void tst_changedFiles::leavesChangedFilesAlone_data()
         "removed", [=] { remove(b()); }, u"it is missing"_s, true, candidate);
     row(
         "folder",
-        [=, this] {
+        [=] {
             remove(b());
             QDir().mkpath(b());
         },
@@ -148,7 +148,7 @@ void tst_changedFiles::leavesChangedFilesAlone_data()
         "kept file removed", [=] { remove(a()); }, u"it is missing"_s, true, both);
     row(
         "kept file is a folder",
-        [=, this] {
+        [=] {
             remove(a());
             QDir().mkpath(a());
         },

@@ -96,6 +96,9 @@ QList<OddDisk::Range> OddDisk::takePrefetched()
     return std::exchange(prefetched, {});
 }
 
+// The C library's own parameter names are reserved.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+
 extern "C" dirent64 *readdir64(DIR *stream)
 {
     const int folder = ::dirfd(stream);
@@ -170,3 +173,5 @@ extern "C" int open64(const char *path, int flags, ...)
     }
     return systemFunction<decltype(open64)>("open64")(path, flags, mode);
 }
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -32,7 +32,7 @@ class WindowReport : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "WindowReport.json")
 
 public:
-    QObject *create(const QString &, const QString &) override
+    QObject *create(const QString & /*name*/, const QString & /*parameters*/) override
     {
         QTimer::singleShot(0, qApp, [] {
             reportWindow();
