@@ -214,7 +214,7 @@ void tst_contentGroups::groupsManyFilesThatDifferLate()
         QByteArray number = QByteArray::number(i / 2);
         contents.append(content + number.rightJustified(5, '0'));
     }
-    std::ranges::rotate(contents, contents.begin() + 1);
+    std::rotate(contents.begin(), contents.begin() + 1, contents.end());
 
     QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents), 8).groups, groupsOfEqual(contents));
 }
