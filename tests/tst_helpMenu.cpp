@@ -19,10 +19,10 @@ private slots:
 
     void opensTheMenuOnPress();
     void holdsThreeEntriesInOrder();
-    void opensTheHelpPage();
-    void opensTheHelpPageOnRelease();
-    void opensTheSupportPage();
-    void showsAbout();
+    void opensTheHelpPage() const;
+    void opensTheHelpPageOnRelease() const;
+    void opensTheSupportPage() const;
+    void showsAbout() const;
 
 private:
     static QMenu *menu(WindowDriver &driver)
@@ -67,7 +67,7 @@ void tst_helpMenu::holdsThreeEntriesInOrder()
     QCOMPARE(entries, (QStringList{u"About"_s, u"Support"_s, u"Help"_s}));
 }
 
-void tst_helpMenu::opensTheHelpPage()
+void tst_helpMenu::opensTheHelpPage() const
 {
     WindowDriver driver;
     driver.click("btnHelp");
@@ -79,7 +79,7 @@ void tst_helpMenu::opensTheHelpPage()
     QVERIFY(m_opened.urls.at(0).host().endsWith(u".example"_s));
 }
 
-void tst_helpMenu::opensTheHelpPageOnRelease()
+void tst_helpMenu::opensTheHelpPageOnRelease() const
 {
     WindowDriver driver;
     auto *const button = driver.find<QPushButton>("btnHelp");
@@ -89,7 +89,7 @@ void tst_helpMenu::opensTheHelpPageOnRelease()
     QCOMPARE(m_opened.urls.size(), 1);
 }
 
-void tst_helpMenu::opensTheSupportPage()
+void tst_helpMenu::opensTheSupportPage() const
 {
     WindowDriver driver;
     menu(driver)->actions().at(1)->trigger();
@@ -99,7 +99,7 @@ void tst_helpMenu::opensTheSupportPage()
     QVERIFY(m_opened.urls.at(0).host().endsWith(u".example"_s));
 }
 
-void tst_helpMenu::showsAbout()
+void tst_helpMenu::showsAbout() const
 {
     WindowDriver driver;
     QStringList paragraphs;

@@ -194,7 +194,7 @@ void tst_jsonReport::refuses_data()
                                    << u"later version"_s;
     QTest::newRow("earlier version") << replacing("\"quillory_report\": 1", "\"quillory_report\": 0")
                                      << u"no report"_s;
-    QTest::newRow("version as text") << replacing("\"quillory_report\": 1", "\"quillory_report\": \"1\"")
+    QTest::newRow("version as text") << replacing("\"quillory_report\": 1", R"("quillory_report": "1")")
                                      << u"no report"_s;
 
     const auto row = [](const char *before, const char *after, const QString &reason) {
@@ -202,15 +202,15 @@ void tst_jsonReport::refuses_data()
     };
     row("\"groups\": [", "\"group\": [", u"groups is not a list"_s);
     row("\"folders\": [", "\"folders\": [1,", u"folders is not a list of texts"_s);
-    row("[\"/a\"", "{\"/a\": 1}, \"other\": [\"/a\"", u"folders is not a list"_s);
-    row("\"compared\": \"bytes\"", "\"compared\": \"names\"", u"compared is not bytes or sample"_s);
-    row("\"compared\": \"bytes\"", "\"compared\": 1", u"compared is not a text"_s);
+    row("[\"/a\"", R"({"/a": 1}, "other": ["/a")", u"folders is not a list"_s);
+    row(R"("compared": "bytes")", R"("compared": "names")", u"compared is not bytes or sample"_s);
+    row(R"("compared": "bytes")", "\"compared\": 1", u"compared is not a text"_s);
     row("2026-11-21T12:00:00Z", "yesterday", u"created is not a time"_s);
-    row("\"action\": \"link\"", "\"action\": \"Remove\"", u"group 1: file 3: action is not keep, remove"_s);
-    row("\"action\": \"link\"", "\"actions\": \"link\"", u"group 1: file 3: action is not keep, remove"_s);
-    row("\"path\": \"/2\"", "\"path\": 2", u"group 2: file 2: path is not a text"_s);
-    row("\"path\": \"/2\"", "\"file\": \"/2\"", u"group 2: file 2: path is not a text"_s);
-    row("\"inode\": 8", "\"inode\": \"8\"", u"group 2: file 2: inode is not a whole number"_s);
+    row(R"("action": "link")", R"("action": "Remove")", u"group 1: file 3: action is not keep, remove"_s);
+    row(R"("action": "link")", R"("actions": "link")", u"group 1: file 3: action is not keep, remove"_s);
+    row(R"("path": "/2")", "\"path\": 2", u"group 2: file 2: path is not a text"_s);
+    row(R"("path": "/2")", R"("file": "/2")", u"group 2: file 2: path is not a text"_s);
+    row("\"inode\": 8", R"("inode": "8")", u"group 2: file 2: inode is not a whole number"_s);
     row("\"inode\": 8", "\"inode\": 1e20", u"group 2: file 2: inode is not a whole number"_s);
     row("\"device\": 5", "\"device\": -5", u"group 1: file 4: device is not a whole number"_s);
     row("\"links\": 3", "\"links\": 0.5", u"group 1: file 1: links is not a whole number"_s);
@@ -221,10 +221,10 @@ void tst_jsonReport::refuses_data()
     row("{\"files\": [\n", "{\"files\": {}, \"other\": [\n", u"group 1: files is not a list"_s);
     row("{\"files\": [\n", "7, {\"files\": [\n", u"group 1: it is not an object"_s);
     row("\"files\": [\n", "\"files\": [null,\n", u"group 1: file 1: it is not an object"_s);
-    row("\"summary\": {", "\"summary\": 1, \"other\": {", u"summary is not an object"_s);
-    row("\"removable_bytes\": 123", "\"removable_bytes\": \"123\"",
+    row("\"summary\": {", R"("summary": 1, "other": {)", u"summary is not an object"_s);
+    row("\"removable_bytes\": 123", R"("removable_bytes": "123")",
         u"removable_bytes is not a whole number"_s);
-    row("\"version\": \"1.2.3\"", "\"version\": 4", u"version is not a text"_s);
+    row(R"("version": "1.2.3")", "\"version\": 4", u"version is not a text"_s);
 }
 
 void tst_jsonReport::refuses()
