@@ -137,7 +137,7 @@ void tst_removalJournal::isAppended()
 /// A killed run can leave half a line.
 void tst_removalJournal::beginsALineOfItsOwn()
 {
-    writeFile(path(u"j"_s), "{\"action\":\"del");
+    writeFile(path(u"j"_s), R"({"action":"del)");
     QCOMPARE(carryOut(abcReport(), deleting(path(u"j"_s))).exitCode, ExitDone);
     QVERIFY(contentOf(path(u"j"_s)).startsWith("{\"action\":\"del\n{\"action\""));
 }
