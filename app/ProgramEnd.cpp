@@ -1,13 +1,9 @@
 #include "app/ProgramEnd.h"
 
 #include "app/MainWindow.h"
+#include "scan/ProcessEnd.h"
 
 #include <chrono>
-#include <cstdlib>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
 
 using std::chrono_literals::operator""s;
 
@@ -16,15 +12,6 @@ namespace {
 /// Tasks end within milliseconds unless the system holds them. A longer limit would keep the closed program
 /// and its volumes in use; a shorter one would end more programs whose disk is only slow.
 constexpr auto taskTimeLimit = 2s;
-
-[[noreturn]] void endProcess(int exitCode)
-{
-#ifdef Q_OS_WIN
-    // ExitProcess() ends the other threads, whose locks stay held, and then runs code of the libraries.
-    ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
-#endif
-    std::_Exit(exitCode);
-}
 
 } // namespace
 

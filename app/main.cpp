@@ -2,6 +2,7 @@
 #include "app/MainWindow.h"
 #include "app/ProgramEnd.h"
 #include "app/ScaledWindow.h"
+#include "scan/ProcessEnd.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -18,9 +19,7 @@ CommandLine readCommandLine(int argc, char **argv)
     return parseCommandLine(QCoreApplication::arguments());
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int run(int argc, char **argv)
 {
     const CommandLine commandLine = readCommandLine(argc, argv);
     if (commandLine.answer) {
@@ -40,4 +39,11 @@ int main(int argc, char *argv[])
     const int exitCode = QApplication::exec();
     finishTasksOrEndProcess(window, exitCode);
     return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return leaveMain(run(argc, argv));
 }

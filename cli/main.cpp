@@ -1,13 +1,23 @@
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Interruption.h"
+#include "scan/ProcessEnd.h"
 
 #include <QCoreApplication>
 
-int main(int argc, char *argv[])
+namespace {
+
+int run(int argc, char **argv)
 {
     const Console console;
     const QCoreApplication application(argc, argv);
     catchInterruptions();
     return runProgram(QCoreApplication::arguments().mid(1));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return leaveMain(run(argc, argv));
 }

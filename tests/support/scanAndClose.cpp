@@ -1,4 +1,5 @@
 #include "app/ProgramEnd.h"
+#include "scan/ProcessEnd.h"
 #include "tests/support/QuietMessages.h"
 #include "tests/support/WindowDriver.h"
 
@@ -19,8 +20,6 @@ void closeWindow(WindowDriver &driver)
     driver.window().close();
 }
 
-} // namespace
-
 /// The program, which scans a folder and closes its window by itself:
 ///
 ///     scan_and_close FOLDER TIMES start|analysis|results|FILE MILLISECONDS
@@ -28,7 +27,7 @@ void closeWindow(WindowDriver &driver)
 /// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that, after the
 /// analysis has begun, after the results page has come up or after FILE has come into being. Writes "closing"
 /// to the standard output at that moment.
-int main(int argc, char *argv[])
+int run(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     dropRepeatedMessages();
@@ -57,4 +56,11 @@ int main(int argc, char *argv[])
     const int exitCode = QApplication::exec();
     finishTasksOrEndProcess(driver.window(), exitCode);
     return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return leaveMain(run(argc, argv));
 }
