@@ -1,7 +1,8 @@
 #include "cli/HeldFile.h"
 
-#include "cli/NativePath.h"
+#include "cli/FileHandle.h"
 #include "cli/SystemError.h"
+#include "scan/NativePath.h"
 
 #include <fcntl.h>
 #include <io.h>
@@ -63,6 +64,9 @@ HeldFile::~HeldFile() = default;
 
 std::optional<Obstacle> HeldFile::open(const std::function<bool()> & /*abandoned*/)
 {
+    // Windows would open the file without the separator.
+    if (m_path.endsWith(u'/') || m_path.endsWith(u'\\'))
+        return systemObstacle(ERROR_FILE_NOT_FOUND);
     // Nobody can write to the file while it is held.
     const HANDLE handle = openEntry(m_path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE);
     if (handle == INVALID_HANDLE_VALUE)

@@ -1,8 +1,9 @@
 #include "cli/NameActions.h"
 
+#include "cli/FileHandle.h"
 #include "cli/Leftovers.h"
-#include "cli/NativePath.h"
 #include "cli/SystemError.h"
+#include "scan/NativePath.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,16 +18,6 @@ Obstacle lastError()
 }
 
 } // namespace
-
-std::wstring nativePath(const QString &path)
-{
-    const QString native = QDir::toNativeSeparators(QDir::cleanPath(path));
-    if (native.startsWith(u"\\\\?\\"_s))
-        return native.toStdWString();
-    if (native.startsWith(u"\\\\"_s))
-        return (u"\\\\?\\UNC"_s + native.sliced(1)).toStdWString();
-    return (u"\\\\?\\"_s + native).toStdWString();
-}
 
 std::optional<Obstacle> deleteFile(HeldFile &candidate)
 {

@@ -1,4 +1,4 @@
-#include "cli/NativePath.h"
+#include "cli/FileHandle.h"
 #include "cli/TrashPlace.h"
 
 #include <QDir>

@@ -52,10 +52,11 @@ std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &pa
 #else
 
 #include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 
 #ifdef Q_OS_WIN
+#include "scan/NativePath.h"
+
 #include <qt_windows.h>
 #else
 #include <sys/stat.h>
@@ -68,12 +69,9 @@ namespace {
 /// Sets the identity and the number of links. Returns why Windows does not tell them; empty when it does.
 QString identify(SurveyedFile &file)
 {
-    const QString path = QDir::toNativeSeparators(QDir::current().absoluteFilePath(file.path));
-    // Paths of more than 260 characters need the prefix, and those of servers would need another one.
-    const QString name = path.startsWith(u"\\\\") ? path : QStringLiteral("\\\\?\\") + path;
-    const HANDLE handle = CreateFileW(reinterpret_cast<const wchar_t *>(name.utf16()), 0,
-        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-        FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    const HANDLE handle =
+        CreateFileW(nativePath(file.path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+            nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (handle == INVALID_HANDLE_VALUE) // NOLINT(performance-no-int-to-ptr): Windows defines it so.
         return qt_error_string();
     BY_HANDLE_FILE_INFORMATION facts = {};

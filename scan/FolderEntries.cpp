@@ -115,6 +115,8 @@ const char *FolderEntries::rawName() const
 #else
 
 #ifdef Q_OS_WIN
+#include "scan/NativePath.h"
+
 #include <qt_windows.h>
 #endif
 
@@ -176,11 +178,8 @@ QFileInfo FolderEntries::fileInfo() const
 QString FolderEntries::error() const
 {
 #ifdef Q_OS_WIN
-    const QString path = QDir::toNativeSeparators(withSlash(QDir(m_folder).absolutePath()));
-    // Paths of more than 260 characters need the prefix, and those of servers would need another one.
-    const QString pattern = (path.startsWith(u"\\\\") ? path : QStringLiteral("\\\\?\\") + path) + u'*';
     WIN32_FIND_DATAW data = {};
-    const HANDLE search = FindFirstFileW(reinterpret_cast<const wchar_t *>(pattern.utf16()), &data);
+    const HANDLE search = FindFirstFileW(nativePath(withSlash(m_folder) + u'*').c_str(), &data);
     if (search == INVALID_HANDLE_VALUE) // NOLINT(performance-no-int-to-ptr): Windows defines it so.
         return qt_error_string(static_cast<int>(GetLastError()));
     FindClose(search);
