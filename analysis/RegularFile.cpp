@@ -171,7 +171,8 @@ qint64 fileSize(const QString &path)
 RegularFile::RegularFile(const QString &path)
     : m_file(path)
 {
-    if (QFileInfo(m_file).isFile())
+    // Opening a missing file sets the error text.
+    if (const QFileInfo info(m_file); info.isFile() || !info.exists())
         m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
@@ -184,7 +185,9 @@ bool RegularFile::isOpen() const
 
 QString RegularFile::errorText() const
 {
-    return m_file.error() == QFileDevice::NoError ? QString() : m_file.errorString();
+    if (m_file.error() != QFileDevice::NoError)
+        return m_file.errorString();
+    return isOpen() ? QString() : QStringLiteral("Not a regular file");
 }
 
 qint64 RegularFile::sizeAtOpening() const
