@@ -62,7 +62,7 @@ QStringList SearchedFolders::absolute() const
 {
     QStringList paths;
     for (const Folder &folder : m_folders)
-        paths.append(folder.absolute.size() > 1 ? folder.absolute.chopped(1) : folder.absolute);
+        paths.append(QDir(folder.absolute).isRoot() ? folder.absolute : folder.absolute.chopped(1));
     return paths;
 }
 
