@@ -47,7 +47,8 @@ std::optional<QString> openInput(QFile &file, const QString &path)
 #else
     if (path == u"-") {
         (void)::_setmode(::_fileno(stdin), _O_BINARY);
-        if (file.open(stdin, QFile::ReadOnly | QFile::Unbuffered))
+        // By its number: QFile takes the end of a piped FILE for an error.
+        if (file.open(::_fileno(stdin), QFile::ReadOnly | QFile::Unbuffered))
             return std::nullopt;
     } else {
         file.setFileName(asFilePath(path));

@@ -1,5 +1,6 @@
 #include "cli/JsonReport.h"
 #include "tests/support/CommandRun.h"
+#include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
@@ -87,7 +88,10 @@ void tst_cliRemove::readsAReportFromStandardInput()
     const QByteArray json = toJson(reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s)})}));
     CommandPlace place;
     place.input = json;
-    const CommandRun run = remove({u"--apply"_s, u"--journal"_s, path(u"j"_s), u"-"_s}, place);
+    const QString action = hasTrash ? u"trash"_s : u"delete"_s;
+    const CommandRun run =
+        remove({u"--apply"_s, u"--action"_s, action, u"--journal"_s, path(u"j"_s), u"-"_s}, place);
+    QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(treeOf(path(u"files"_s)), (QStringList{u"a: content"_s, u"c: content"_s}));
     QCOMPARE(contentOf(path(u"j"_s)).count('\n'), 2);

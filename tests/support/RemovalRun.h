@@ -6,6 +6,13 @@
 
 #include <functional>
 
+/// The tests for Windows run under Wine, where nothing can be moved to the recycle bin.
+#ifdef Q_OS_WIN
+constexpr bool hasTrash = false;
+#else
+constexpr bool hasTrash = true;
+#endif
+
 [[nodiscard]] inline RemovalOptions applying(RemovalAction action)
 {
     return {.apply = true, .action = action, .journal = {}};
