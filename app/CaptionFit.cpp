@@ -47,6 +47,30 @@ void changeFonts(const QList<QWidget *> &captions, Change change)
     }
 }
 
+/// Pixels of a title that its label has no room for, and pixels above the letters of its first line.
+struct TitleHeight
+{
+    int excess = 0;
+    int emptyTop = 0;
+};
+
+TitleHeight titleHeight(const QLabel &label)
+{
+    QTextDocument text;
+    text.setDocumentMargin(0);
+    text.setDefaultFont(label.font());
+    text.setHtml(label.text());
+    text.setTextWidth(label.width());
+    qreal bottom = 0;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (!block.text().trimmed().isEmpty())
+            bottom = text.documentLayout()->blockBoundingRect(block).bottom();
+    }
+    const QTextBlock first = text.begin();
+    const QFontMetrics letters(first.begin().fragment().charFormat().font());
+    return {qCeil(bottom) - label.height(), letters.ascent() + letters.tightBoundingRect(first.text()).top()};
+}
+
 } // namespace
 
 void fitRow(const QList<QWidget *> &captions)
@@ -76,18 +100,12 @@ int stretchToFit(const QStringList &texts, QFont font, int width)
 void fitTitle(QLabel *label)
 {
     fitRow({label});
-
-    QTextDocument text;
-    text.setDocumentMargin(0);
-    text.setDefaultFont(label->font());
-    text.setHtml(label->text());
-    text.setTextWidth(label->width());
-    qreal bottom = 0;
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        if (!block.text().trimmed().isEmpty())
-            bottom = text.documentLayout()->blockBoundingRect(block).bottom();
+    TitleHeight height = titleHeight(*label);
+    for (int size = QFontInfo(label->font()).pixelSize() - 1;
+         size >= smallest && height.excess > height.emptyTop; --size) {
+        changeFonts({label}, [size](QFont &font) { font.setPixelSize(size); });
+        height = titleHeight(*label);
     }
-    const int excess = qCeil(bottom) - label->height();
-    if (excess > 0)
-        label->setMargin(-excess); // the one way for a text to begin above its label
+    if (height.excess > 0)
+        label->setMargin(-height.excess); // the one way for a text to begin above its label
 }

@@ -48,9 +48,11 @@ void prepare(QLabel &label, const QSize &size)
     label.setText(title);
 }
 
-void setPixelSize(int pixels)
+void setPixelSize(int pixels, const QString &family = {})
 {
     QFont font = QApplication::font();
+    if (!family.isEmpty())
+        font.setFamily(family);
     font.setPixelSize(pixels);
     QApplication::setFont(font);
 }
@@ -76,20 +78,25 @@ void tst_captionFit::cleanup()
 
 void tst_captionFit::showsEveryLineOfATitle_data()
 {
+    QTest::addColumn<QString>("family");
     QTest::addColumn<int>("pixels");
-    for (const int pixels : {12, 16, 17})
-        QTest::addRow("%d pixels", pixels) << pixels;
+    for (const QString &family : {QApplication::font().family(), u"Open Sans"_s}) {
+        for (const int pixels : {12, 16, 17, 20})
+            QTest::addRow("%s, %d pixels", qPrintable(family), pixels) << family << pixels;
+    }
 }
 
 void tst_captionFit::showsEveryLineOfATitle()
 {
+    QFETCH(const QString, family);
     QFETCH(const int, pixels);
-    setPixelSize(pixels);
-    QLabel roomy;
-    prepare(roomy, {place.width(), 300});
+    setPixelSize(pixels, family);
     QLabel label;
     prepare(label, place);
     fitTitle(&label);
+    QLabel roomy;
+    prepare(roomy, {place.width(), 300});
+    roomy.setFont(label.font());
     QVERIFY(ink(roomy) > 0);
     QCOMPARE(ink(label), ink(roomy));
 }
