@@ -176,11 +176,15 @@ void tst_changedFiles::leavesChangedFilesAlone()
     QCOMPARE(planned.exitCode, seenInPlan ? ExitRefused : ExitDone);
     QCOMPARE(treeOf(m_files), before);
 
-    for (const auto action : {RemovalAction::Trash, RemovalAction::HardLink, RemovalAction::Delete}) {
+    QList<RemovalAction> actions{RemovalAction::HardLink, RemovalAction::Delete};
+    if (hasTrash)
+        actions.prepend(RemovalAction::Trash);
+    for (const auto action : std::as_const(actions)) {
         const RemovalOutcome outcome = carryOut(report, applying(action));
         QCOMPARE(outcome.exitCode, ExitRefused);
-        QCOMPARE(outcome.refusals.size(),
-            refused.size() + (refused.size() == 1 && action != RemovalAction::Trash));
+        // The first action has dealt with c.
+        QCOMPARE(
+            outcome.refusals.size(), refused.size() + (refused.size() == 1 && action != actions.first()));
         for (qsizetype i = 0; i < refused.size(); ++i) {
             const QString &line = outcome.refusals.at(i);
             QVERIFY2(line.startsWith(u"refused: "_s + path(refused.at(i)) + u": "_s), qPrintable(line));
@@ -190,7 +194,7 @@ void tst_changedFiles::leavesChangedFilesAlone()
             QCOMPARE(outcome.refusals, planned.refusals);
     }
     QStringList expected = before;
-    if (refused.size() == 1)
+    if (refused.size() == 1 && hasTrash)
         expected.removeOne(u"c: content"_s);
     QCOMPARE(treeOf(m_files), expected);
 }

@@ -3,6 +3,7 @@
 #include "tests/support/CommandRun.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTest>
@@ -78,6 +79,8 @@ class tst_cliCompletions : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+
     void knowTheOptionsOfTheHelp_data();
     void knowTheOptionsOfTheHelp();
     void knowTheWordsOfEachOption_data();
@@ -86,6 +89,12 @@ private slots:
     void offerTheNextWordOfAList();
     void areValidScripts();
 };
+
+void tst_cliCompletions::initTestCase()
+{
+    if (!QFileInfo::exists(QStringLiteral(PROJECT_FOLDER)))
+        QSKIP("The project's files are not on this machine");
+}
 
 void tst_cliCompletions::knowTheOptionsOfTheHelp_data()
 {

@@ -3,6 +3,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QTest>
@@ -163,6 +164,8 @@ void tst_cliFind::keepsOldestOrNewest()
     // Modification times say the opposite.
     for (const QString &name : {u"1"_s, u"3"_s, u"2"_s})
         setModificationTime(m_place->path(name), qint64(100) * name.toInt());
+    if (const QFileInfo oldest(m_place->path(u"2"_s)); oldest.birthTime() == oldest.lastModified())
+        QSKIP("the file system keeps no creation times");
     QCOMPARE(m_place->find({u"--format=paths"_s, u"."_s}).output, "./2\n./1\n./3\n");
     QCOMPARE(m_place->find({u"--format=paths"_s, u"--keep=newest"_s, u"."_s}).output, "./1\n./2\n./3\n");
 }

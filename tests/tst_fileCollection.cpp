@@ -1,3 +1,4 @@
+#include "scan/FileNames.h"
 #include "tests/support/Collecting.h"
 #include "tests/support/TestFiles.h"
 
@@ -234,6 +235,13 @@ void tst_fileCollection::collectsUnusualNames()
 #endif
 
     const QStringList collected = collect({m_folder->path()});
+#ifdef Q_OS_WIN
+    // Wine creates files with names that Windows would change.
+    if (!keepsItsNameOnWindows(name)) {
+        QCOMPARE(collected, QStringList());
+        return;
+    }
+#endif
     QCOMPARE(collected, QStringList{file.fileName()});
     QFile read(collected.first());
     QVERIFY(read.open(QIODevice::ReadOnly));

@@ -67,6 +67,9 @@ void tst_fileNames::everyPathLeadsBackToItsName()
     QCOMPARE(isDecodable(name), decodable);
     if (!decodable)
         return;
+#ifdef Q_OS_WIN
+    QSKIP("Names are UTF-16 here: QFile::encodeName() cannot hold them all");
+#endif
     for (const QString &folder : {u"/"_s, u"/home/\uFEFFme/"_s, u"\uFEFFfolder/"_s, QString()})
         QCOMPARE(QFile::encodeName(decodedPath(folder, name)), QFile::encodeName(folder) + name);
 }
@@ -74,6 +77,9 @@ void tst_fileNames::everyPathLeadsBackToItsName()
 /// Every sequence of up to three bytes, the first of them no ASCII.
 void tst_fileNames::everySequenceOfBytesIsItselfOrLeftOut()
 {
+#ifdef Q_OS_WIN
+    QSKIP("Names are UTF-16 here: QFile::encodeName() cannot hold them all");
+#endif
     const QString folder = u"/"_s;
     QByteArray name(3, '\0');
     qsizetype decodable = 0;

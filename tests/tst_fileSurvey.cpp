@@ -190,7 +190,7 @@ void tst_fileSurvey::appliesSizeLimitsToBothEnds()
 
 void tst_fileSurvey::appliesFileTypes()
 {
-    for (const QString &name : {u"a.JPG"_s, u"a.mp3"_s, u"a.zip"_s, u"jpg"_s, u"a.jpg/b"_s})
+    for (const QString &name : {u"a.JPG"_s, u"a.mp3"_s, u"a.zip"_s, u"jpg"_s, u"b.jpg/c"_s})
         writeFile(path(name), "x");
     SurveyRequest request = everything({m_folder->path()});
     request.options.fileTypes = QStringList{u"picture"_s, u"archive"_s};

@@ -1,4 +1,5 @@
 #include "scan/FileCount.h"
+#include "scan/FileNames.h"
 #include "scan/FolderEntries.h"
 #include "scan/FolderWalk.h"
 #include "tests/support/HostileTree.h"
@@ -90,6 +91,11 @@ void tst_folderWalk::yieldsWhatQtYields_data()
     QTest::newRow("no such folder") << nothing << u"/missing"_s << false;
     QTest::newRow("odd names") << Fill([](const QString &folder) {
         for (const HostileName &name : hostileNames()) {
+#ifdef Q_OS_WIN
+            // Wine creates names that Windows would change.
+            if (!keepsItsNameOnWindows(name.name))
+                continue;
+#endif
             // Not every system has every name.
             const QString subfolder = folder + u"/folders/"_s + name.name;
             if (QDir().mkpath(subfolder))

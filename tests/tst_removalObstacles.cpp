@@ -32,7 +32,9 @@ public:
             runScript(u"truncate -s 128M \"$1.image\" && mkfs.btrfs -q \"$1.image\" && mkdir -p \"$1\" && "
                       "mount -o loop \"$1.image\" \"$1\""_s,
                 {folder});
-        m_obstacle = run.exitCode == 0 ? QString() : QString::fromLocal8Bit(run.errors);
+        m_obstacle = run.exitCode == 0
+                         ? QString()
+                         : u"No disk shares blocks here: "_s + QString::fromLocal8Bit(run.errors);
     }
     ~SharingDisk()
     {
@@ -126,6 +128,9 @@ void tst_removalObstacles::needsPermission_data()
 
 void tst_removalObstacles::needsPermission()
 {
+#ifdef Q_OS_WIN
+    QSKIP("Permissions keep nobody out here");
+#endif
     QFETCH(const QString, locked);
     QFETCH(const bool, onlyToLook);
     const Report report = pairReport();

@@ -296,6 +296,7 @@ void tst_storm::leavesAFileOfEveryContent()
         QFile file(files.next());
         QVERIFY(file.open(QIODevice::ReadOnly));
         contents.insert(file.readAll());
+        m_watchdog->alive(u"read the files"_s);
         ++left;
     }
     QCOMPARE(contents.size(), filesInAll / 2);

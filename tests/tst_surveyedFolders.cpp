@@ -1,3 +1,4 @@
+#include "scan/FileNames.h"
 #include "scan/FileSurvey.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/OrdinaryUser.h"
@@ -205,6 +206,11 @@ void tst_surveyedFolders::keepsEveryCharacterOfAName()
 {
     QStringList expected;
     for (const HostileName &hostile : hostileNames()) {
+#ifdef Q_OS_WIN
+        if (!keepsItsNameOnWindows(hostile.name) || !QFile(path(hostile.name)).open(QIODevice::WriteOnly))
+            continue;
+        QFile::remove(path(hostile.name));
+#endif
         writeFile(path(u"folder/"_s + hostile.name), "x");
         expected.append(path(u"folder/"_s + hostile.name));
     }

@@ -22,6 +22,8 @@ rm -rf "$content"
 cp -r "$packed" "$content"
 install -D "$qt/plugins/platforms/qoffscreen.dll" "$content/platforms/qoffscreen.dll"
 cp "$qt/bin/Qt6Test.dll" "$content/"
+# The offscreen platform draws boxes for letters unless it finds fonts here.
+install -D -t "$content/lib/fonts" /usr/share/fonts/truetype/open-sans/OpenSans-{Regular,Bold}.ttf
 # Tests start these.
 cp "$build/tests/scan_and_close.exe" "$build/tools/tour/quillory-tour.exe" "$content/"
 "$here/make-wine-prefix.sh" "$build/wine" "$content"

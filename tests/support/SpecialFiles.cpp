@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <filesystem>
+
 #ifdef Q_OS_UNIX
 
 #include <sys/socket.h>
@@ -39,11 +41,6 @@ bool makeLink(const QString &target, const QString &path)
     return symlink(QFile::encodeName(target).constData(), QFile::encodeName(path).constData()) == 0;
 }
 
-bool makeHardLink(const QString &existing, const QString &path)
-{
-    return link(QFile::encodeName(existing).constData(), QFile::encodeName(path).constData()) == 0;
-}
-
 bool writeFileWithRawName(const QString &folder, const QByteArray &name, const QByteArray &content)
 {
     std::FILE *const file = std::fopen((QFile::encodeName(folder) + '/' + name).constData(), "wb");
@@ -76,11 +73,6 @@ bool makeLink(const QString &, const QString &)
     return false;
 }
 
-bool makeHardLink(const QString &, const QString &)
-{
-    return false;
-}
-
 bool writeFileWithRawName(const QString &, const QByteArray &, const QByteArray &)
 {
     return false;
@@ -92,3 +84,10 @@ bool removeFileWithRawName(const QString &, const QByteArray &)
 }
 
 #endif
+
+bool makeHardLink(const QString &existing, const QString &path)
+{
+    std::error_code error;
+    std::filesystem::create_hard_link(existing.toStdU16String(), path.toStdU16String(), error);
+    return !error;
+}
