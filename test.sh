@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything with warnings as errors and runs the tests. Arguments go to ctest:
-# ./test.sh -R wholeRoad
+# ./test.sh -R endToEnd
 # ./test.sh --coverage builds and runs them once more with counters and ends with the lines and branches they reach.
 set -euo pipefail
 

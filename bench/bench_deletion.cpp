@@ -2,12 +2,12 @@
 #include "results/GroupDeletion.h"
 
 // Deleting without a disk: the files are not there, so that what is left is one failing system call per
-// ticked file and the work on the list of groups. To take groups out of its middle one by one would be
+// marked file and the work on the list of groups. To take groups out of its middle one by one would be
 // quadratic.
 
 namespace {
 
-/// Groups of three files; of the even ones two files are ticked, which ends the group, of the odd ones one.
+/// Groups of three files; of the even ones two files are marked, which ends the group, of the odd ones one.
 QList<DuplicateGroup> makeGroups(int count)
 {
     QList<DuplicateGroup> groups(count);

@@ -32,7 +32,7 @@ void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
     }
 }
 
-/// The ticks of every row are saved, and every row is taken down.
+/// Saves the marks of every row and removes all rows.
 void reloadAfterScrolling(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));

@@ -15,10 +15,10 @@ class tst_abandonedWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void asksInEveryFolder();
+    void checksForAbandonInEveryFolder();
     void collectsNoFolder();
-    void goesNoFurtherOnceAbandoned();
-    void countsNoFurtherOnceAbandoned();
+    void stopsCollectingOnceAbandoned();
+    void stopsCountingOnceAbandoned();
 };
 
 namespace {
@@ -34,7 +34,7 @@ ScanOptions everything()
 
 } // namespace
 
-void tst_abandonedWalk::asksInEveryFolder()
+void tst_abandonedWalk::checksForAbandonInEveryFolder()
 {
     const QTemporaryDir root;
     for (int i = 0; i < folderCount; ++i)
@@ -67,7 +67,7 @@ void tst_abandonedWalk::collectsNoFolder()
     QCOMPARE(scannedFileCount.load(), 1);
 }
 
-void tst_abandonedWalk::goesNoFurtherOnceAbandoned()
+void tst_abandonedWalk::stopsCollectingOnceAbandoned()
 {
     const QTemporaryDir root;
     for (int i = 0; i < folderCount; ++i)
@@ -91,7 +91,7 @@ void tst_abandonedWalk::goesNoFurtherOnceAbandoned()
     QVERIFY2(askedTooMuch <= 1, qPrintable(QString::number(askedTooMuch.load())));
 }
 
-void tst_abandonedWalk::countsNoFurtherOnceAbandoned()
+void tst_abandonedWalk::stopsCountingOnceAbandoned()
 {
     constexpr int questions = 10;
     const QTemporaryDir root;

@@ -59,9 +59,9 @@ class tst_accessibility : public QObject
     Q_OBJECT
 
 private slots:
-    void namesEveryControlWithoutWords();
+    void namesEveryControlWithoutText();
     void namesTheLockOfAReadOnlyVolume();
-    void tellsTheRowsDeleteButtonsApart();
+    void namesEachDeleteButtonAfterItsFolder();
     void tabsThroughTheStartPage();
     void tabsThroughRowsAddedAndRemoved();
     void tabsThroughTheScanPage();
@@ -73,7 +73,7 @@ private slots:
     void acceptsTheScanOptionsWithEnter();
 };
 
-void tst_accessibility::namesEveryControlWithoutWords()
+void tst_accessibility::namesEveryControlWithoutText()
 {
     const QTemporaryDir folder;
     WindowDriver driver;
@@ -104,7 +104,7 @@ void tst_accessibility::namesTheLockOfAReadOnlyVolume()
     }
 }
 
-void tst_accessibility::tellsTheRowsDeleteButtonsApart()
+void tst_accessibility::namesEachDeleteButtonAfterItsFolder()
 {
     const QTemporaryDir folder;
     WindowDriver driver;

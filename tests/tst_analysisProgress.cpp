@@ -18,9 +18,9 @@
 namespace {
 
 /// The analysis told plainly: one size after the other, one file after the other, everything counted anew.
-struct PlainAnalysis
+struct SequentialAnalysis
 {
-    explicit PlainAnalysis(const QList<QString> &paths)
+    explicit SequentialAnalysis(const QList<QString> &paths)
     {
         std::map<qint64, QList<QString>> classes;
         for (const QString &path : paths)
@@ -78,14 +78,14 @@ private slots:
     void movesFrom33To66Percent_data();
     void movesFrom33To66Percent();
     void countsTheFilesThatHaveACopy();
-    void isTheSameAsThePlainWay_data();
-    void isTheSameAsThePlainWay();
-    void endsOnThePoolItself_data();
-    void endsOnThePoolItself();
-    void lendsNoPlaceThatItDoesNotHold();
-    void endsWithNothingWhenAbandoned_data();
-    void endsWithNothingWhenAbandoned();
-    void endsWithNothingWhenAbandonedAtTheVeryEnd();
+    void matchesTheSequentialAnalysis_data();
+    void matchesTheSequentialAnalysis();
+    void completesOnPoolThreads_data();
+    void completesOnPoolThreads();
+    void releasesNoThreadOutsideThePool();
+    void returnsNothingWhenAbandoned_data();
+    void returnsNothingWhenAbandoned();
+    void returnsNothingWhenAbandonedAtTheEnd();
 
 private:
     QString add(const QByteArray &content);
@@ -169,7 +169,7 @@ void tst_analysisProgress::countsTheFilesThatHaveACopy()
     QCOMPARE(Analysis(paths).found, (QList<qsizetype>{2, 4, 4, 7, 9, 10}));
 }
 
-void tst_analysisProgress::isTheSameAsThePlainWay_data()
+void tst_analysisProgress::matchesTheSequentialAnalysis_data()
 {
     QTest::addColumn<int>("sizes");
     QTest::addColumn<int>("threads");
@@ -181,21 +181,21 @@ void tst_analysisProgress::isTheSameAsThePlainWay_data()
 }
 
 /// More sizes than are under way at a time, so each has to be read back in its turn.
-void tst_analysisProgress::isTheSameAsThePlainWay()
+void tst_analysisProgress::matchesTheSequentialAnalysis()
 {
     QFETCH(const int, sizes);
     QFETCH(const int, threads);
     const PoolSize size(threads);
     const QList<QString> paths = addManySizes(sizes);
-    const PlainAnalysis plain(paths);
+    const SequentialAnalysis expected(paths);
     const Analysis analysis(paths);
-    QVERIFY(plain.files().size() > 1);
-    QCOMPARE(analysis.files(), plain.files());
-    QCOMPARE(analysis.percents, plain.percents);
-    QCOMPARE(analysis.found, plain.found);
+    QVERIFY(expected.files().size() > 1);
+    QCOMPARE(analysis.files(), expected.files());
+    QCOMPARE(analysis.percents, expected.percents);
+    QCOMPARE(analysis.found, expected.found);
 }
 
-void tst_analysisProgress::endsOnThePoolItself_data()
+void tst_analysisProgress::completesOnPoolThreads_data()
 {
     QTest::addColumn<int>("threads");
     QTest::newRow("on the only thread") << 1;
@@ -204,11 +204,11 @@ void tst_analysisProgress::endsOnThePoolItself_data()
 }
 
 /// Every thread of the pool analyses, and all that they wait for is to be done in the pool.
-void tst_analysisProgress::endsOnThePoolItself()
+void tst_analysisProgress::completesOnPoolThreads()
 {
     QFETCH(const int, threads);
     const QList<QString> paths = addManySizes(60);
-    const PlainAnalysis plain(paths);
+    const SequentialAnalysis expected(paths);
     const PoolSize size(threads);
     QMutex mutex;
     QList<QList<QList<QString>>> results;
@@ -217,11 +217,11 @@ void tst_analysisProgress::endsOnThePoolItself()
         const QMutexLocker lock(&mutex);
         results.append(analysis.files());
     });
-    QCOMPARE(results, QList<QList<QList<QString>>>(threads, plain.files()));
+    QCOMPARE(results, QList<QList<QList<QString>>>(threads, expected.files()));
 }
 
 /// A thread from elsewhere has no place in the pool that it could lend to others.
-void tst_analysisProgress::lendsNoPlaceThatItDoesNotHold()
+void tst_analysisProgress::releasesNoThreadOutsideThePool()
 {
     const PoolSize size(1);
     std::atomic<int> working{0};
@@ -239,7 +239,7 @@ void tst_analysisProgress::lendsNoPlaceThatItDoesNotHold()
     QCOMPARE(most.load(), 1);
 }
 
-void tst_analysisProgress::endsWithNothingWhenAbandoned_data()
+void tst_analysisProgress::returnsNothingWhenAbandoned_data()
 {
     QTest::addColumn<int>("patience");
     for (const int patience : {0, 1, 200, 380, 420, 500, 600})
@@ -247,7 +247,7 @@ void tst_analysisProgress::endsWithNothingWhenAbandoned_data()
 }
 
 /// Wherever the analysis is when it is abandoned, it is over at the next size.
-void tst_analysisProgress::endsWithNothingWhenAbandoned()
+void tst_analysisProgress::returnsNothingWhenAbandoned()
 {
     QFETCH(const int, patience);
     const QList<QString> paths = addManySizes(150);
@@ -256,10 +256,10 @@ void tst_analysisProgress::endsWithNothingWhenAbandoned()
     QVERIFY(analysis.groups.isEmpty());
     // It asks at least once for each file before it opens the first one, and once for each size.
     QVERIFY(analysis.found.size() <= std::max<qsizetype>(0, patience - paths.size()));
-    QVERIFY(analysis.found.size() < PlainAnalysis(paths).found.size());
+    QVERIFY(analysis.found.size() < SequentialAnalysis(paths).found.size());
 }
 
-void tst_analysisProgress::endsWithNothingWhenAbandonedAtTheVeryEnd()
+void tst_analysisProgress::returnsNothingWhenAbandonedAtTheEnd()
 {
     const QList<QString> paths = addManySizes(50);
     const Analysis whole(paths);

@@ -17,7 +17,7 @@ namespace {
 constexpr int patience = 30'000;
 
 /// Lets a task that is to be waited for take its time.
-void dawdle()
+void sleepBriefly()
 {
     QThread::msleep(30);
 }
@@ -30,20 +30,20 @@ class tst_backgroundTasks : public QObject
     Q_OBJECT
 
 private slots:
-    void runsATaskWhereItMayWait();
+    void runsATaskOnAScanThread();
     void finishWaitsForTheRunningTask();
     void destructorWaitsForTheRunningTasks();
     void finishGivesUpAtTheDeadline();
-    void finishIsSeenByTheTasks();
+    void finishAbandonsTheTasks();
     void skipsATaskThatNeverStarted_data();
     void skipsATaskThatNeverStarted();
     void finishesWithoutAnyTask();
-    void questionOutlivesTheOwner();
-    void ownersDoNotDisturbEachOther();
+    void predicateOutlivesTheOwner();
+    void ownersAreIndependent();
     void finishesWhileTasksEnd();
 };
 
-void tst_backgroundTasks::runsATaskWhereItMayWait()
+void tst_backgroundTasks::runsATaskOnAScanThread()
 {
     BackgroundTasks tasks;
     QSemaphore ran;
@@ -68,7 +68,7 @@ void tst_backgroundTasks::finishWaitsForTheRunningTask()
     std::atomic<bool> done{false};
     tasks.start([&] {
         started.release();
-        dawdle();
+        sleepBriefly();
         done = true;
     });
     QVERIFY(started.tryAcquire(1, patience));
@@ -86,7 +86,7 @@ void tst_backgroundTasks::destructorWaitsForTheRunningTasks()
         for (int i = 0; i < 3; ++i) {
             tasks.start([&] {
                 started.release();
-                dawdle();
+                sleepBriefly();
                 ++done;
             });
         }
@@ -113,7 +113,7 @@ void tst_backgroundTasks::finishGivesUpAtTheDeadline()
 }
 
 /// The task ends by nothing else: unseen, it hangs and the program is aborted.
-void tst_backgroundTasks::finishIsSeenByTheTasks()
+void tst_backgroundTasks::finishAbandonsTheTasks()
 {
     const PoolSize size(2);
     auto tasks = std::make_unique<BackgroundTasks>();
@@ -173,7 +173,7 @@ void tst_backgroundTasks::finishesWithoutAnyTask()
     QVERIFY(tasks.abandoned()());
 }
 
-void tst_backgroundTasks::questionOutlivesTheOwner()
+void tst_backgroundTasks::predicateOutlivesTheOwner()
 {
     std::function<bool()> abandoned;
     {
@@ -184,7 +184,7 @@ void tst_backgroundTasks::questionOutlivesTheOwner()
     QVERIFY(abandoned());
 }
 
-void tst_backgroundTasks::ownersDoNotDisturbEachOther()
+void tst_backgroundTasks::ownersAreIndependent()
 {
     const PoolSize size(2);
     BackgroundTasks staying;

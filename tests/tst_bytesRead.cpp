@@ -1,4 +1,4 @@
-#include "tests/support/DiskCache.h"
+#include "tests/support/PageCache.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
@@ -95,7 +95,7 @@ void tst_bytesRead::traceAnalysis()
         writeFile(file(size, "first"), content);
         writeFile(file(size, "unique"), content + "xyz");
         writeFile(file(size, "second"), content);
-        leaveOnDiskOnly(file(size, "second"));
+        dropFromPageCache(file(size, "second"));
         arguments << file(size, "first") << file(size, "unique") << file(size, "second");
     }
 

@@ -20,11 +20,11 @@ private slots:
     void showsEveryLineOfATitle();
     void showsTheWholeOfALongLine_data();
     void showsTheWholeOfALongLine();
-    void leavesATitleThatFitsAlone();
+    void keepsATitleThatFits();
 
     void narrowsARowByTheSameAmount();
     void widensAgainForAShorterText();
-    void makesLettersSmallerAsALastResort();
+    void reducesTheFontSizeAsALastResort();
 
 private:
     const QFont m_font = QApplication::font();
@@ -127,7 +127,7 @@ void tst_captionFit::showsTheWholeOfALongLine()
     QCOMPARE(ink(label), ink(roomy));
 }
 
-void tst_captionFit::leavesATitleThatFitsAlone()
+void tst_captionFit::keepsATitleThatFits()
 {
     setPixelSize(12);
     QLabel label;
@@ -160,7 +160,7 @@ void tst_captionFit::widensAgainForAShorterText()
     QCOMPARE(label.font(), font);
 }
 
-void tst_captionFit::makesLettersSmallerAsALastResort()
+void tst_captionFit::reducesTheFontSizeAsALastResort()
 {
     QLabel label(u"Total 1234567 duplicates"_s);
     label.setFixedWidth(label.sizeHint().width() * 6 / 10);

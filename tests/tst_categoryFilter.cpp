@@ -26,11 +26,11 @@ private slots:
     void showsTheGroupsOfTheCategory();
     void comparesKeysExactly();
     void keepsTheOrderOfAll();
-    void filesAGroupUnderItsFirstFile();
-    void marksOneButtonAsSelected();
-    void looksSelectedOnOneButtonOnly();
-    void marksAnEmptyCategoryToo();
-    void changesTheLookAfterTheLoad();
+    void usesTheCategoryOfTheFirstFile();
+    void selectsOneButton();
+    void stylesOneButtonAsSelected();
+    void selectsTheButtonOfAnEmptyCategory();
+    void stylesTheButtonAfterTheLoad();
     void sharesMarksBetweenCategories();
     void keepsMarksOfLoadedRowsAndDropsTheOthers();
     void reloadsTheShownCategoryFromItsStart();
@@ -117,7 +117,7 @@ void tst_categoryFilter::keepsTheOrderOfAll()
     QCOMPARE(m_driver->groupTitles(), all.filter(u".jpg"_s));
 }
 
-void tst_categoryFilter::filesAGroupUnderItsFirstFile()
+void tst_categoryFilter::usesTheCategoryOfTheFirstFile()
 {
     // The order of the list of places decides which file comes first.
     writeCopies(m_folder->path(), {u"a/copy.txt"_s, u"b/copy.jpg"_s}, "content");
@@ -129,7 +129,7 @@ void tst_categoryFilter::filesAGroupUnderItsFirstFile()
     QCOMPARE(m_driver->groupTitles(), QStringList(u"copy.jpg    7 B, 2 file(s)"_s));
 }
 
-void tst_categoryFilter::marksOneButtonAsSelected()
+void tst_categoryFilter::selectsOneButton()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());
@@ -143,7 +143,7 @@ void tst_categoryFilter::marksOneButtonAsSelected()
 }
 
 // The property alone changes nothing: the style has to be applied again.
-void tst_categoryFilter::looksSelectedOnOneButtonOnly()
+void tst_categoryFilter::stylesOneButtonAsSelected()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());
@@ -159,7 +159,7 @@ void tst_categoryFilter::looksSelectedOnOneButtonOnly()
     }
 }
 
-void tst_categoryFilter::marksAnEmptyCategoryToo()
+void tst_categoryFilter::selectsTheButtonOfAnEmptyCategory()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());
@@ -168,7 +168,7 @@ void tst_categoryFilter::marksAnEmptyCategoryToo()
     QCOMPARE(selectedButtons(), QStringList(u"btnArchives"_s));
 }
 
-void tst_categoryFilter::changesTheLookAfterTheLoad()
+void tst_categoryFilter::stylesTheButtonAfterTheLoad()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());
@@ -186,13 +186,13 @@ void tst_categoryFilter::sharesMarksBetweenCategories()
     writePairs(m_folder->path(), 1, u"jpg"_s);
     QVERIFY(scan());
     m_driver->click("btnDocuments");
-    m_driver->tickAll(false);
-    m_driver->tick(texts.at(1));
+    m_driver->checkAll(false);
+    m_driver->check(texts.at(1));
     m_driver->click("btnAll");
-    QCOMPARE(m_driver->tickedPaths().filter(u".txt"_s), QStringList(texts.at(1)));
-    m_driver->tick(texts.at(2));
+    QCOMPARE(m_driver->checkedPaths().filter(u".txt"_s), QStringList(texts.at(1)));
+    m_driver->check(texts.at(2));
     m_driver->click("btnDocuments");
-    QStringList marked = m_driver->tickedPaths();
+    QStringList marked = m_driver->checkedPaths();
     marked.sort();
     QCOMPARE(marked, (QStringList{texts.at(1), texts.at(2)}));
 }
@@ -203,13 +203,13 @@ void tst_categoryFilter::keepsMarksOfLoadedRowsAndDropsTheOthers()
     QVERIFY(scan());
     m_driver->callSlot("on_treeDuplicates_scroll");
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 40);
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     QCOMPARE(marked.size(), 40);
     m_driver->click("btnDocuments");
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 100);
-    QCOMPARE(m_driver->tickedPaths(), marked);
+    QCOMPARE(m_driver->checkedPaths(), marked);
 }
 
 void tst_categoryFilter::reloadsTheShownCategoryFromItsStart()
@@ -217,12 +217,12 @@ void tst_categoryFilter::reloadsTheShownCategoryFromItsStart()
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     const QStringList first = m_driver->groupTitles();
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     m_driver->click("btnAll");
     QCOMPARE(m_driver->groupTitles(), first);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 45);
-    QCOMPARE(m_driver->tickedPaths(), marked);
+    QCOMPARE(m_driver->checkedPaths(), marked);
 }
 
 void tst_categoryFilter::keepsMarksOfAnotherCategory()
@@ -231,17 +231,17 @@ void tst_categoryFilter::keepsMarksOfAnotherCategory()
     writePairs(m_folder->path(), 30, u"mp3"_s);
     QVERIFY(scan());
     m_driver->loadAllBatches();
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     QCOMPARE(marked.size(), 60);
     m_driver->click("btnDocuments");
     m_driver->click("btnAudios");
     // The documents beyond the first 20 lost their marks when the view was left; all audios still have
     // theirs.
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), marked.filter(u".mp3"_s));
+    QCOMPARE(m_driver->checkedPaths(), marked.filter(u".mp3"_s));
     m_driver->click("btnDocuments");
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), marked.filter(u".txt"_s).first(20));
+    QCOMPARE(m_driver->checkedPaths(), marked.filter(u".txt"_s).first(20));
 }
 
 void tst_categoryFilter::keepsTheSelectedButtonForTheNextScan()

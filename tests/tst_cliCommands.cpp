@@ -1,4 +1,4 @@
-#include "tests/support/CliPlace.h"
+#include "tests/support/CliFolder.h"
 #include "tests/support/HostileTree.h"
 
 #include <QStandardPaths>
@@ -20,21 +20,21 @@ private slots:
     void printsVersionAndHelp();
     void refusesWrongUsageInOneLine_data();
     void refusesWrongUsageInOneLine();
-    void tellsOfDuplicatesByItsExitCode();
+    void reportsDuplicatesByItsExitCode();
     void speaksUtf8InEveryLocale();
     void endsWhenInterrupted_data();
     void endsWhenInterrupted();
-    void endsWhenInterruptedWhileItWaitsForItsReader();
-    void needsNoGraphicalLibrary();
+    void endsWhenInterruptedWhileOutputIsBlocked();
+    void linksNoGraphicalLibrary();
 
 private:
-    std::unique_ptr<CliPlace> m_place;
+    std::unique_ptr<CliFolder> m_place;
 };
 
 /// A place with one group: a/1 and a/2.
 void tst_cliCommands::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
     m_place->write(u"a/1"_s);
     m_place->write(u"a/2"_s);
 }
@@ -98,7 +98,7 @@ void tst_cliCommands::refusesWrongUsageInOneLine()
     QCOMPARE(result.exitCode, 2);
 }
 
-void tst_cliCommands::tellsOfDuplicatesByItsExitCode()
+void tst_cliCommands::reportsDuplicatesByItsExitCode()
 {
     const QString option = u"--fail-on-duplicates"_s;
     QCOMPARE(m_place->run({u"find"_s, u"a"_s}).exitCode, 0);
@@ -147,7 +147,7 @@ void tst_cliCommands::endsWhenInterrupted()
     QCOMPARE(m_place->fileNames(), QStringList{u"report"_s});
 }
 
-void tst_cliCommands::endsWhenInterruptedWhileItWaitsForItsReader()
+void tst_cliCommands::endsWhenInterruptedWhileOutputIsBlocked()
 {
 #ifdef Q_OS_WIN
     QSKIP("there are no signals");
@@ -159,7 +159,7 @@ void tst_cliCommands::endsWhenInterruptedWhileItWaitsForItsReader()
     QCOMPARE(result.exitCode, 130);
 }
 
-void tst_cliCommands::needsNoGraphicalLibrary()
+void tst_cliCommands::linksNoGraphicalLibrary()
 {
     if (QStandardPaths::findExecutable(u"ldd"_s).isEmpty())
         QSKIP("there is no ldd");

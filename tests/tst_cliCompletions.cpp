@@ -81,12 +81,12 @@ class tst_cliCompletions : public QObject
 private slots:
     void initTestCase();
 
-    void knowTheOptionsOfTheHelp_data();
-    void knowTheOptionsOfTheHelp();
-    void knowTheWordsOfEachOption_data();
-    void knowTheWordsOfEachOption();
+    void listTheOptionsOfTheHelp_data();
+    void listTheOptionsOfTheHelp();
+    void listTheValuesOfEachOption_data();
+    void listTheValuesOfEachOption();
     void offerCommands();
-    void offerTheNextWordOfAList();
+    void offerTheNextItemOfAList();
     void areValidScripts();
 };
 
@@ -96,7 +96,7 @@ void tst_cliCompletions::initTestCase()
         QSKIP("The project's files are not on this machine");
 }
 
-void tst_cliCompletions::knowTheOptionsOfTheHelp_data()
+void tst_cliCompletions::listTheOptionsOfTheHelp_data()
 {
     QTest::addColumn<QStringList>("help");
     QTest::addColumn<QString>("command");
@@ -104,7 +104,7 @@ void tst_cliCompletions::knowTheOptionsOfTheHelp_data()
         QTest::addRow("%s", qPrintable(command.name)) << helpedOptions(command) << command.name;
 }
 
-void tst_cliCompletions::knowTheOptionsOfTheHelp()
+void tst_cliCompletions::listTheOptionsOfTheHelp()
 {
     QFETCH(const QStringList, help);
     QFETCH(const QString, command);
@@ -130,7 +130,7 @@ void tst_cliCompletions::knowTheOptionsOfTheHelp()
         QCOMPARE(offeredByFish({command, u"--"_s}), help);
 }
 
-void tst_cliCompletions::knowTheWordsOfEachOption_data()
+void tst_cliCompletions::listTheValuesOfEachOption_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("option");
@@ -144,7 +144,7 @@ void tst_cliCompletions::knowTheWordsOfEachOption_data()
     }
 }
 
-void tst_cliCompletions::knowTheWordsOfEachOption()
+void tst_cliCompletions::listTheValuesOfEachOption()
 {
     QFETCH(const QString, command);
     QFETCH(const QString, option);
@@ -179,7 +179,7 @@ void tst_cliCompletions::offerCommands()
     }
 }
 
-void tst_cliCompletions::offerTheNextWordOfAList()
+void tst_cliCompletions::offerTheNextItemOfAList()
 {
     if (!hasProgram(u"bash"_s))
         QSKIP("there is no bash");

@@ -12,8 +12,8 @@ class tst_cliExclusion : public QObject
 private slots:
     void matchesWholeTexts_data();
     void matchesWholeTexts();
-    void looksAtNameAndPath();
-    void takesAFolderWithASlash();
+    void matchesNameAndPath();
+    void acceptsAFolderWithASlash();
     void isEmptyWithoutPatterns();
 };
 
@@ -70,7 +70,7 @@ void tst_cliExclusion::matchesWholeTexts()
     QCOMPARE(globExpression(glob).match(text).hasMatch(), matches);
 }
 
-void tst_cliExclusion::looksAtNameAndPath()
+void tst_cliExclusion::matchesNameAndPath()
 {
     const ExclusionRule rule = exclusionRule({u"name"_s, u"folder/*.txt"_s});
     QVERIFY(rule(u"name", u"any/where/name"));
@@ -79,7 +79,7 @@ void tst_cliExclusion::looksAtNameAndPath()
     QVERIFY(!rule(u"a.txt", u"other/folder/a.txt"));
 }
 
-void tst_cliExclusion::takesAFolderWithASlash()
+void tst_cliExclusion::acceptsAFolderWithASlash()
 {
     const ExclusionRule rule = exclusionRule({u"folder/"_s});
     QVERIFY(rule(u"folder", u"a/folder"));

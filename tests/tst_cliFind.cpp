@@ -1,4 +1,4 @@
-#include "tests/support/CliPlace.h"
+#include "tests/support/CliFolder.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
@@ -25,18 +25,18 @@ private slots:
     void reportsEverythingInJson();
     void comparesEveryByte();
     void comparesSamplesOnRequest();
-    void leavesOutWhatIsNotAskedFor_data();
-    void leavesOutWhatIsNotAskedFor();
+    void skipsExcludedFiles_data();
+    void skipsExcludedFiles();
     void keepsOldestOrNewest();
     void givesTheSameOutputWithAnyNumberOfThreads();
 
 private:
-    std::unique_ptr<CliPlace> m_place;
+    std::unique_ptr<CliFolder> m_place;
 };
 
 void tst_cliFind::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
 }
 
 void tst_cliFind::listsIdenticalFiles()
@@ -117,7 +117,7 @@ void tst_cliFind::comparesSamplesOnRequest()
     QCOMPARE(run.exitCode, 0);
 }
 
-void tst_cliFind::leavesOutWhatIsNotAskedFor_data()
+void tst_cliFind::skipsExcludedFiles_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("found");
@@ -137,7 +137,7 @@ void tst_cliFind::leavesOutWhatIsNotAskedFor_data()
     QTest::addRow("a path") << QStringList{u"--exclude=sub/a.*"_s, u"--exclude=a.jpg"_s} << QString();
 }
 
-void tst_cliFind::leavesOutWhatIsNotAskedFor()
+void tst_cliFind::skipsExcludedFiles()
 {
     QFETCH(const QStringList, arguments);
     QFETCH(const QString, found);

@@ -69,8 +69,8 @@ private slots:
     void writesText();
     void marksSamplesInText();
     void coloursActions();
-    void closesWithWhatIsMissing();
-    void closesAnEmptyReport();
+    void endsWithTheUnreadableFiles();
+    void endsAnEmptyReport();
     void writesCsv();
     void marksSamplesInCsv();
     void quotesCsvFields_data();
@@ -78,7 +78,7 @@ private slots:
     void writesPaths();
     void separatesPathsByNull();
     void writesNoPathsWithoutGroups();
-    void stopsWhenNoMoreIsWanted();
+    void stopsWhenTheWriterFails();
     void showsControlCharacters_data();
     void showsControlCharacters();
 };
@@ -114,7 +114,7 @@ void tst_cliFormats::coloursActions()
     QVERIFY(coloured.contains("\x1b[33mreference \x1b[0mr/\\n\n"));
 }
 
-void tst_cliFormats::closesWithWhatIsMissing()
+void tst_cliFormats::endsWithTheUnreadableFiles()
 {
     Report report;
     report.compared = u"bytes"_s;
@@ -125,7 +125,7 @@ void tst_cliFormats::closesWithWhatIsMissing()
                            "0 groups, 0 files to remove, 0 B to win\n");
 }
 
-void tst_cliFormats::closesAnEmptyReport()
+void tst_cliFormats::endsAnEmptyReport()
 {
     QCOMPARE(text({}), "0 groups, 0 files to remove, 0 B to win\n");
 }
@@ -185,7 +185,7 @@ void tst_cliFormats::writesNoPathsWithoutGroups()
     QCOMPARE(paths({}, true), QByteArray());
 }
 
-void tst_cliFormats::stopsWhenNoMoreIsWanted()
+void tst_cliFormats::stopsWhenTheWriterFails()
 {
     int calls = 0;
     const ReportSink sink = [&calls](const QByteArray &) {

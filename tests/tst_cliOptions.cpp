@@ -25,19 +25,19 @@ class tst_cliOptions : public QObject
     Q_OBJECT
 
 private slots:
-    void hasTheDefaultsOfTheManual();
+    void hasTheDocumentedDefaults();
     void readsEveryOption();
-    void takesValuesBehindAnEqualsSign();
-    void takesTheLastOfTwoValues();
+    void acceptsValuesAfterAnEqualsSign();
+    void usesTheLastOfTwoValues();
     void collectsRepeatableOptions();
     void endsOptionsAtTwoDashes();
-    void takesOptionsBehindOperands();
+    void acceptsOptionsAfterOperands();
 
     void readsSizes_data();
     void readsSizes();
 };
 
-void tst_cliOptions::hasTheDefaultsOfTheManual()
+void tst_cliOptions::hasTheDocumentedDefaults()
 {
     const FindOptions found = options({u"a"_s});
     QCOMPARE(found.folders, QStringList{u"a"_s});
@@ -87,7 +87,7 @@ void tst_cliOptions::readsEveryOption()
     QVERIFY(found.failOnDuplicates);
 }
 
-void tst_cliOptions::takesValuesBehindAnEqualsSign()
+void tst_cliOptions::acceptsValuesAfterAnEqualsSign()
 {
     const FindOptions found = options({u"--exclude=a=b"_s, u"--keep=newest"_s, u"--format=csv"_s, u"x"_s});
     QVERIFY(found.filters.excluded(u"a=b", u"a=b"));
@@ -95,7 +95,7 @@ void tst_cliOptions::takesValuesBehindAnEqualsSign()
     QVERIFY(found.format == ReportFormat::Csv);
 }
 
-void tst_cliOptions::takesTheLastOfTwoValues()
+void tst_cliOptions::usesTheLastOfTwoValues()
 {
     const FindOptions found =
         options({u"--format=csv"_s, u"--min-size=5"_s, u"--format=json"_s, u"--min-size=7"_s, u"x"_s});
@@ -119,7 +119,7 @@ void tst_cliOptions::endsOptionsAtTwoDashes()
     QCOMPARE(found.folders, QStringList({u"--null"_s, u"--"_s}));
 }
 
-void tst_cliOptions::takesOptionsBehindOperands()
+void tst_cliOptions::acceptsOptionsAfterOperands()
 {
     const FindOptions found = options({u"a"_s, u"--hidden"_s, u"b"_s});
     QVERIFY(found.filters.includeHidden);

@@ -1,4 +1,4 @@
-#include "tests/support/CliPlace.h"
+#include "tests/support/CliFolder.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -17,26 +17,26 @@ private slots:
     void init();
 
     void writesAFileInsteadOfStandardOutput();
-    void leavesTheFileAloneWhenItCannotBeWritten_data();
-    void leavesTheFileAloneWhenItCannotBeWritten();
+    void keepsTheOldFileWhenWritingFails_data();
+    void keepsTheOldFileWhenWritingFails();
     void writesAFileCompletelyOrNotAtAll();
     void writesDevicesAsTheyAre();
     void reportsAFullStandardOutput();
     void reportsAClosedStandardOutput();
-    void endsQuietlyWithItsReader();
+    void endsQuietlyWhenTheReaderCloses();
     void passesPathsToXargs();
     void coloursTerminalsOnly();
     void showsProgressOnRequest();
     void clearsProgressOnTerminals();
 
 private:
-    std::unique_ptr<CliPlace> m_place;
+    std::unique_ptr<CliFolder> m_place;
 };
 
 /// A place with one group: a/1 and a/2.
 void tst_cliOutput::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
     m_place->write(u"a/1"_s);
     m_place->write(u"a/2"_s);
 }
@@ -58,7 +58,7 @@ void tst_cliOutput::writesAFileInsteadOfStandardOutput()
         m_place->run({u"find"_s, u"a"_s, u"--output=-"_s}).output, m_place->run({u"find"_s, u"a"_s}).output);
 }
 
-void tst_cliOutput::leavesTheFileAloneWhenItCannotBeWritten_data()
+void tst_cliOutput::keepsTheOldFileWhenWritingFails_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addRow("no such folder") << u"missing/report"_s;
@@ -67,7 +67,7 @@ void tst_cliOutput::leavesTheFileAloneWhenItCannotBeWritten_data()
     QTest::addRow("below a file") << u"a/1/report"_s;
 }
 
-void tst_cliOutput::leavesTheFileAloneWhenItCannotBeWritten()
+void tst_cliOutput::keepsTheOldFileWhenWritingFails()
 {
     QFETCH(const QString, file);
     const CommandRun result = m_place->run({u"find"_s, u"a"_s, u"--output"_s, file});
@@ -127,7 +127,7 @@ void tst_cliOutput::reportsAClosedStandardOutput()
     QCOMPARE(result.exitCode, 1);
 }
 
-void tst_cliOutput::endsQuietlyWithItsReader()
+void tst_cliOutput::endsQuietlyWhenTheReaderCloses()
 {
 #ifdef Q_OS_WIN
     QSKIP("needs a shell of Unix");

@@ -1,6 +1,6 @@
-#include "tests/support/CliPlace.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/CliFolder.h"
 #include "tests/support/SpecialFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -14,7 +14,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 namespace {
 
 /// Root may read everything, so it runs the program as another user, where it can.
-CommandRun findAsOrdinaryUser(const CliPlace &place, const QStringList &arguments)
+CommandRun findAsUnprivilegedUser(const CliFolder &place, const QStringList &arguments)
 {
     const QString script =
         u"[ \"$(id -u)\" = 0 ] && set -- setpriv --reuid=65534 --regid=65534 --clear-groups -- \"$@\"; exec \"$@\""_s;
@@ -40,13 +40,13 @@ private slots:
     void reportsUndecodableNames();
 
 private:
-    std::unique_ptr<CliPlace> m_place;
+    std::unique_ptr<CliFolder> m_place;
 };
 
 void tst_cliPaths::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
-    letEverybodyIn(m_place->path());
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
+    allowAccess(m_place->path());
 }
 
 void tst_cliPaths::listsAFileOnce()
@@ -110,10 +110,10 @@ void tst_cliPaths::reportsUnreadableFiles()
 {
     for (const QString &name : {u"a/1"_s, u"a/2"_s, u"a/3"_s, u"closed/4"_s})
         m_place->write(name);
-    letEverybodyIn(m_place->path(u"a"_s));
-    letNobodyIn(m_place->path(u"a/2"_s));
-    letNobodyIn(m_place->path(u"closed"_s));
-    const CommandRun run = findAsOrdinaryUser(*m_place, {u"--keep=first"_s, u"."_s});
+    allowAccess(m_place->path(u"a"_s));
+    denyAccess(m_place->path(u"a/2"_s));
+    denyAccess(m_place->path(u"closed"_s));
+    const CommandRun run = findAsUnprivilegedUser(*m_place, {u"--keep=first"_s, u"."_s});
     QVERIFY(QFile::setPermissions(
         m_place->path(u"closed"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     if (run.exitCode == -1 || run.output.contains("./a/2\n"))

@@ -15,8 +15,8 @@ private slots:
     void showsTheState();
     void fitsEveryWidth();
     void estimatesTheRateOfTheLastSeconds();
-    void writesSizesForPeople_data();
-    void writesSizesForPeople();
+    void writesReadableSizes_data();
+    void writesReadableSizes();
 };
 
 void tst_cliProgress::showsTheState_data()
@@ -87,7 +87,7 @@ void tst_cliProgress::estimatesTheRateOfTheLastSeconds()
     QVERIFY(rate.bytesPerSecond() > 10);
 }
 
-void tst_cliProgress::writesSizesForPeople_data()
+void tst_cliProgress::writesReadableSizes_data()
 {
     QTest::addColumn<qint64>("bytes");
     QTest::addColumn<QString>("text");
@@ -105,7 +105,7 @@ void tst_cliProgress::writesSizesForPeople_data()
     add(qint64(5) << 50, u"5120.00 TB"_s);
 }
 
-void tst_cliProgress::writesSizesForPeople()
+void tst_cliProgress::writesReadableSizes()
 {
     QFETCH(const qint64, bytes);
     QFETCH(const QString, text);

@@ -30,8 +30,8 @@ private slots:
     void carriesOutAReportOfFind();
     void readsAReportFromStandardInput();
     void showsControlCharacters();
-    void refusesWhatIsNoReport_data();
-    void refusesWhatIsNoReport();
+    void refusesFilesThatAreNoReport_data();
+    void refusesFilesThatAreNoReport();
     void refusesAGigabyteOfGarbage_data();
     void refusesAGigabyteOfGarbage();
     void refusesWrongUsage_data();
@@ -45,7 +45,7 @@ private:
         return m_folder->filePath(name);
     }
 
-    [[nodiscard]] CommandRun remove(const QStringList &arguments, const CommandPlace &place = {}) const
+    [[nodiscard]] CommandRun remove(const QStringList &arguments, const CommandSetup &place = {}) const
     {
         return runCommand(program, QStringList{u"remove"_s} + arguments, place);
     }
@@ -86,7 +86,7 @@ void tst_cliRemove::carriesOutAReportOfFind()
 void tst_cliRemove::readsAReportFromStandardInput()
 {
     const QByteArray json = toJson(reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s)})}));
-    CommandPlace place;
+    CommandSetup place;
     place.input = json;
     const QString action = hasTrash ? u"trash"_s : u"delete"_s;
     const CommandRun run =
@@ -116,7 +116,7 @@ void tst_cliRemove::showsControlCharacters()
     QVERIFY(refused.errors.contains("\\x1b[31m\\n: it is missing\n"));
 }
 
-void tst_cliRemove::refusesWhatIsNoReport_data()
+void tst_cliRemove::refusesFilesThatAreNoReport_data()
 {
     QTest::addColumn<QByteArray>("report");
     const QByteArray whole = toJson(reportOf({groupOf({u"/a"_s, u"/b"_s})}));
@@ -131,11 +131,11 @@ void tst_cliRemove::refusesWhatIsNoReport_data()
     QTest::newRow("not text") << QByteArray(whole).replace("/b", "\xff\xfe");
 }
 
-void tst_cliRemove::refusesWhatIsNoReport()
+void tst_cliRemove::refusesFilesThatAreNoReport()
 {
     QFETCH(const QByteArray, report);
     writeFile(path(u"r"_s), report);
-    CommandPlace place;
+    CommandSetup place;
     place.input = report;
     for (const QString &name : {path(u"r"_s), u"-"_s}) {
         const CommandRun run = remove({u"--apply"_s, u"--action"_s, u"delete"_s, name}, place);
@@ -202,7 +202,7 @@ void tst_cliRemove::stopsWhenItsOutputCannotBeWritten()
         QSKIP("No full device here");
     writeFile(path(u"r"_s),
         toJson(reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s), path(u"files/c"_s)})})));
-    CommandPlace place;
+    CommandSetup place;
     place.outputFile = u"/dev/full"_s;
     const CommandRun run = remove({u"--apply"_s, u"--action"_s, u"delete"_s, path(u"r"_s)}, place);
     QCOMPARE(run.exitCode, 1);

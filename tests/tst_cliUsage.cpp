@@ -32,7 +32,7 @@ class tst_cliUsage : public QObject
 private slots:
     void refusesWrongUsage_data();
     void refusesWrongUsage();
-    void prefersHelpToWrongWords();
+    void prefersHelpToErrors();
     void findsTheNearestWord_data();
     void findsTheNearestWord();
     void ranksExitCodes_data();
@@ -96,7 +96,7 @@ void tst_cliUsage::refusesWrongUsage()
     QCOMPARE(usageError(arguments), message);
 }
 
-void tst_cliUsage::prefersHelpToWrongWords()
+void tst_cliUsage::prefersHelpToErrors()
 {
     const auto parsed = parseCommandLine(findCommand(), {u"--format=xml"_s, u"--help"_s});
     QVERIFY(std::get<CommandArguments>(parsed).wantsHelp);

@@ -60,8 +60,8 @@ private slots:
     void initTestCase();
     void endsTheProcess_data();
     void endsTheProcess();
-    void endsAlthoughTheDiskHangs_data();
-    void endsAlthoughTheDiskHangs();
+    void endsWhenTheDiskHangs_data();
+    void endsWhenTheDiskHangs();
 
 private:
     QTemporaryDir m_folder;
@@ -113,7 +113,7 @@ void tst_closingTheProgram::endsTheProcess()
     QVERIFY2(slowdown > 1 || !messages.contains(endsWithoutWaiting), messages);
 }
 
-void tst_closingTheProgram::endsAlthoughTheDiskHangs_data()
+void tst_closingTheProgram::endsWhenTheDiskHangs_data()
 {
     QTest::addColumn<QString>("hangingName");
     QTest::newRow("when it lists a folder") << u"silent folder"_s;
@@ -121,7 +121,7 @@ void tst_closingTheProgram::endsAlthoughTheDiskHangs_data()
 }
 
 /// A thread that waits for such a disk never returns, and neither does a process that waits for the thread.
-void tst_closingTheProgram::endsAlthoughTheDiskHangs()
+void tst_closingTheProgram::endsWhenTheDiskHangs()
 {
 #ifdef HANGING_DISK
     QFETCH(const QString, hangingName);

@@ -61,16 +61,16 @@ private slots:
     void writesFoldersAsTheDialogDoes_data();
     void writesFoldersAsTheDialogDoes();
     void keepsOrderAndRepetition();
-    void followsALinkBeforeItsParent();
-    void takesFoldersThatBeginWithADash();
+    void resolvesALinkBeforeItsParent();
+    void acceptsFoldersThatBeginWithADash();
     void refusesWrongArguments_data();
     void refusesWrongArguments();
     void keepsAnErrorOnOneLine();
-    void leavesQtOptionsToQt_data();
-    void leavesQtOptionsToQt();
+    void passesQtOptionsToQt_data();
+    void passesQtOptionsToQt();
 
-    void answersWithoutADisplay_data();
-    void answersWithoutADisplay();
+    void printsHelpAndVersionWithoutADisplay_data();
+    void printsHelpAndVersionWithoutADisplay();
     void failsWithoutAWindow_data();
     void failsWithoutAWindow();
     void opensTheWindowWithTheFolders();
@@ -126,7 +126,7 @@ void tst_commandLine::keepsOrderAndRepetition()
 }
 
 /// The text "link/.." suggests the folder of the link; the system means the parent of the link's target.
-void tst_commandLine::followsALinkBeforeItsParent()
+void tst_commandLine::resolvesALinkBeforeItsParent()
 {
 #ifdef Q_OS_WIN
     QSKIP("Windows resolves '..' in the text, too");
@@ -137,7 +137,7 @@ void tst_commandLine::followsALinkBeforeItsParent()
     QCOMPARE(parse({u"link/.."_s}).folders, QStringList{m_folder->filePath(u"inner folder"_s)});
 }
 
-void tst_commandLine::takesFoldersThatBeginWithADash()
+void tst_commandLine::acceptsFoldersThatBeginWithADash()
 {
     QVERIFY(QDir(m_folder->path()).mkpath(u"--help"_s));
     QCOMPARE(parse({u"--"_s, u"--help"_s}).folders, QStringList{m_folder->filePath(u"--help"_s)});
@@ -172,7 +172,7 @@ void tst_commandLine::keepsAnErrorOnOneLine()
     QVERIFY(!parse({u"--two\nlines"_s}).error->contains(u'\n'));
 }
 
-void tst_commandLine::leavesQtOptionsToQt_data()
+void tst_commandLine::passesQtOptionsToQt_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::newRow("value apart") << QStringList{u"-style"_s, u"fusion"_s};
@@ -182,7 +182,7 @@ void tst_commandLine::leavesQtOptionsToQt_data()
     QTest::newRow("no value") << QStringList{u"-reverse"_s};
 }
 
-void tst_commandLine::leavesQtOptionsToQt()
+void tst_commandLine::passesQtOptionsToQt()
 {
     QFETCH(const QStringList, options);
     const QStringList folders{m_folder->path()};
@@ -192,7 +192,7 @@ void tst_commandLine::leavesQtOptionsToQt()
     }
 }
 
-void tst_commandLine::answersWithoutADisplay_data()
+void tst_commandLine::printsHelpAndVersionWithoutADisplay_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("begin");
@@ -204,7 +204,7 @@ void tst_commandLine::answersWithoutADisplay_data()
     QTest::newRow("-v") << QStringList{u"-v"_s} << QStringLiteral("Quillory " PROGRAM_VERSION "\n");
 }
 
-void tst_commandLine::answersWithoutADisplay()
+void tst_commandLine::printsHelpAndVersionWithoutADisplay()
 {
     QFETCH(const QStringList, arguments);
     QFETCH(const QString, begin);

@@ -1,5 +1,5 @@
 #include "analysis/FileHash.h"
-#include "tests/support/DiskCache.h"
+#include "tests/support/PageCache.h"
 #include "tests/support/PoolThreads.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
@@ -52,16 +52,16 @@ private slots:
 
     void keepsTheOrder_data();
     void keepsTheOrder();
-    void readsWhatIsOnTheDiskOnly();
+    void readsFilesThatAreNotCached();
     void holdsFewFilesOpen();
-    void yieldsNothingForNothing();
+    void returnsNothingForNoPaths();
     void keepsDuplicatesAndFilesThatCannotBeOpened();
-    void handsPathsBackAsTheyCame();
-    void endsOnThePoolItself_data();
-    void endsOnThePoolItself();
-    void lendsItsThreadForTheTimeOnly();
+    void returnsPathsUnchanged();
+    void completesOnPoolThreads_data();
+    void completesOnPoolThreads();
+    void restoresThePoolSize();
     void hashesNothingOnceAbandoned();
-    void waitsForNothingOnceAbandoned();
+    void doesNotWaitOnceAbandoned();
 
 private:
     QTemporaryDir m_folder;
@@ -97,11 +97,11 @@ void tst_concurrentHashing::keepsTheOrder()
     QCOMPARE(digestsOf(hashes), m_digests);
 }
 
-void tst_concurrentHashing::readsWhatIsOnTheDiskOnly()
+void tst_concurrentHashing::readsFilesThatAreNotCached()
 {
     // Every third one is in memory.
     for (qsizetype i = 0; i < m_paths.size(); ++i) {
-        if (i % 3 != 0 && QFileInfo(m_paths.at(i)).size() > 0 && !leaveOnDiskOnly(m_paths.at(i)))
+        if (i % 3 != 0 && QFileInfo(m_paths.at(i)).size() > 0 && !dropFromPageCache(m_paths.at(i)))
             QSKIP("Here files stay in memory");
     }
     const QList<FileHash> hashes = computeHashesConcurrently(m_paths);
@@ -133,7 +133,7 @@ void tst_concurrentHashing::holdsFewFilesOpen()
 #endif
 }
 
-void tst_concurrentHashing::yieldsNothingForNothing()
+void tst_concurrentHashing::returnsNothingForNoPaths()
 {
     QCOMPARE(computeHashesConcurrently({}).size(), 0);
 }
@@ -149,7 +149,7 @@ void tst_concurrentHashing::keepsDuplicatesAndFilesThatCannotBeOpened()
         (QList<QByteArray>{{}, m_digests.at(0), {}, m_digests.at(0), {}, m_digests.at(1)}));
 }
 
-void tst_concurrentHashing::handsPathsBackAsTheyCame()
+void tst_concurrentHashing::returnsPathsUnchanged()
 {
     const QString roundabout = m_folder.path() + QStringLiteral("//./7");
     const QList<FileHash> hashes = computeHashesConcurrently({roundabout});
@@ -157,7 +157,7 @@ void tst_concurrentHashing::handsPathsBackAsTheyCame()
     QCOMPARE(digestsOf(hashes), QList<QByteArray>{m_digests.at(7)});
 }
 
-void tst_concurrentHashing::endsOnThePoolItself_data()
+void tst_concurrentHashing::completesOnPoolThreads_data()
 {
     QTest::addColumn<int>("threads");
     QTest::newRow("on the only thread") << 1;
@@ -166,7 +166,7 @@ void tst_concurrentHashing::endsOnThePoolItself_data()
 }
 
 /// Every thread of the pool waits for work that is to be done in the pool.
-void tst_concurrentHashing::endsOnThePoolItself()
+void tst_concurrentHashing::completesOnPoolThreads()
 {
     QFETCH(const int, threads);
     const PoolSize size(threads);
@@ -186,7 +186,7 @@ void tst_concurrentHashing::endsOnThePoolItself()
 
 /// A thread that is lent and not taken back, or taken back without being lent, changes the size of the pool
 /// for good.
-void tst_concurrentHashing::lendsItsThreadForTheTimeOnly()
+void tst_concurrentHashing::restoresThePoolSize()
 {
     const PoolSize size(2);
     QThreadPool *const pool = QThreadPool::globalInstance();
@@ -216,7 +216,7 @@ void tst_concurrentHashing::hashesNothingOnceAbandoned()
         QVERIFY(hashes.at(i).hash.isEmpty() || hashes.at(i).hash == m_digests.at(i));
 }
 
-void tst_concurrentHashing::waitsForNothingOnceAbandoned()
+void tst_concurrentHashing::doesNotWaitOnceAbandoned()
 {
 #ifndef Q_OS_LINUX
     QSKIP("Only Linux has files that are never in memory");

@@ -28,12 +28,12 @@ private slots:
 
     void comparesEveryByte_data();
     void comparesEveryByte();
-    void readsWhatTheSizeDoesNotTell();
-    void comparesFromWhereTheFilesStand();
+    void readsBeyondTheReportedSize();
+    void comparesFromTheFilePositions();
     void endsAtTheFirstDifference();
     void endsWhenAbandoned();
-    void tellsWhichFileIsUnreadable_data();
-    void tellsWhichFileIsUnreadable();
+    void reportsWhichFileIsUnreadable_data();
+    void reportsWhichFileIsUnreadable();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
@@ -96,7 +96,7 @@ void tst_contentEquality::comparesEveryByte()
 }
 
 /// A file can grow while it is compared; kernel files report a size of 0.
-void tst_contentEquality::readsWhatTheSizeDoesNotTell()
+void tst_contentEquality::readsBeyondTheReportedSize()
 {
     writeFile(m_first.fileName(), "");
     writeFile(m_second.fileName(), "");
@@ -113,7 +113,7 @@ void tst_contentEquality::readsWhatTheSizeDoesNotTell()
     QCOMPARE(compareContents(m_first, m_second, growing), ContentEquality::Different);
 }
 
-void tst_contentEquality::comparesFromWhereTheFilesStand()
+void tst_contentEquality::comparesFromTheFilePositions()
 {
     writeFile(m_first.fileName(), "12same");
     writeFile(m_second.fileName(), "3same");
@@ -144,14 +144,14 @@ void tst_contentEquality::endsWhenAbandoned()
     QCOMPARE_LE(m_first.pos(), 2 * blockSize);
 }
 
-void tst_contentEquality::tellsWhichFileIsUnreadable_data()
+void tst_contentEquality::reportsWhichFileIsUnreadable_data()
 {
     QTest::addColumn<bool>("first");
     QTest::newRow("first") << true;
     QTest::newRow("second") << false;
 }
 
-void tst_contentEquality::tellsWhichFileIsUnreadable()
+void tst_contentEquality::reportsWhichFileIsUnreadable()
 {
 #ifdef Q_OS_LINUX
     QFETCH(const bool, first);

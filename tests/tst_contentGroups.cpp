@@ -1,7 +1,7 @@
 #include "analysis/ContentGroups.h"
 #include "tests/support/ContentOracle.h"
-#include "tests/support/DiskCache.h"
 #include "tests/support/HostileTree.h"
+#include "tests/support/PageCache.h"
 #include "tests/support/RandomBytes.h"
 
 #include <QFile>
@@ -48,7 +48,7 @@ private slots:
 
     void comparesEveryByte_data();
     void comparesEveryByte();
-    void comparesFilesThatAreNotInMemory();
+    void comparesFilesThatAreNotCached();
     void comparesLargeFilesInAllTheirRanges_data();
     void comparesLargeFilesInAllTheirRanges();
     void splitsAGroupWhereItsMembersDiffer();
@@ -57,8 +57,8 @@ private slots:
     void groupsManyFilesWithFewContents_data();
     void groupsManyFilesWithFewContents();
     void groupsManyFilesThatDifferLate();
-    void groupsMoreHeadsThanATaskHolds();
-    void groupsBySamplesWhenAskedTo();
+    void groupsMoreHeadsThanOneTaskHashes();
+    void groupsBySamplesOnRequest();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -118,7 +118,7 @@ void tst_contentGroups::comparesEveryByte()
     QVERIFY(result.unreadable.isEmpty());
 }
 
-void tst_contentGroups::comparesFilesThatAreNotInMemory()
+void tst_contentGroups::comparesFilesThatAreNotCached()
 {
     const QByteArray content = randomBytes(3 * mib, 1);
     const auto files = writeFiles(m_folder->path(),
@@ -126,7 +126,7 @@ void tst_contentGroups::comparesFilesThatAreNotInMemory()
     bool areOnDiskOnly = false;
     // After the heads were read, with which the system reads ahead.
     const auto leaveOnDisk = [&](qint64, qint64) {
-        areOnDiskOnly = areOnDiskOnly || std::ranges::all_of(files, leaveOnDiskOnly, &SurveyedFile::path);
+        areOnDiskOnly = areOnDiskOnly || std::ranges::all_of(files, dropFromPageCache, &SurveyedFile::path);
     };
 
     const ContentGroups result = groupByContent(
@@ -219,7 +219,7 @@ void tst_contentGroups::groupsManyFilesThatDifferLate()
     QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents), 8).groups, groupsOfEqual(contents));
 }
 
-void tst_contentGroups::groupsMoreHeadsThanATaskHolds()
+void tst_contentGroups::groupsMoreHeadsThanOneTaskHashes()
 {
     QList<QByteArray> contents;
     for (quint32 i = 0; i < 700; ++i)
@@ -231,7 +231,7 @@ void tst_contentGroups::groupsMoreHeadsThanATaskHolds()
     QCOMPARE(groupQuietly(writeFiles(m_folder->path(), contents)).groups, groupsOfEqual(contents));
 }
 
-void tst_contentGroups::groupsBySamplesWhenAskedTo()
+void tst_contentGroups::groupsBySamplesOnRequest()
 {
     const QByteArray content = randomBytes(30'000, 1);
     const QByteArray samples(4096, 'x');

@@ -88,11 +88,11 @@ class tst_contentGroupsOfRandomFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void groupsAsAComparisonInMemoryDoes_data();
-    void groupsAsAComparisonInMemoryDoes();
+    void matchesAComparisonInMemory_data();
+    void matchesAComparisonInMemory();
 };
 
-void tst_contentGroupsOfRandomFiles::groupsAsAComparisonInMemoryDoes_data()
+void tst_contentGroupsOfRandomFiles::matchesAComparisonInMemory_data()
 {
     QTest::addColumn<quint32>("seed");
     QTest::addColumn<int>("threads");
@@ -105,7 +105,7 @@ void tst_contentGroupsOfRandomFiles::groupsAsAComparisonInMemoryDoes_data()
     }
 }
 
-void tst_contentGroupsOfRandomFiles::groupsAsAComparisonInMemoryDoes()
+void tst_contentGroupsOfRandomFiles::matchesAComparisonInMemory()
 {
     QFETCH(const quint32, seed);
     QFETCH(const int, threads);

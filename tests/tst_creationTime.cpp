@@ -15,7 +15,7 @@ private slots:
     void isTheBirthTime();
     void isTheModificationTimeWithoutBirthTime();
     void followsLinks();
-    void isUnknownForWhatIsGone();
+    void isUnknownForMissingFiles();
 };
 
 void tst_creationTime::isTheBirthTime()
@@ -50,13 +50,13 @@ void tst_creationTime::followsLinks()
     const QString path = folder.filePath(QStringLiteral("file"));
     const QString link = folder.filePath(QStringLiteral("link.lnk"));
     writeFile(path, "content");
-    // Later by more than the clock's tick.
+    // Later than the resolution of the file system's clock.
     QTest::qWait(30);
     QVERIFY(QFile::link(path, link));
     QCOMPARE(creationTime(link), creationTime(path));
 }
 
-void tst_creationTime::isUnknownForWhatIsGone()
+void tst_creationTime::isUnknownForMissingFiles()
 {
     const QTemporaryDir folder;
     QCOMPARE(creationTime(folder.filePath(QStringLiteral("missing"))), std::nullopt);

@@ -21,7 +21,7 @@ namespace {
 constexpr double readable = 4.5; // WCAG 2.1, level AA
 constexpr double readableWhenDisabled = 3;
 
-struct SpecifiedColors
+struct RequiredColors
 {
     const char *text;
     const char *background;
@@ -29,14 +29,14 @@ struct SpecifiedColors
 };
 
 /// Colours of the style sheets that stand out less than they should.
-constexpr std::array specifiedColors{
-    SpecifiedColors{"#2d85ff", "#ffffff", 3.55}, // buttons with an outline
-    SpecifiedColors{"#7a8faa", "#ffffff", 3.31}, // category buttons
-    SpecifiedColors{"#2a82ff", "#d2e8ff", 2.92}, // the selected category
-    SpecifiedColors{"#ffffff", "#eaf0f6", 1.15}, // figure on the empty part of the progress bar
-    SpecifiedColors{"#1769ff", "#f7faff", 4.46}, // Add
-    SpecifiedColors{"#376cff", "#f3f7ff", 4.12}, // loading panel
-    SpecifiedColors{"#aaaaaa", "#ffffff", 2.32}, // the row that says that nothing was found
+constexpr std::array requiredColors{
+    RequiredColors{"#2d85ff", "#ffffff", 3.55}, // buttons with an outline
+    RequiredColors{"#7a8faa", "#ffffff", 3.31}, // category buttons
+    RequiredColors{"#2a82ff", "#d2e8ff", 2.92}, // the selected category
+    RequiredColors{"#ffffff", "#eaf0f6", 1.15}, // figure on the empty part of the progress bar
+    RequiredColors{"#1769ff", "#f7faff", 4.46}, // Add
+    RequiredColors{"#376cff", "#f3f7ff", 4.12}, // loading panel
+    RequiredColors{"#aaaaaa", "#ffffff", 2.32}, // the row that says that nothing was found
 };
 
 /// White text on a gradient of the style sheets.
@@ -45,11 +45,10 @@ constexpr QRgb lightestOfGradient = 0xff409eff; // 2.77:1
 
 double requiredContrast(const ShownText &text)
 {
-    const auto *const specified =
-        std::ranges::find_if(specifiedColors, [&text](const SpecifiedColors &colors) {
-            return text.color == QColor(colors.text) && text.background == QColor(colors.background);
-        });
-    if (specified != specifiedColors.end())
+    const auto *const specified = std::ranges::find_if(requiredColors, [&text](const RequiredColors &colors) {
+        return text.color == QColor(colors.text) && text.background == QColor(colors.background);
+    });
+    if (specified != requiredColors.end())
         return specified->contrast - 0.01;
     if (text.color == Qt::white && std::ranges::any_of(gradientButtons, [&text](const char *name) {
             return text.name == QLatin1StringView(name);
@@ -91,7 +90,7 @@ void tst_darkDesktop::init()
     const QPalette dark(QColor(0x31, 0x36, 0x3b));
     QApplication::setPalette(dark);
     QToolTip::setPalette(dark);
-    renew();
+    reset();
 }
 
 void tst_darkDesktop::cleanup()

@@ -24,36 +24,36 @@ class tst_deletion : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void deletesWhatIsMarkedAndNothingElse();
-    void asksForMarksWhenThereAreNone();
+    void deletesOnlyMarkedFiles();
+    void reportsThatNoFileIsMarked();
     void ignoresTheCheckOfAGroupRow();
-    void deletesForGood();
+    void bypassesTheTrash();
     void removesAGroupOfTwo_data();
     void removesAGroupOfTwo();
-    void leavesAGroupOfThreeOutOfFive();
+    void keepsAGroupOfThreeOutOfFive();
     void dropsMarksOfGroupsThatAreNotLoaded();
     void deletesTheKeptCopyWhenItIsMarked();
-    void countsWhatCannotBeDeleted();
-    void leavesTotalsAlone();
-    void hasNothingToDoInAnEmptyTree();
+    void countsFilesThatCannotBeDeleted();
+    void keepsTheTotals();
+    void doesNothingInAnEmptyTree();
     void neverMarksTheOnlyFile();
     void showsPlainInformationBoxes();
 };
 
 void tst_deletion::init()
 {
-    renew();
+    reset();
 }
 
-void tst_deletion::deletesWhatIsMarkedAndNothingElse()
+void tst_deletion::deletesOnlyMarkedFiles()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     write({u"alone.txt"_s, u".hidden.txt"_s}, "content of its own");
     writePairs(m_folder->path(), 3, u"jpg"_s);
     QVERIFY(scan());
     const QSet<QString> before = filesOnDisk();
-    m_driver->tickAll(false);
-    m_driver->tick(copies.at(1));
+    m_driver->checkAll(false);
+    m_driver->check(copies.at(1));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(before - filesOnDisk(), QSet<QString>{copies.at(1)});
     // Nothing is marked any more.
@@ -61,7 +61,7 @@ void tst_deletion::deletesWhatIsMarkedAndNothingElse()
     QCOMPARE((before - filesOnDisk()).size(), 1);
 }
 
-void tst_deletion::asksForMarksWhenThereAreNone()
+void tst_deletion::reportsThatNoFileIsMarked()
 {
     writePairs(m_folder->path(), 3, u"jpg"_s);
     QVERIFY(scan());
@@ -77,22 +77,22 @@ void tst_deletion::ignoresTheCheckOfAGroupRow()
 {
     writePairs(m_folder->path(), 1, u"jpg"_s);
     QVERIFY(scan());
-    m_driver->tickAll(false);
+    m_driver->checkAll(false);
     m_driver->tree()->topLevelItem(0)->setCheckState(0, Qt::Checked);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE(filesOnDisk().size(), 2);
 }
 
 /// In a trash folder the file would go on taking its space.
-void tst_deletion::deletesForGood()
+void tst_deletion::bypassesTheTrash()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s}, "content");
     const QTemporaryDir elsewhere;
     const std::filesystem::path otherName(elsewhere.filePath(u"c.txt"_s).toStdU16String());
     std::filesystem::create_hard_link(copies.at(1).toStdU16String(), otherName);
     QVERIFY(scan());
-    m_driver->tickAll(false);
-    m_driver->tick(copies.at(1));
+    m_driver->checkAll(false);
+    m_driver->check(copies.at(1));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(std::filesystem::hard_link_count(otherName), 1U);
 }
@@ -109,8 +109,8 @@ void tst_deletion::removesAGroupOfTwo()
     QFETCH(const bool, gone);
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());
-    m_driver->tickAll(false);
-    m_driver->tick(copies.at(1));
+    m_driver->checkAll(false);
+    m_driver->check(copies.at(1));
     if (gone)
         QVERIFY(QFile::remove(copies.at(1)));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"),
@@ -121,17 +121,17 @@ void tst_deletion::removesAGroupOfTwo()
     QCOMPARE(m_driver->groupTitles(), QStringList(u"No duplicate files"_s));
 }
 
-void tst_deletion::leavesAGroupOfThreeOutOfFive()
+void tst_deletion::keepsAGroupOfThreeOutOfFive()
 {
     write({u"1.txt"_s, u"2.txt"_s, u"3.txt"_s, u"4.txt"_s, u"5.txt"_s}, "content");
     QVERIFY(scan());
     const QStringList shown = m_driver->filePaths();
-    m_driver->tickAll(false);
-    m_driver->tick(shown.at(0));
-    m_driver->tick(shown.at(3));
+    m_driver->checkAll(false);
+    m_driver->check(shown.at(0));
+    m_driver->check(shown.at(3));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(2, 0)});
     QCOMPARE(m_driver->filePaths(), (QStringList{shown.at(1), shown.at(2), shown.at(4)}));
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
     QCOMPARE(m_driver->tree()->topLevelItem(0)->checkState(0), Qt::Unchecked);
     // Still called after the file that was the first.
     QCOMPARE(
@@ -143,31 +143,31 @@ void tst_deletion::dropsMarksOfGroupsThatAreNotLoaded()
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     const QSet<QString> before = filesOnDisk();
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     QCOMPARE(marked.size(), 20);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(20, 0)});
     QCOMPARE(before - filesOnDisk(), toSet(marked));
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 25);
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
 }
 
 void tst_deletion::deletesTheKeptCopyWhenItIsMarked()
 {
     write({u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());
-    m_driver->tickAll(true);
+    m_driver->checkAll(true);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(2, 0)});
     QCOMPARE(filesOnDisk(), QSet<QString>());
 }
 
-void tst_deletion::countsWhatCannotBeDeleted()
+void tst_deletion::countsFilesThatCannotBeDeleted()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s, u"c.txt"_s, u"d.txt"_s}, "content");
     QVERIFY(scan());
-    m_driver->tickAll(false);
-    m_driver->tick(copies.at(0));
-    m_driver->tick(copies.at(1));
+    m_driver->checkAll(false);
+    m_driver->check(copies.at(0));
+    m_driver->check(copies.at(1));
     // A folder in its place is not a file to delete.
     QVERIFY(QFile::remove(copies.at(0)) && QDir().mkpath(copies.at(0)));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 1)});
@@ -175,7 +175,7 @@ void tst_deletion::countsWhatCannotBeDeleted()
     QCOMPARE(toSet(m_driver->filePaths()), (QSet<QString>{copies.at(2), copies.at(3)}));
 }
 
-void tst_deletion::leavesTotalsAlone()
+void tst_deletion::keepsTheTotals()
 {
     write({u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     QVERIFY(scan());
@@ -185,15 +185,15 @@ void tst_deletion::leavesTotalsAlone()
         m_driver->click(button);
         QCOMPARE(m_driver->labelText("labelStatsInfo"), totals);
     }
-    m_driver->tickAll(false);
-    m_driver->tick(m_driver->filePaths().first());
+    m_driver->checkAll(false);
+    m_driver->check(m_driver->filePaths().first());
     m_driver->clickAndCloseBoxes("btnRemoveSelected");
     QCOMPARE(m_driver->labelText("labelStatsInfo"), totals);
     m_driver->click("btnAll");
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 1 duplicates, 2 files, size 0.00 GB"_s);
 }
 
-void tst_deletion::hasNothingToDoInAnEmptyTree()
+void tst_deletion::doesNothingInAnEmptyTree()
 {
     // Nothing was scanned yet; then, everything was deleted.
     for (int round = 0; round < 2; ++round) {
@@ -216,13 +216,13 @@ void tst_deletion::neverMarksTheOnlyFile()
     QVERIFY(m_driver->scan());
     QCOMPARE(m_driver->filePaths().size(), 4);
     m_driver->click("btnSelectAll");
-    QCOMPARE(toSet(m_driver->tickedPaths()).size(), 1);
-    const QString marked = m_driver->tickedPaths().first();
+    QCOMPARE(toSet(m_driver->checkedPaths()).size(), 1);
+    const QString marked = m_driver->checkedPaths().first();
     // The path stands there twice but can be deleted only once.
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(filesOnDisk(), toSet(copies) - QSet<QString>{marked});
     m_driver->click("btnSelectAll");
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
 }
 
 void tst_deletion::showsPlainInformationBoxes()

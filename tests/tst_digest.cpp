@@ -13,12 +13,12 @@ class tst_digest : public QObject
     Q_OBJECT
 
 private slots:
-    void givesThePublishedDigests_data();
-    void givesThePublishedDigests();
+    void matchesThePublishedDigests_data();
+    void matchesThePublishedDigests();
     void doesNotDependOnWhereHeadEnds();
     void agreesWithQtOnRandomInputs();
     void isSafeOnManyThreads();
-    void leavesEarlierDigestsAlone();
+    void keepsEarlierDigests();
 };
 
 namespace {
@@ -41,7 +41,7 @@ QByteArray byQt(const QByteArray &head, const QByteArray &tail)
 } // namespace
 
 // The vectors of FIPS 180-2 and of NIST's example and CAVP collections.
-void tst_digest::givesThePublishedDigests_data()
+void tst_digest::matchesThePublishedDigests_data()
 {
     QTest::addColumn<QByteArray>("input");
     QTest::addColumn<QByteArray>("digest");
@@ -76,7 +76,7 @@ void tst_digest::givesThePublishedDigests_data()
         << "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"_ba;
 }
 
-void tst_digest::givesThePublishedDigests()
+void tst_digest::matchesThePublishedDigests()
 {
     QFETCH(const QByteArray, input);
     QFETCH(const QByteArray, digest);
@@ -126,7 +126,7 @@ void tst_digest::isSafeOnManyThreads()
     }
 }
 
-void tst_digest::leavesEarlierDigestsAlone()
+void tst_digest::keepsEarlierDigests()
 {
     const QByteArray first = sha256("first", {});
     QVERIFY(sha256("second", {}) != first);

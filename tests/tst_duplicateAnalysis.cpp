@@ -39,7 +39,7 @@ private slots:
     void groupsByTheSampledBytesOnly();
     void groupsEmptyFiles();
     void groupsAPathWithItself();
-    void leavesOutWhatCannotBeOpened();
+    void skipsFilesThatCannotBeOpened();
     void describesAGroupByItsFirstFile_data();
     void describesAGroupByItsFirstFile();
     void marksAllButTheFileCreatedFirst();
@@ -170,7 +170,7 @@ void tst_duplicateAnalysis::groupsAPathWithItself()
     QVERIFY(!alone.groups.first().hasMarkedFiles);
 }
 
-void tst_duplicateAnalysis::leavesOutWhatCannotBeOpened()
+void tst_duplicateAnalysis::skipsFilesThatCannotBeOpened()
 {
     const QString gone = m_folder->filePath(QStringLiteral("gone"));
     const QString goneAsWell = m_folder->filePath(QStringLiteral("gone as well"));

@@ -29,14 +29,14 @@ private slots:
 
     void keepsTheFileCreatedFirst_data();
     void keepsTheFileCreatedFirst();
-    void asksForTheCreationTimeNotTheModificationTime();
-    void judgesByModificationTimeWithoutCreationTime();
+    void usesTheCreationTimeNotTheModificationTime();
+    void usesTheModificationTimeWithoutCreationTimes();
     void comparesCreationTimesWithModificationTimes();
-    void keepsNoVanishedFileInPlaceOfOneThatIsThere_data();
-    void keepsNoVanishedFileInPlaceOfOneThatIsThere();
+    void keepsAnExistingFileRatherThanAVanishedOne_data();
+    void keepsAnExistingFileRatherThanAVanishedOne();
     void marksAllButTheKeptPath_data();
     void marksAllButTheKeptPath();
-    void replacesFormerMarks();
+    void replacesPreviousMarks();
 
 private:
     [[nodiscard]] QString path(char name) const;
@@ -107,7 +107,7 @@ void tst_duplicateGroup::keepsTheFileCreatedFirst()
     QTEST(int(indexOfKeptCopy(paths(names))), "kept");
 }
 
-void tst_duplicateGroup::asksForTheCreationTimeNotTheModificationTime()
+void tst_duplicateGroup::usesTheCreationTimeNotTheModificationTime()
 {
     if (!writeAgedFiles())
         QSKIP("There are no creation times or no hard links here");
@@ -161,7 +161,7 @@ QDateTime day(int days)
 
 } // namespace
 
-void tst_duplicateGroup::judgesByModificationTimeWithoutCreationTime()
+void tst_duplicateGroup::usesTheModificationTimeWithoutCreationTimes()
 {
     FilesWithoutCreationTime files;
     const QList<QString> list{files.path(0), files.path(1), files.path(2)};
@@ -191,7 +191,7 @@ void tst_duplicateGroup::comparesCreationTimesWithModificationTimes()
     QCOMPARE(indexOfKeptCopy({path('2'), files.path(2), files.path(0), path('1')}), 2);
 }
 
-void tst_duplicateGroup::keepsNoVanishedFileInPlaceOfOneThatIsThere_data()
+void tst_duplicateGroup::keepsAnExistingFileRatherThanAVanishedOne_data()
 {
     QTest::addColumn<QString>("names");
     QTest::addColumn<int>("kept");
@@ -208,7 +208,7 @@ void tst_duplicateGroup::keepsNoVanishedFileInPlaceOfOneThatIsThere_data()
 }
 
 /// The files "x" and "y" are gone: who keeps them keeps nothing, and marks the last copy that is left.
-void tst_duplicateGroup::keepsNoVanishedFileInPlaceOfOneThatIsThere()
+void tst_duplicateGroup::keepsAnExistingFileRatherThanAVanishedOne()
 {
     QFETCH(const QString, names);
     if (!writeAgedFiles())
@@ -255,7 +255,7 @@ void tst_duplicateGroup::marksAllButTheKeptPath()
     QCOMPARE(group.files, paths(names));
 }
 
-void tst_duplicateGroup::replacesFormerMarks()
+void tst_duplicateGroup::replacesPreviousMarks()
 {
     writeFile(path('1'), "copy");
     writeFile(path('2'), "copy");

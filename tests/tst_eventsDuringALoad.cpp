@@ -44,8 +44,8 @@ private slots:
     void cleanup();
 
     void leavesThePageEmptyAfterBack();
-    void beginsWithTheFirstBatchDespiteAScroll();
-    void letsNoUserInputIn();
+    void startsWithTheFirstBatchDespiteAScroll();
+    void ignoresUserInput();
 
 private:
     QScopedPointer<LoadingPanelEvents> m_events;
@@ -53,7 +53,7 @@ private:
 
 void tst_eventsDuringALoad::init()
 {
-    renew();
+    reset();
     writePairs(m_folder->path(), 45, u"txt"_s);
     m_events.reset(new LoadingPanelEvents(&m_driver->window()));
 }
@@ -78,7 +78,7 @@ void tst_eventsDuringALoad::leavesThePageEmptyAfterBack()
     QCOMPARE(m_driver->labelText("labelStatsInfo"), QString());
 }
 
-void tst_eventsDuringALoad::beginsWithTheFirstBatchDespiteAScroll()
+void tst_eventsDuringALoad::startsWithTheFirstBatchDespiteAScroll()
 {
     QVERIFY(scan());
     const QStringList firstBatch = m_driver->groupTitles();
@@ -97,7 +97,7 @@ void tst_eventsDuringALoad::beginsWithTheFirstBatchDespiteAScroll()
     QCOMPARE(m_driver->groupTitles(), firstBatch);
 }
 
-void tst_eventsDuringALoad::letsNoUserInputIn()
+void tst_eventsDuringALoad::ignoresUserInput()
 {
     QVERIFY(scan());
     MainWindow &window = m_driver->window();

@@ -1,5 +1,5 @@
 #include "scan/FileNames.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -24,7 +24,7 @@ private slots:
     void walksAFolderInsideAnotherTwice();
     void collectsNothingFromNoFolder();
     void collectsNothingFromAVanishedFolder();
-    void toleratesWhatVanishesDuringTheScan();
+    void toleratesFilesThatVanishDuringTheScan();
     void collectsTheSelectedTypesOnly_data();
     void collectsTheSelectedTypesOnly();
     void ignoresTheSizes();
@@ -133,7 +133,7 @@ void tst_fileCollection::collectsNothingFromAVanishedFolder()
     QCOMPARE(collect({gone, there, file}), QStringList{path(QStringLiteral("a/1.jpg"))});
 }
 
-void tst_fileCollection::toleratesWhatVanishesDuringTheScan()
+void tst_fileCollection::toleratesFilesThatVanishDuringTheScan()
 {
     write({QStringLiteral("a/1.jpg"), QStringLiteral("b/2.jpg"), QStringLiteral("c/3.jpg"),
         QStringLiteral("c/4.jpg")});

@@ -1,9 +1,9 @@
 #include "analysis/FileHash.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/PoolThreads.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -48,14 +48,14 @@ private slots:
     void dependsOnSampledBytesOnly_data();
     void dependsOnSampledBytesOnly();
     void doesNotCoverTheSize();
-    void reachesTheEndOfAVeryLargeFile();
-    void isEmptyForWhatCannotBeOpened_data();
-    void isEmptyForWhatCannotBeOpened();
+    void coversTheTailOfAVeryLargeFile();
+    void isEmptyForFilesThatCannotBeOpened_data();
+    void isEmptyForFilesThatCannotBeOpened();
     void isEmptyForALockedFile();
-    void isEmptyAtOnceForPipesAndDevices_data();
-    void isEmptyAtOnceForPipesAndDevices();
+    void isEmptyForPipesAndDevices_data();
+    void isEmptyForPipesAndDevices();
     void coversFilesThatReportNoSize();
-    void leavesTheFileAsItIs();
+    void doesNotModifyTheFile();
 
 private:
     [[nodiscard]] QString path(const QString &name = QStringLiteral("file")) const;
@@ -192,7 +192,7 @@ void tst_fileHash::doesNotCoverTheSize()
 }
 
 /// The size of such a file does not fit into 32 bits. It has a hole, so it takes no room on the disk.
-void tst_fileHash::reachesTheEndOfAVeryLargeFile()
+void tst_fileHash::coversTheTailOfAVeryLargeFile()
 {
     constexpr qint64 size = 5'000'000'001;
     const QByteArray content = randomBytes(qsizetype(2) * chunk, 4);
@@ -207,7 +207,7 @@ void tst_fileHash::reachesTheEndOfAVeryLargeFile()
     QCOMPARE(computeFileHash(path(), chunk), sha256(content));
 }
 
-void tst_fileHash::isEmptyForWhatCannotBeOpened_data()
+void tst_fileHash::isEmptyForFilesThatCannotBeOpened_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing file") << QStringLiteral("missing");
@@ -217,7 +217,7 @@ void tst_fileHash::isEmptyForWhatCannotBeOpened_data()
     QTest::newRow("the folder itself") << QString();
 }
 
-void tst_fileHash::isEmptyForWhatCannotBeOpened()
+void tst_fileHash::isEmptyForFilesThatCannotBeOpened()
 {
     QFETCH(const QString, name);
     writeFile(path(), "content");
@@ -229,12 +229,12 @@ void tst_fileHash::isEmptyForWhatCannotBeOpened()
 void tst_fileHash::isEmptyForALockedFile()
 {
     writeFile(path(), "content");
-    letEverybodyIn(m_folder->path());
-    letNobodyIn(path());
+    allowAccess(m_folder->path());
+    denyAccess(path());
     bool keptOut = false;
     QByteArray hash;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         keptOut = !QFile(path()).open(QIODevice::ReadOnly);
         hash = computeFileHash(path(), chunk);
     }
@@ -243,7 +243,7 @@ void tst_fileHash::isEmptyForALockedFile()
     QCOMPARE(hash, QByteArray());
 }
 
-void tst_fileHash::isEmptyAtOnceForPipesAndDevices_data()
+void tst_fileHash::isEmptyForPipesAndDevices_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::newRow("pipe") << QStringLiteral("pipe");
@@ -253,7 +253,7 @@ void tst_fileHash::isEmptyAtOnceForPipesAndDevices_data()
 }
 
 /// Whoever opens a pipe waits for its other end, which never comes here.
-void tst_fileHash::isEmptyAtOnceForPipesAndDevices()
+void tst_fileHash::isEmptyForPipesAndDevices()
 {
     QFETCH(const QString, kind);
     if (!makePipe(path(QStringLiteral("pipe"))) || !makeSocket(path(QStringLiteral("socket"))) ||
@@ -278,7 +278,7 @@ void tst_fileHash::coversFilesThatReportNoSize()
     QCOMPARE(computeFileHash(version, chunk), sha256(content.left(chunk)));
 }
 
-void tst_fileHash::leavesTheFileAsItIs()
+void tst_fileHash::doesNotModifyTheFile()
 {
     const QByteArray content = randomBytes(20000, 5);
     writeFile(path(), content);

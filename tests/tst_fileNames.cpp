@@ -11,14 +11,14 @@ class tst_fileNames : public QObject
     Q_OBJECT
 
 private slots:
-    void everyPathLeadsBackToItsName_data();
-    void everyPathLeadsBackToItsName();
-    void everySequenceOfBytesIsItselfOrLeftOut();
-    void namesThatWindowsChanges_data();
-    void namesThatWindowsChanges();
+    void convertsPathsBackToTheirNames_data();
+    void convertsPathsBackToTheirNames();
+    void decodesEveryByteSequenceExactlyOrRejectsIt();
+    void detectsNamesThatWindowsChanges_data();
+    void detectsNamesThatWindowsChanges();
 };
 
-void tst_fileNames::everyPathLeadsBackToItsName_data()
+void tst_fileNames::convertsPathsBackToTheirNames_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<bool>("decodable");
@@ -60,7 +60,7 @@ void tst_fileNames::everyPathLeadsBackToItsName_data()
     row("0xFF", "\xFF", false);
 }
 
-void tst_fileNames::everyPathLeadsBackToItsName()
+void tst_fileNames::convertsPathsBackToTheirNames()
 {
     QFETCH(const QByteArray, name);
     QFETCH(const bool, decodable);
@@ -75,7 +75,7 @@ void tst_fileNames::everyPathLeadsBackToItsName()
 }
 
 /// Every sequence of up to three bytes, the first of them no ASCII.
-void tst_fileNames::everySequenceOfBytesIsItselfOrLeftOut()
+void tst_fileNames::decodesEveryByteSequenceExactlyOrRejectsIt()
 {
 #ifdef Q_OS_WIN
     QSKIP("Names are UTF-16 here: QFile::encodeName() cannot hold them all");
@@ -98,7 +98,7 @@ void tst_fileNames::everySequenceOfBytesIsItselfOrLeftOut()
     QCOMPARE(decodable, expected);
 }
 
-void tst_fileNames::namesThatWindowsChanges_data()
+void tst_fileNames::detectsNamesThatWindowsChanges_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("kept");
@@ -120,7 +120,7 @@ void tst_fileNames::namesThatWindowsChanges_data()
     QTest::newRow("low surrogate first") << QChar(0xDE00) + u"a"_s << false;
 }
 
-void tst_fileNames::namesThatWindowsChanges()
+void tst_fileNames::detectsNamesThatWindowsChanges()
 {
     QFETCH(const QString, name);
     QTEST(keepsItsNameOnWindows(name), "kept");

@@ -1,6 +1,6 @@
 #include "scan/FileSurvey.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/Surveying.h"
+#include "tests/support/SurveyedFiles.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDateTime>
@@ -23,17 +23,17 @@ class tst_fileSurvey : public QObject
 private slots:
     void init();
 
-    void tellsTheFactsOfAFile();
-    void tellsOneIdentityForAllNamesOfAFile();
+    void reportsTheMetadataOfAFile();
+    void reportsOneIdentityForAllNamesOfAFile();
     void fallsBackToTheModificationTime();
-    void beginsPathsWithTheFolderAsGiven_data();
-    void beginsPathsWithTheFolderAsGiven();
+    void startsPathsWithTheFolderAsGiven_data();
+    void startsPathsWithTheFolderAsGiven();
     void findsAFileOncePerFolder();
-    void asksForEachEntryWhetherItIsExcluded();
+    void checksEachEntryForExclusion();
     void entersNoExcludedFolder();
     void appliesSizeLimitsToBothEnds();
     void appliesFileTypes();
-    void leavesTheDesktopOut();
+    void skipsTheDesktop();
     void ignoresTheHiddenRuleOfTheWindow();
 
 private:
@@ -59,7 +59,7 @@ Survey tst_fileSurvey::surveyTree() const
     return surveyQuietly(everything({m_folder->path()}));
 }
 
-void tst_fileSurvey::tellsTheFactsOfAFile()
+void tst_fileSurvey::reportsTheMetadataOfAFile()
 {
     writeFile(path(u"a/b"_s), "123");
     setModificationTime(path(u"a/b"_s), 1000);
@@ -78,7 +78,7 @@ void tst_fileSurvey::tellsTheFactsOfAFile()
     QVERIFY(survey.unreadable.isEmpty());
 }
 
-void tst_fileSurvey::tellsOneIdentityForAllNamesOfAFile()
+void tst_fileSurvey::reportsOneIdentityForAllNamesOfAFile()
 {
     writeFile(path(u"a"_s), "x");
     writeFile(path(u"z"_s), "x");
@@ -109,7 +109,7 @@ void tst_fileSurvey::fallsBackToTheModificationTime()
     QCOMPARE(survey.files.front().created, survey.files.front().modified);
 }
 
-void tst_fileSurvey::beginsPathsWithTheFolderAsGiven_data()
+void tst_fileSurvey::startsPathsWithTheFolderAsGiven_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("expected");
@@ -118,7 +118,7 @@ void tst_fileSurvey::beginsPathsWithTheFolderAsGiven_data()
     QTest::newRow("with dots") << u"./folder/../folder"_s << u"./folder/../folder/sub/file"_s;
 }
 
-void tst_fileSurvey::beginsPathsWithTheFolderAsGiven()
+void tst_fileSurvey::startsPathsWithTheFolderAsGiven()
 {
     QFETCH(const QString, folder);
     QFETCH(const QString, expected);
@@ -146,7 +146,7 @@ void tst_fileSurvey::findsAFileOncePerFolder()
     }
 }
 
-void tst_fileSurvey::asksForEachEntryWhetherItIsExcluded()
+void tst_fileSurvey::checksEachEntryForExclusion()
 {
     writeFile(path(u"a/file"_s), "x");
     QStringList asked;
@@ -198,7 +198,7 @@ void tst_fileSurvey::appliesFileTypes()
     QCOMPARE(pathsOf(surveyQuietly(request)), (QStringList{path(u"a.JPG"_s), path(u"a.zip"_s)}));
 }
 
-void tst_fileSurvey::leavesTheDesktopOut()
+void tst_fileSurvey::skipsTheDesktop()
 {
     const QString home = QDir(m_folder->path()).canonicalPath();
     // The tests run in a process of their own, which needs no real home.

@@ -32,19 +32,19 @@ class tst_fingerprintQueue : public QObject
     Q_OBJECT
 
 private slots:
-    void yieldsOneFingerprintPerCandidateInOrder_data();
-    void yieldsOneFingerprintPerCandidateInOrder();
+    void returnsOneFingerprintPerCandidateInOrder_data();
+    void returnsOneFingerprintPerCandidateInOrder();
     void computesABoundedNumberAhead();
 };
 
-void tst_fingerprintQueue::yieldsOneFingerprintPerCandidateInOrder_data()
+void tst_fingerprintQueue::returnsOneFingerprintPerCandidateInOrder_data()
 {
     QTest::addColumn<int>("filesOfEachClass");
     for (const int files : {2, 63, 64, 65, 150})
         QTest::addRow("classes of %d", files) << files;
 }
 
-void tst_fingerprintQueue::yieldsOneFingerprintPerCandidateInOrder()
+void tst_fingerprintQueue::returnsOneFingerprintPerCandidateInOrder()
 {
     QFETCH(const int, filesOfEachClass);
     constexpr int files = 300;

@@ -31,13 +31,13 @@ class tst_firstRows : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void comeAfterATenthOfASecond();
-    void unlockTheButtonsInEveryScan();
-    void ignoreAClickOnACategoryBefore_data();
-    void ignoreAClickOnACategoryBefore();
-    void stayAwayAfterBack();
-    void comeWithTheNextScanAfterBack();
-    void comeAfterTwoDeliveriesCloseTogether();
+    void appearAfterOneHundredMilliseconds();
+    void enableTheButtonsInEveryScan();
+    void ignoreEarlierClicksOnACategory_data();
+    void ignoreEarlierClicksOnACategory();
+    void doNotAppearAfterBack();
+    void appearWithTheNextScanAfterBack();
+    void appearAfterTwoDeliveriesCloseTogether();
 
 private:
     /// Calls \a action once, after the next delivery and before its first rows.
@@ -61,7 +61,7 @@ private:
 
 void tst_firstRows::init()
 {
-    renew();
+    reset();
     writePairs(m_folder->path(), pairs, u"txt"_s);
     m_driver->setFolders({m_folder->path()});
 }
@@ -94,10 +94,10 @@ void tst_firstRows::verifyThePageIsFilled()
     QCOMPARE(enabled(actionButtons).size(), 3);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), pairs);
-    QCOMPARE(m_driver->tickedPaths().size(), pairs);
+    QCOMPARE(m_driver->checkedPaths().size(), pairs);
 }
 
-void tst_firstRows::comeAfterATenthOfASecond()
+void tst_firstRows::appearAfterOneHundredMilliseconds()
 {
     // Timers expire in the order of their times, however slow the machine is.
     QStringList order;
@@ -121,7 +121,7 @@ void tst_firstRows::comeAfterATenthOfASecond()
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
 }
 
-void tst_firstRows::unlockTheButtonsInEveryScan()
+void tst_firstRows::enableTheButtonsInEveryScan()
 {
     for (int scan = 0; scan < 2; ++scan) {
         QStringList enabledBefore{u"not asked"_s};
@@ -133,7 +133,7 @@ void tst_firstRows::unlockTheButtonsInEveryScan()
     }
 }
 
-void tst_firstRows::ignoreAClickOnACategoryBefore_data()
+void tst_firstRows::ignoreEarlierClicksOnACategory_data()
 {
     QTest::addColumn<int>("scans");
     for (const char *button : categoryButtons) {
@@ -143,7 +143,7 @@ void tst_firstRows::ignoreAClickOnACategoryBefore_data()
 }
 
 /// Such a click would save marks of rows that were never there.
-void tst_firstRows::ignoreAClickOnACategoryBefore()
+void tst_firstRows::ignoreEarlierClicksOnACategory()
 {
     QFETCH(const int, scans);
     const QByteArray button = QByteArray(QTest::currentDataTag()).split(' ').first();
@@ -163,7 +163,7 @@ void tst_firstRows::ignoreAClickOnACategoryBefore()
         QCOMPARE(m_driver->find(name)->property("selected").toBool(), qstrcmp(name, "btnAll") == 0);
 }
 
-void tst_firstRows::stayAwayAfterBack()
+void tst_firstRows::doNotAppearAfterBack()
 {
     for (int scan = 0; scan < 2; ++scan) {
         bool back = false;
@@ -186,7 +186,7 @@ void tst_firstRows::stayAwayAfterBack()
     verifyThePageIsFilled();
 }
 
-void tst_firstRows::comeWithTheNextScanAfterBack()
+void tst_firstRows::appearWithTheNextScanAfterBack()
 {
     bool again = false;
     afterDelivery([&] {
@@ -202,15 +202,15 @@ void tst_firstRows::comeWithTheNextScanAfterBack()
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 45 duplicates, 90 files, size 0.00 GB"_s);
 }
 
-void tst_firstRows::comeAfterTwoDeliveriesCloseTogether()
+void tst_firstRows::appearAfterTwoDeliveriesCloseTogether()
 {
     QVERIFY(m_driver->scan());
     PoolGate gate;
     m_driver->click("btnStartScan");
     m_driver->click("btnStartScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QVERIFY(m_driver->waitForResults());
     waitUntilRowsWereDue();
     verifyThePageIsFilled();

@@ -47,11 +47,11 @@ private slots:
     void addsEachFolderOfADropOnce();
     void doesNotListAFolderAgain();
     void doesNotListTheTargetOfALinkAgain();
-    void refusesEverythingElse_data();
-    void refusesEverythingElse();
-    void takesTheFoldersAmongOtherThings();
-    void neverLetsTheSourceMove();
-    void leavesOtherEventsAlone();
+    void refusesDropsWithoutFolders_data();
+    void refusesDropsWithoutFolders();
+    void addsOnlyTheFoldersOfAMixedDrop();
+    void neverAcceptsAMove();
+    void ignoresOtherEvents();
 
 private:
     /// Sends a drag event to the list as Qt does, returns whether it was accepted.
@@ -168,7 +168,7 @@ void tst_folderDrop::doesNotListTheTargetOfALinkAgain()
     QCOMPARE(m_driver->folders(), QStringList{inner});
 }
 
-void tst_folderDrop::refusesEverythingElse_data()
+void tst_folderDrop::refusesDropsWithoutFolders_data()
 {
     QTest::addColumn<Urls>("urls");
     QTest::addColumn<QString>("text");
@@ -179,7 +179,7 @@ void tst_folderDrop::refusesEverythingElse_data()
     QTest::newRow("an empty address") << Urls{QUrl()} << QString();
 }
 
-void tst_folderDrop::refusesEverythingElse()
+void tst_folderDrop::refusesDropsWithoutFolders()
 {
     QFETCH(const Urls, urls);
     QFETCH(const QString, text);
@@ -191,7 +191,7 @@ void tst_folderDrop::refusesEverythingElse()
     QCOMPARE(m_driver->folders(), QStringList());
 }
 
-void tst_folderDrop::takesTheFoldersAmongOtherThings()
+void tst_folderDrop::addsOnlyTheFoldersOfAMixedDrop()
 {
     Urls urls = localUrls({u"/no/such/file"_s, m_folder->path()});
     urls.prepend(QUrl(u"https://www.quillory.example/"_s));
@@ -200,7 +200,7 @@ void tst_folderDrop::takesTheFoldersAmongOtherThings()
 }
 
 /// A source that is told that its files were moved deletes them.
-void tst_folderDrop::neverLetsTheSourceMove()
+void tst_folderDrop::neverAcceptsAMove()
 {
     const auto data = mimeData(localUrls({m_folder->path()}));
     for (const QEvent::Type type : {QEvent::DragEnter, QEvent::DragMove, QEvent::Drop}) {
@@ -210,7 +210,7 @@ void tst_folderDrop::neverLetsTheSourceMove()
     }
 }
 
-void tst_folderDrop::leavesOtherEventsAlone()
+void tst_folderDrop::ignoresOtherEvents()
 {
     m_driver->setFolders({m_folder->path()});
     auto *const list = m_driver->find<QListWidget>("listScanFolders");

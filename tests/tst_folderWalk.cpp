@@ -3,10 +3,10 @@
 #include "scan/FolderEntries.h"
 #include "scan/FolderWalk.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/QtWalk.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -58,13 +58,13 @@ class tst_folderWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void yieldsWhatQtYields_data();
-    void yieldsWhatQtYields();
+    void matchesQtsWalk_data();
+    void matchesQtsWalk();
     void walksTheFoldersInTheOrderGiven();
-    void yieldsWhatOnlyOneFolderHolds();
+    void listsTheEntriesOfOneFolder();
 };
 
-void tst_folderWalk::yieldsWhatQtYields_data()
+void tst_folderWalk::matchesQtsWalk_data()
 {
     using Fill = std::function<void(const QString &folder)>;
     QTest::addColumn<Fill>("fill");
@@ -127,19 +127,19 @@ void tst_folderWalk::yieldsWhatQtYields_data()
     QTest::newRow("a folder nobody may read") << Fill([](const QString &folder) {
         writeFile(folder + u"/closed/file"_s, "x");
         writeFile(folder + u"/open/file"_s, "x");
-        letNobodyIn(folder + u"/closed"_s);
+        denyAccess(folder + u"/closed"_s);
     }) << QString() << true;
 }
 
-void tst_folderWalk::yieldsWhatQtYields()
+void tst_folderWalk::matchesQtsWalk()
 {
     QFETCH(const std::function<void(const QString &folder)>, fill);
     QFETCH(const QString, walked);
     QFETCH(const bool, hasFiles);
     const HostileTree folder;
     fill(folder.path());
-    letEverybodyIn(folder.path());
-    const OrdinaryUser user;
+    allowAccess(folder.path());
+    const UnprivilegedUser user;
 
     const QString path = folder.path() + walked;
     const QStringList expected = filesByQt(path);
@@ -163,7 +163,7 @@ void tst_folderWalk::walksTheFoldersInTheOrderGiven()
     QCOMPARE(countFiles({}, neverAbandoned), 0);
 }
 
-void tst_folderWalk::yieldsWhatOnlyOneFolderHolds()
+void tst_folderWalk::listsTheEntriesOfOneFolder()
 {
     const QTemporaryDir folder;
     for (const QString &name : {u"a"_s, u"sub/b"_s, u".hidden/c"_s, u"other/sub/d"_s})

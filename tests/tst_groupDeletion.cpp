@@ -1,7 +1,7 @@
 #include "results/GroupDeletion.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -22,14 +22,14 @@ private slots:
     void deletesMarkedFiles_data();
     void deletesMarkedFiles();
     void deletesAPathOfTwoGroupsOnce();
-    void goesThroughTheGroupsBackwards();
-    void takesOutFilesThatCouldNotBeDeleted();
+    void processesTheGroupsBackwards();
+    void removesFilesThatCouldNotBeDeletedFromTheirGroups();
     void deletesNothingWithoutPermission();
     void deletesNoFolder();
     void deletesALinkNotItsTarget();
     void keepsNameAndSizeOfAGroup();
     void doesNothingWithoutMarks();
-    void asksTheMarksThemselves();
+    void usesTheMarksNotTheFlag();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -164,7 +164,7 @@ void tst_groupDeletion::deletesAPathOfTwoGroupsOnce()
 }
 
 /// A path that leads through a link tells whether the link was still there when its turn came.
-void tst_groupDeletion::goesThroughTheGroupsBackwards()
+void tst_groupDeletion::processesTheGroupsBackwards()
 {
     const QString link = path(QStringLiteral("link"));
     QList<DuplicateGroup> groups{group(QStringLiteral("b c"), {}), group(QStringLiteral("a d"), {})};
@@ -180,7 +180,7 @@ void tst_groupDeletion::goesThroughTheGroupsBackwards()
     QVERIFY(QFile::exists(path(QStringLiteral("folder/inside"))));
 }
 
-void tst_groupDeletion::takesOutFilesThatCouldNotBeDeleted()
+void tst_groupDeletion::removesFilesThatCouldNotBeDeletedFromTheirGroups()
 {
     QList<DuplicateGroup> groups{group(QStringLiteral("a b"), QStringLiteral("a")),
         group(QStringLiteral("c d e"), QStringLiteral("c d")),
@@ -197,16 +197,16 @@ void tst_groupDeletion::takesOutFilesThatCouldNotBeDeleted()
 void tst_groupDeletion::deletesNothingWithoutPermission()
 {
     QList<DuplicateGroup> groups{group(QStringLiteral("a b c"), QStringLiteral("a b"))};
-    letEverybodyInToLook(m_folder->path());
+    allowReadingOnly(m_folder->path());
     DeletionResult result;
     bool keptOut = false;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         keptOut = !QFile(path(QStringLiteral("new"))).open(QIODevice::WriteOnly);
         if (keptOut)
             result = deleteMarkedFiles(groups);
     }
-    letEverybodyIn(m_folder->path());
+    allowAccess(m_folder->path());
     if (!keptOut)
         QSKIP("Permissions keep nobody out here");
     QCOMPARE(result.deleted, 0);
@@ -270,7 +270,7 @@ void tst_groupDeletion::doesNothingWithoutMarks()
 }
 
 /// The note of a group that it has marks may lag behind.
-void tst_groupDeletion::asksTheMarksThemselves()
+void tst_groupDeletion::usesTheMarksNotTheFlag()
 {
     QList<DuplicateGroup> groups{group(QStringLiteral("a b"), {}), group(QStringLiteral("c d"), {})};
     QVERIFY(!hasMarkedFiles({}));

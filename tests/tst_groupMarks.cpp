@@ -81,13 +81,13 @@ private slots:
     void savesTheCheckedRows();
     void dropsTheMarksOfGroupsWithoutRow();
     void dropsAllMarksWithoutAnyRow();
-    void leavesGroupsThatAreNotShownAlone();
+    void keepsTheMarksOfGroupsThatAreNotShown();
     void sharesMarksBetweenGroupsWithTheSameFiles();
     void lastOfTheRowsWithTheSameFilesDecides();
     void sharesNothingWhenFilesAreInAnotherOrder();
     void sharesNothingWhenOnlyTheFirstFileIsTheSame();
     void dropsSharedMarksWithoutRow();
-    void isTheSameAsThePlainWay();
+    void matchesTheQuadraticAlgorithm();
 };
 
 void tst_groupMarks::savesTheCheckedRows()
@@ -116,7 +116,7 @@ void tst_groupMarks::dropsAllMarksWithoutAnyRow()
     QVERIFY(none.isEmpty());
 }
 
-void tst_groupMarks::leavesGroupsThatAreNotShownAlone()
+void tst_groupMarks::keepsTheMarksOfGroupsThatAreNotShown()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd", "c"), group("ef", "f")};
     saveMarks(groups, pointersTo(groups, {1}), {paths("cd")});
@@ -167,7 +167,7 @@ void tst_groupMarks::dropsSharedMarksWithoutRow()
     QCOMPARE(marks(groups), words("a+ + a+"));
 }
 
-void tst_groupMarks::isTheSameAsThePlainWay()
+void tst_groupMarks::matchesTheQuadraticAlgorithm()
 {
     QRandomGenerator random(7);
     const auto randomLetters = [&random](int least, int most) {

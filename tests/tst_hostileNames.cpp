@@ -1,7 +1,7 @@
 #include "analysis/DuplicateAnalysis.h"
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/HostileNames.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/QtWalk.h"
@@ -49,13 +49,13 @@ class tst_hostileNames : public QObject
 
 private slots:
     void initTestCase();
-    void everyFileIsItselfOrLeftOut_data();
-    void everyFileIsItselfOrLeftOut();
-    void yieldsWhatQtYieldsWithoutByteOrderMarks();
-    void neverTakesAFileForItsCopy();
-    void listsHiddenEntriesWhenAsked();
-    void saysWhyAFolderCannotBeRead();
-    void canBeAskedForMoreOfTheCurrentEntry();
+    void decodesEveryNameExactlyOrSkipsIt_data();
+    void decodesEveryNameExactlyOrSkipsIt();
+    void matchesQtsWalkWithoutByteOrderMarks();
+    void neverConfusesNamesThatDifferInAByteOrderMark();
+    void listsHiddenEntriesOnRequest();
+    void reportsWhyAFolderCannotBeRead();
+    void givesAccessToTheCurrentEntry();
 };
 
 void tst_hostileNames::initTestCase()
@@ -65,14 +65,14 @@ void tst_hostileNames::initTestCase()
         QSKIP("Here not every sequence of bytes is a name");
 }
 
-void tst_hostileNames::everyFileIsItselfOrLeftOut_data()
+void tst_hostileNames::decodesEveryNameExactlyOrSkipsIt_data()
 {
     QTest::addColumn<quint32>("seed");
     for (quint32 seed = 1; seed <= seeds; ++seed)
         QTest::addRow("seed %u", seed) << seed;
 }
 
-void tst_hostileNames::everyFileIsItselfOrLeftOut()
+void tst_hostileNames::decodesEveryNameExactlyOrSkipsIt()
 {
     QFETCH(const quint32, seed);
     const HostileTree tree;
@@ -89,7 +89,7 @@ void tst_hostileNames::everyFileIsItselfOrLeftOut()
 }
 
 /// QDirIterator itself drops U+FEFF at the start of a name.
-void tst_hostileNames::yieldsWhatQtYieldsWithoutByteOrderMarks()
+void tst_hostileNames::matchesQtsWalkWithoutByteOrderMarks()
 {
     const HostileTree tree;
     int i = 0;
@@ -102,7 +102,7 @@ void tst_hostileNames::yieldsWhatQtYieldsWithoutByteOrderMarks()
     QCOMPARE(collect({tree.path()}), filesByQt(tree.path()));
 }
 
-void tst_hostileNames::neverTakesAFileForItsCopy()
+void tst_hostileNames::neverConfusesNamesThatDifferInAByteOrderMark()
 {
     const HostileTree tree;
     QVERIFY(writeFileWithRawName(tree.path(), "report.txt", "plain"));
@@ -124,7 +124,7 @@ void tst_hostileNames::neverTakesAFileForItsCopy()
         (QStringList{tree.path(u"report.txt"_s), tree.path(u"\uFEFFreport.txt"_s)}));
 }
 
-void tst_hostileNames::listsHiddenEntriesWhenAsked()
+void tst_hostileNames::listsHiddenEntriesOnRequest()
 {
     const HostileTree tree;
     for (const char *const name : {"file", ".hidden", "..twice", "...", "\xEF\xBB\xBF.marked"})
@@ -143,7 +143,7 @@ void tst_hostileNames::listsHiddenEntriesWhenAsked()
         (QList<QByteArray>{"...", "..twice", ".folder", ".hidden", "file", "\xEF\xBB\xBF.marked"}));
 }
 
-void tst_hostileNames::saysWhyAFolderCannotBeRead()
+void tst_hostileNames::reportsWhyAFolderCannotBeRead()
 {
     const HostileTree tree;
     FolderEntries empty(tree.path());
@@ -154,7 +154,7 @@ void tst_hostileNames::saysWhyAFolderCannotBeRead()
     QCOMPARE(missing.error(), qt_error_string(ENOENT));
 }
 
-void tst_hostileNames::canBeAskedForMoreOfTheCurrentEntry()
+void tst_hostileNames::givesAccessToTheCurrentEntry()
 {
 #ifdef Q_OS_LINUX
     const HostileTree tree;

@@ -43,7 +43,7 @@ qint64 peakMemory()
 
 } // namespace
 
-/// Pictures that are broken, or larger than memory: the rows are there, ticked and deleted like any others.
+/// Pictures that are broken, or larger than memory: the rows are there, marked and deleted like any others.
 class tst_hostilePictures : public QObject
 {
     Q_OBJECT
@@ -95,7 +95,7 @@ void tst_hostilePictures::survivesThePicture()
     QCOMPARE(driver.filePaths().size(), 2);
     for (const QString &path : driver.filePaths())
         QCOMPARE(!driver.fileRow(path)->icon(0).isNull(), hasIcon);
-    QCOMPARE(driver.tickedPaths().size(), 1);
+    QCOMPARE(driver.checkedPaths().size(), 1);
     driver.clickAndCloseBoxes("btnRemoveSelected");
     QCOMPARE(tree.state().size(), 1);
     // Far less than the gigabytes that the pixels would take.

@@ -1,11 +1,11 @@
 #include "analysis/DuplicateAnalysis.h"
 #include "tests/support/AnalysisRecorder.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/OpenWatch.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QDir>
@@ -15,7 +15,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Trees with whatever a disk can hold: the window finds the copies among it, and Delete takes the ticked
+/// Trees with whatever a disk can hold: the window finds the copies among it, and Delete takes the marked
 /// files from the disk and nothing else.
 class tst_hostileTrees : public QObject
 {
@@ -26,14 +26,14 @@ private slots:
 
     void deletesFilesWithOddNames_data();
     void deletesFilesWithOddNames();
-    void leavesNamesThatAreNoTextAlone();
+    void skipsNamesThatAreNotText();
     void collectsEveryFileOfACrowdedFolder();
     void reachesDeepFolders_data();
     void reachesDeepFolders();
-    void leavesLinksAndTheirTargetsAlone();
+    void keepsLinksAndTheirTargets();
     void deletesOneNameOfAFileWithTwo();
     void neverOpensPipesSocketsAndDevices();
-    void leavesOutFilesThatCannotBeRead();
+    void skipsFilesThatCannotBeRead();
     void comparesSparseFilesByBothEnds();
 
 private:
@@ -53,20 +53,20 @@ QString tst_hostileTrees::path(const QString &name) const
     return m_tree->path(name);
 }
 
-/// Presses Delete: all ticked files have to go, and the rest of the disk stays as it is.
+/// Presses Delete: all marked files have to go, and the rest of the disk stays as it is.
 void tst_hostileTrees::checkDeletion(WindowDriver &driver)
 {
-    QList<QByteArray> ticked;
-    for (const QString &each : driver.tickedPaths())
-        ticked.append(m_tree->rawName(each));
-    std::sort(ticked.begin(), ticked.end());
+    QList<QByteArray> marked;
+    for (const QString &each : driver.checkedPaths())
+        marked.append(m_tree->rawName(each));
+    std::sort(marked.begin(), marked.end());
     DiskState expected = m_tree->state();
 
     const QList<ShownBox> boxes = driver.clickAndCloseBoxes("btnRemoveSelected");
-    QCOMPARE(boxes.value(0), deletionBox(static_cast<int>(ticked.size()), 0));
+    QCOMPARE(boxes.value(0), deletionBox(static_cast<int>(marked.size()), 0));
     const DiskState left = m_tree->state();
-    QCOMPARE(goneFrom(expected, left), ticked);
-    for (const QByteArray &each : std::as_const(ticked))
+    QCOMPARE(goneFrom(expected, left), marked);
+    for (const QByteArray &each : std::as_const(marked))
         expected.remove(each);
     QVERIFY(left == expected);
 }
@@ -96,12 +96,12 @@ void tst_hostileTrees::deletesFilesWithOddNames()
     QCOMPARE(sorted(driver.filePaths()), sorted({copy, path(u"neighbours/"_s + name)}));
     QCOMPARE(driver.groupTitles().size(), 1);
     QVERIFY(driver.groupTitles().constFirst().startsWith(name + u"    "_s));
-    QCOMPARE(driver.tickedPaths().size(), 1);
+    QCOMPARE(driver.checkedPaths().size(), 1);
     checkDeletion(driver);
 }
 
 /// Such a name turns into replacement characters as text, and so into the name of another entry.
-void tst_hostileTrees::leavesNamesThatAreNoTextAlone()
+void tst_hostileTrees::skipsNamesThatAreNotText()
 {
     const QList<QByteArray> names{
         "\xFF.txt", "caf\xE9.txt", "\xED\xA0\x80.txt", "\xC0\xAF.txt", "\xF0\x9F.txt"};
@@ -129,7 +129,7 @@ void tst_hostileTrees::leavesNamesThatAreNoTextAlone()
     WindowDriver driver;
     driver.setFolders({path()});
     QVERIFY(driver.scan());
-    QCOMPARE(driver.tickedPaths().size(), expected.size() - 1);
+    QCOMPARE(driver.checkedPaths().size(), expected.size() - 1);
     checkDeletion(driver);
 }
 
@@ -176,11 +176,11 @@ void tst_hostileTrees::reachesDeepFolders()
     QVERIFY(driver.scan());
     QCOMPARE(driver.groupTitles().size(), reached ? 2 : 1);
     QCOMPARE(driver.filePaths().filter(u"deep.txt"_s).size(), reached ? 2 : 0);
-    QCOMPARE(driver.tickedPaths().size(), driver.groupTitles().size());
+    QCOMPARE(driver.checkedPaths().size(), driver.groupTitles().size());
     checkDeletion(driver);
 }
 
-void tst_hostileTrees::leavesLinksAndTheirTargetsAlone()
+void tst_hostileTrees::keepsLinksAndTheirTargets()
 {
     for (const char *name : {"tree/a.jpg", "tree/b.jpg", "outside/c.jpg"})
         writeFile(path(QLatin1StringView(name)), "the same");
@@ -196,7 +196,7 @@ void tst_hostileTrees::leavesLinksAndTheirTargetsAlone()
     QVERIFY(driver.scan());
     QCOMPARE(sorted(driver.filePaths()), (QStringList{path(u"tree/a.jpg"_s), path(u"tree/b.jpg"_s)}));
     driver.click("btnSelectAll");
-    QCOMPARE(driver.tickedPaths().size(), 1);
+    QCOMPARE(driver.checkedPaths().size(), 1);
     checkDeletion(driver);
 }
 
@@ -210,7 +210,7 @@ void tst_hostileTrees::deletesOneNameOfAFileWithTwo()
     driver.setFolders({path()});
     QVERIFY(driver.scan());
     QCOMPARE(driver.filePaths().size(), 2);
-    QCOMPARE(driver.tickedPaths(), QStringList{driver.filePaths().constLast()});
+    QCOMPARE(driver.checkedPaths(), QStringList{driver.filePaths().constLast()});
     checkDeletion(driver);
     QCOMPARE(m_tree->state().size(), 1);
 }
@@ -244,36 +244,36 @@ void tst_hostileTrees::neverOpensPipesSocketsAndDevices()
         QSKIP("Pipes and sockets are fine; a device takes root to make");
 }
 
-void tst_hostileTrees::leavesOutFilesThatCannotBeRead()
+void tst_hostileTrees::skipsFilesThatCannotBeRead()
 {
     const QStringList names{u"1.txt"_s, u"2.txt"_s, u"locked.txt"_s, u"folder/inside.txt"_s};
     for (const QString &name : names)
         writeFile(path(name), "content");
     QFile::setPermissions(path(), QFile::Permissions(0x7777));
-    letNobodyIn(path(u"locked.txt"_s));
-    letNobodyIn(path(u"folder"_s));
+    denyAccess(path(u"locked.txt"_s));
+    denyAccess(path(u"folder"_s));
 
     WindowDriver driver;
     driver.setFolders({path()});
     DiskState expected = m_tree->state();
     bool keptOut = false;
     QStringList shown;
-    QStringList ticked;
+    QStringList marked;
     QList<ShownBox> boxes;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         keptOut = !QFile(path(u"locked.txt"_s)).open(QIODevice::ReadOnly);
         driver.scan();
         shown = driver.filePaths();
-        ticked = driver.tickedPaths();
+        marked = driver.checkedPaths();
         boxes = driver.clickAndCloseBoxes("btnRemoveSelected");
     }
     if (!keptOut)
         QSKIP("Permissions keep nobody out here");
     QCOMPARE(sorted(shown), (QStringList{path(u"1.txt"_s), path(u"2.txt"_s)}));
-    QCOMPARE(ticked.size(), 1);
+    QCOMPARE(marked.size(), 1);
     QCOMPARE(boxes.value(0).text, u"Deleted 1 files successfully, 0 files failed."_s);
-    QCOMPARE(goneFrom(expected, m_tree->state()), QList<QByteArray>{m_tree->rawName(ticked.constFirst())});
+    QCOMPARE(goneFrom(expected, m_tree->state()), QList<QByteArray>{m_tree->rawName(marked.constFirst())});
     QFile::setPermissions(path(u"folder"_s), QFile::Permissions(0x7000));
 }
 

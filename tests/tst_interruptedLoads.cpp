@@ -47,10 +47,10 @@ private slots:
 
     void startsEveryResultWithFreshMarks();
     void neverSavesOldMarksIntoNewGroups();
-    void takesADeliveryDuringALoad_data();
-    void takesADeliveryDuringALoad();
-    void takesRequestsDuringALoad_data();
-    void takesRequestsDuringALoad();
+    void acceptsADeliveryDuringALoad_data();
+    void acceptsADeliveryDuringALoad();
+    void acceptsRequestsDuringALoad_data();
+    void acceptsRequestsDuringALoad();
 
 private:
     /// The page has to be in order: the rows are whole, what is marked stays marked, Delete takes just that.
@@ -81,11 +81,11 @@ void tst_interruptedLoads::cleanup()
 void tst_interruptedLoads::verifyThePageIsInOrder()
 {
     QVERIFY(rowsAreWhole(*m_driver));
-    m_driver->tickAll(false);
+    m_driver->checkAll(false);
     const QString path = m_driver->tree()->topLevelItem(7)->child(0)->text(0);
-    m_driver->tick(path);
+    m_driver->check(path);
     m_driver->click("btnAll");
-    QCOMPARE(m_driver->tickedPaths(), QStringList(path));
+    QCOMPARE(m_driver->checkedPaths(), QStringList(path));
     const QSet<QString> before = filesBelow(m_folder->path());
     m_driver->clickAndCloseBoxes("btnRemoveSelected");
     QCOMPARE(before - filesBelow(m_folder->path()), QSet<QString>{path});
@@ -106,10 +106,10 @@ void tst_interruptedLoads::startsEveryResultWithFreshMarks()
         QCOMPARE(m_driver->tree()->topLevelItemCount(), 20);
         m_driver->loadAllBatches();
         if (scan == 0)
-            checked = m_driver->tickedPaths();
+            checked = m_driver->checkedPaths();
         QCOMPARE(checked.size(), pairs);
-        QCOMPARE(m_driver->tickedPaths(), checked);
-        m_driver->tickAll(scan == 0);
+        QCOMPARE(m_driver->checkedPaths(), checked);
+        m_driver->checkAll(scan == 0);
         m_driver->click("btnDocuments");
         m_driver->click("btnBack");
     }
@@ -122,46 +122,46 @@ void tst_interruptedLoads::neverSavesOldMarksIntoNewGroups()
     m_driver->window().hide();
     PoolGate gate;
     m_driver->click("btnStartScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
     m_driver->click("btnStartScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QVERIFY(m_driver->waitForResults());
     // The second scan's result is about to replace the rows that are checked here.
     m_driver->loadAllBatches();
-    m_driver->tickAll(true);
-    QCOMPARE(m_driver->tickedPaths().size(), 2 * pairs);
-    gate.runWaitingTasks();
+    m_driver->checkAll(true);
+    QCOMPARE(m_driver->checkedPaths().size(), 2 * pairs);
+    gate.runQueuedTasks();
     QTRY_COMPARE(m_driver->tree()->topLevelItemCount(), 20);
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->filePaths().size(), 2 * pairs);
-    QCOMPARE(m_driver->tickedPaths().size(), pairs);
+    QCOMPARE(m_driver->checkedPaths().size(), pairs);
 }
 
-void tst_interruptedLoads::takesADeliveryDuringALoad_data()
+void tst_interruptedLoads::acceptsADeliveryDuringALoad_data()
 {
     QTest::addColumn<int>("pause");
     QTest::newRow("at once") << 0;
     QTest::newRow("when the first result's rows are due as well") << 150;
 }
 
-void tst_interruptedLoads::takesADeliveryDuringALoad()
+void tst_interruptedLoads::acceptsADeliveryDuringALoad()
 {
     QFETCH(const int, pause);
     const QTemporaryDir other;
     writePairs(other.path(), 30, u"txt"_s);
     PoolGate gate;
     m_driver->click("btnStartScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
     // The first scan is being analysed while the second one walks.
     m_driver->setFolders({other.path()});
     m_driver->click("btnStartScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QCoreApplication::sendPostedEvents(&m_driver->window(), QEvent::MetaCall);
     QCOMPARE(m_driver->page(), u"duplicatespage"_s);
     // The first result is there, the second one is ready: the load takes it, in its midst.
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     gate.open();
     QThread::msleep(static_cast<unsigned long>(pause));
     QVERIFY(QMetaObject::invokeMethod(&m_driver->window(), "onCategoryClicked", Q_ARG(QString, u"all"_s)));
@@ -173,12 +173,12 @@ void tst_interruptedLoads::takesADeliveryDuringALoad()
     QVERIFY(rowsAreWhole(*m_driver));
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 30);
-    QCOMPARE(m_driver->tickedPaths().size(), 30);
+    QCOMPARE(m_driver->checkedPaths().size(), 30);
     for (const QString &path : m_driver->filePaths())
         QVERIFY(path.startsWith(other.path()));
 }
 
-void tst_interruptedLoads::takesRequestsDuringALoad_data()
+void tst_interruptedLoads::acceptsRequestsDuringALoad_data()
 {
     QTest::addColumn<bool>("first");
     QTest::addColumn<QByteArray>("request");
@@ -190,7 +190,7 @@ void tst_interruptedLoads::takesRequestsDuringALoad_data()
     }
 }
 
-void tst_interruptedLoads::takesRequestsDuringALoad()
+void tst_interruptedLoads::acceptsRequestsDuringALoad()
 {
     QFETCH(const bool, first);
     QFETCH(const QByteArray, request);

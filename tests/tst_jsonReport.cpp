@@ -55,9 +55,9 @@ class tst_jsonReport : public QObject
 
 private slots:
     void writesTheKeysInAlphabeticalOrder();
-    void writesWhatTheReportHolds();
+    void writesEveryFieldOfTheReport();
     void writesAnEmptyReport();
-    void readsWhatWasWritten();
+    void readsItsOwnOutput();
     void writesLargeIdentifiersExactly();
     void writesTimesBeyondTheFormat();
     void readsAnotherLayout();
@@ -83,7 +83,7 @@ void tst_jsonReport::writesTheKeysInAlphabeticalOrder()
     QCOMPARE(toJson(report).simplified(), expected);
 }
 
-void tst_jsonReport::writesWhatTheReportHolds()
+void tst_jsonReport::writesEveryFieldOfTheReport()
 {
     const QJsonObject root = parsed(toJson(sampleReport()));
     QCOMPARE(root.value(u"folders"_s), (QJsonArray{u"/a"_s, u"/b \"c\"\n"_s}));
@@ -110,7 +110,7 @@ void tst_jsonReport::writesAnEmptyReport()
     QVERIFY(read.report->groups.isEmpty());
 }
 
-void tst_jsonReport::readsWhatWasWritten()
+void tst_jsonReport::readsItsOwnOutput()
 {
     const Report report = sampleReport();
     const ParsedReport read = parseReport(toJson(report));

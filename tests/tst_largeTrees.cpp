@@ -32,9 +32,9 @@ class tst_largeTrees : public QObject
 private slots:
     void keepsTheOrderInTreesOfEveryShape_data();
     void keepsTheOrderInTreesOfEveryShape();
-    void yieldsAFileBeforeItHasReadTheFolder();
+    void returnsAFileBeforeTheFolderIsRead();
     void endsInTheMiddleOfACrowdedFolder();
-    void asksForEveryEntryOfTheRestOfAFolder();
+    void checksForAbandonAtEveryEntry();
     void holdsOneFolderOpenHoweverDeepItIs();
     void reachesTheDeepestFolderWithASmallStack();
 };
@@ -75,7 +75,7 @@ void tst_largeTrees::keepsTheOrderInTreesOfEveryShape()
 }
 
 /// A folder of a million files must not keep its user without progress until all of it has been read.
-void tst_largeTrees::yieldsAFileBeforeItHasReadTheFolder()
+void tst_largeTrees::returnsAFileBeforeTheFolderIsRead()
 {
     const QTemporaryDir root;
     writeEmptyFiles(root.path(), 1000, u"x"_s);
@@ -103,7 +103,7 @@ void tst_largeTrees::endsInTheMiddleOfACrowdedFolder()
 
 /// Before the walk goes into a subfolder, it reads the rest of the folder around it: a million files,
 /// perhaps.
-void tst_largeTrees::asksForEveryEntryOfTheRestOfAFolder()
+void tst_largeTrees::checksForAbandonAtEveryEntry()
 {
     constexpr int subfolders = 20;
     constexpr int files = 1000;

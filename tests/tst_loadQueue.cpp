@@ -15,15 +15,15 @@ class tst_loadQueue : public QObject
 private slots:
     void init();
 
-    void runsAStepAtOnceWithoutALoad();
+    void runsAStepImmediatelyWithoutALoad();
     void postponesStepsToTheEndOfTheLoad();
     void runsOneLoadAfterTheOther();
     void runsStepsOfAPostponedLoadAfterThoseBeforeIt();
-    void runsADelayedStepWhenItsTimeHasCome();
+    void runsADelayedStepWhenItIsDue();
     void runsOnlyTheNewestOfTheDelayedSteps();
     void runsADelayedStepAfterTheLoad();
     void replacesADelayedStepThatIsPostponed();
-    void letsADelayedStepDelayTheNext();
+    void allowsADelayedStepToDelayAnother();
 
 private:
     /// A step that writes down its name, with a plus when a load is under way.
@@ -42,7 +42,7 @@ void tst_loadQueue::init()
     m_log.clear();
 }
 
-void tst_loadQueue::runsAStepAtOnceWithoutALoad()
+void tst_loadQueue::runsAStepImmediatelyWithoutALoad()
 {
     QVERIFY(!m_queue->isLoading());
     m_queue->runBetweenLoads(step(QStringLiteral("step")));
@@ -82,7 +82,7 @@ void tst_loadQueue::runsStepsOfAPostponedLoadAfterThoseBeforeIt()
     QCOMPARE(m_log.join(u' '), QStringLiteral("outer+ inner+ step last"));
 }
 
-void tst_loadQueue::runsADelayedStepWhenItsTimeHasCome()
+void tst_loadQueue::runsADelayedStepWhenItIsDue()
 {
     m_queue->runDelayed(0ms, step(QStringLiteral("step")));
     QCOMPARE(m_log, QStringList());
@@ -126,7 +126,7 @@ void tst_loadQueue::replacesADelayedStepThatIsPostponed()
     QTRY_COMPARE(m_log.join(u' '), QStringLiteral("load+ newest"));
 }
 
-void tst_loadQueue::letsADelayedStepDelayTheNext()
+void tst_loadQueue::allowsADelayedStepToDelayAnother()
 {
     const QString longName(100, u'x');
     m_queue->runDelayed(0ms, [this, longName] {

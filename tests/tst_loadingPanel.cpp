@@ -30,11 +30,11 @@ private slots:
     void looksAsDesigned();
     void floatsOverTheMiddleOfTheWindow();
     void animatesItsDots();
-    void goesAwayWithTheFirstRows();
+    void closesWithTheFirstRows();
     void appearsOncePerWindow();
-    void goesAwayWhenTheNextScanStarts();
+    void closesWhenTheNextScanStarts();
     void closesOnItsOwnThread();
-    void tellsWhatIsHappening();
+    void updatesTheStatusText();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -118,7 +118,7 @@ void tst_loadingPanel::animatesItsDots()
     QTRY_COMPARE(m_driver->timers(dotInterval).size(), 0);
 }
 
-void tst_loadingPanel::goesAwayWithTheFirstRows()
+void tst_loadingPanel::closesWithTheFirstRows()
 {
     QPointer<QWidget> panel;
     int rowsAtClose = -1;
@@ -157,7 +157,7 @@ void tst_loadingPanel::appearsOncePerWindow()
 }
 
 // A scan can be started again before the first rows have come.
-void tst_loadingPanel::goesAwayWhenTheNextScanStarts()
+void tst_loadingPanel::closesWhenTheNextScanStarts()
 {
     QPointer<QWidget> panel;
     bool goneAtStart = false;
@@ -201,7 +201,7 @@ void tst_loadingPanel::closesOnItsOwnThread()
     QVERIFY(!visibleLater);
 }
 
-void tst_loadingPanel::tellsWhatIsHappening()
+void tst_loadingPanel::updatesTheStatusText()
 {
     QString onDelivery;
     QString duringLoad;

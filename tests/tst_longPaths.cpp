@@ -47,8 +47,8 @@ private slots:
     void showsWhereCopiesDiffer();
     void keepsSizeAndCountOfAGroup_data();
     void keepsSizeAndCountOfAGroup();
-    void tellsTheWholePath_data();
-    void tellsTheWholePath();
+    void showsTheWholePathInTheToolTip_data();
+    void showsTheWholePathInTheToolTip();
 
     void rowsOfCopiesLookDifferent();
     void rowsHaveToolTipsWhereTheyAreCut();
@@ -59,7 +59,7 @@ private slots:
 
 void tst_longPaths::init()
 {
-    renew();
+    reset();
 }
 
 void tst_longPaths::cutsAPathInTheMiddle()
@@ -128,7 +128,7 @@ void tst_longPaths::keepsSizeAndCountOfAGroup()
     QCOMPARE(RowText::elidedTitle(name + figures, metrics, 100'000), name + figures);
 }
 
-void tst_longPaths::tellsTheWholePath_data()
+void tst_longPaths::showsTheWholePathInTheToolTip_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("short") << u"/home/anna"_s;
@@ -138,7 +138,7 @@ void tst_longPaths::tellsTheWholePath_data()
     QTest::newRow("long, one code unit off") << u'x' + u"\U0001F5D1"_s.repeated(500);
 }
 
-void tst_longPaths::tellsTheWholePath()
+void tst_longPaths::showsTheWholePathInTheToolTip()
 {
     QFETCH(const QString, path);
     const QString tip = pathToolTip(path);

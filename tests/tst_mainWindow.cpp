@@ -165,7 +165,7 @@ void tst_mainWindow::goesBackToTheStartPage()
 void tst_mainWindow::goesBackTwicePerClick()
 {
     WindowDriver driver;
-    QCOMPARE(receiversOfClicked(driver.find<QPushButton>("btnBack")), 2);
+    QCOMPARE(clickedReceivers(driver.find<QPushButton>("btnBack")), 2);
 }
 
 QTEST_MAIN(tst_mainWindow)

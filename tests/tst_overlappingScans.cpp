@@ -1,7 +1,7 @@
 #include "scan/ScanThreads.h"
-#include "tests/support/Collecting.h"
-#include "tests/support/OddDisk.h"
-#include "tests/support/QuietMessages.h"
+#include "tests/support/CollectedFiles.h"
+#include "tests/support/MessageFilter.h"
+#include "tests/support/SimulatedDisk.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowDriver.h"
 
@@ -41,12 +41,12 @@ class tst_overlappingScans : public QObject
     Q_OBJECT
 
 private slots:
-    void countsAloneWhenNoThreadIsFree();
+    void countsOnOneThreadWhenNoneIsFree();
     void runOnAFixedNumberOfThreads();
 };
 
 /// Of a walk that runs on the last thread, no part may wait for another thread.
-void tst_overlappingScans::countsAloneWhenNoThreadIsFree()
+void tst_overlappingScans::countsOnOneThreadWhenNoneIsFree()
 {
     const QTemporaryDir folder;
     writeFile(folder.filePath(u"sub/file"_s), "x");
@@ -68,12 +68,12 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
 {
     dropRepeatedMessages();
     const QTemporaryDir folder;
-    const QString scanned = folder.filePath(QString::fromLatin1(OddDisk::doesNotAnswer));
+    const QString scanned = folder.filePath(QString::fromLatin1(SimulatedDisk::blocked));
     writeFile(scanned + u"/a"_s, "twice");
     writeFile(scanned + u"/b"_s, "twice");
     WindowDriver driver;
     // The window waits for its scans when it closes.
-    const auto answering = qScopeGuard(OddDisk::letAnswer);
+    const auto answering = qScopeGuard(SimulatedDisk::unblock);
     driver.setFolders({scanned});
     const int cores = QThread::idealThreadCount();
     const qsizetype most = threadCount() + std::max(8, 2 * cores) + cores;
@@ -87,7 +87,7 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
     QTRY_COMPARE_WITH_TIMEOUT(scanThreads().activeThreadCount(), scanThreads().maxThreadCount(), patience);
     QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, patience);
     qsizetype counted = threadCount();
-    OddDisk::letAnswer();
+    SimulatedDisk::unblock();
     while (isAnyTaskRunning()) {
         counted = std::max(counted, threadCount());
         QCoreApplication::processEvents();

@@ -12,10 +12,10 @@ class tst_progressReports : public QObject
 private slots:
     void truncatesThePercentage_data();
     void truncatesThePercentage();
-    void reportsAfterHundredFiles();
+    void reportsAfterOneHundredFiles();
     void reportsAfterEightHundredMilliseconds();
     void measuresFromTheLastReport();
-    void waitsToPassTheMarkOfTheScanBefore();
+    void waitsUntilThePreviousScansCountIsPassed();
 };
 
 void tst_progressReports::truncatesThePercentage_data()
@@ -41,7 +41,7 @@ void tst_progressReports::truncatesThePercentage()
     QTEST(scannedPercent(scanned, total), "percent");
 }
 
-void tst_progressReports::reportsAfterHundredFiles()
+void tst_progressReports::reportsAfterOneHundredFiles()
 {
     std::atomic<qint32> lastReportedCount = 0;
     ReportThrottle throttle(lastReportedCount);
@@ -76,7 +76,7 @@ void tst_progressReports::measuresFromTheLastReport()
     QVERIFY(throttle.isDue(202, 1302));
 }
 
-void tst_progressReports::waitsToPassTheMarkOfTheScanBefore()
+void tst_progressReports::waitsUntilThePreviousScansCountIsPassed()
 {
     std::atomic<qint32> lastReportedCount = 1000;
     ReportThrottle throttle(lastReportedCount);

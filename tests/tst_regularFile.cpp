@@ -1,6 +1,6 @@
 #include "analysis/RegularFile.h"
-#include "tests/support/DiskCache.h"
 #include "tests/support/LeaseHolder.h"
+#include "tests/support/PageCache.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
@@ -52,7 +52,7 @@ class tst_regularFile : public QObject
 private slots:
     void reads_data();
     void reads();
-    void readsNothingAtOnceFromTheDisk();
+    void returnsNothingForDataThatIsNotCached();
     void waitsForALeaseOfAnotherProcess();
     void readsWithoutTheFlagItWasOpenedWith();
 };
@@ -95,13 +95,13 @@ void tst_regularFile::reads()
     QCOMPARE(file.size(), size);
 }
 
-void tst_regularFile::readsNothingAtOnceFromTheDisk()
+void tst_regularFile::returnsNothingForDataThatIsNotCached()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("file"));
     const QByteArray content = randomBytes(20'000, 1);
     writeFile(path, content);
-    if (!leaveOnDiskOnly(path))
+    if (!dropFromPageCache(path))
         QSKIP("Here files stay in memory");
 
     RegularFile file(path);

@@ -21,16 +21,16 @@ private slots:
     void showsAPlanAndTouchesNothing();
     void deletesCopies();
     void replacesCopiesByHardLinks();
-    void leavesLinksAndReferencesAlone();
+    void keepsLinksAndReferences();
     void actsInEveryGroupInOrder();
     void endsBeforeTheNextActionWhenInterrupted();
     void endsAComparisonWhenInterrupted();
-    void endsWhenNothingCanBePrinted();
+    void endsWhenPrintingFails();
 };
 
 void tst_removal::init()
 {
-    renew();
+    reset();
 }
 
 void tst_removal::showsAPlanAndTouchesNothing()
@@ -65,7 +65,7 @@ void tst_removal::replacesCopiesByHardLinks()
     QCOMPARE(carryOut(abcReport(), applying(RemovalAction::HardLink)).exitCode, ExitRefused);
 }
 
-void tst_removal::leavesLinksAndReferencesAlone()
+void tst_removal::keepsLinksAndReferences()
 {
     QVERIFY(QFile::remove(path(u"c"_s)));
     if (!makeHardLink(path(u"b"_s), path(u"c"_s)))
@@ -124,7 +124,7 @@ void tst_removal::endsAComparisonWhenInterrupted()
     QCOMPARE(treeOf(m_files), (QStringList{u"a: content"_s, u"b: content"_s, u"c: content"_s}));
 }
 
-void tst_removal::endsWhenNothingCanBePrinted()
+void tst_removal::endsWhenPrintingFails()
 {
     const Report report = abcReport();
     Removal removal(report, applying(RemovalAction::Delete),

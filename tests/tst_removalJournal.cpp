@@ -1,8 +1,8 @@
 #include "cli/Leftovers.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -22,22 +22,22 @@ class tst_removalJournal : public QObject
 private slots:
     void init();
 
-    void tellsOfEachActionBeforeAndAfter();
-    void tellsWhyAFileWasLeftAlone();
-    void tellsOfAnInterruption();
+    void recordsEachActionBeforeAndAfter();
+    void recordsWhyAFileWasKept();
+    void recordsAnInterruption();
     void isWrittenBeforeTheAction();
     void isAppended();
-    void beginsALineOfItsOwn();
+    void startsOnANewLine();
     void isNotWrittenByAPlan();
     void endsTheRunWhenItCannotBeOpened_data();
     void endsTheRunWhenItCannotBeOpened();
     void endsTheRunWhenTheDiskIsFull();
-    void isNoFileOfTheReport_data();
-    void isNoFileOfTheReport();
+    void refusesAFileOfTheReport_data();
+    void refusesAFileOfTheReport();
 
     void removesTemporaryNamesOfKilledRuns();
-    void leavesOtherFilesWithSuchNames();
-    void leavesTemporaryNamesThatAreListed();
+    void keepsOtherFilesWithSuchNames();
+    void keepsTemporaryNamesThatAreListed();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
@@ -85,7 +85,7 @@ void tst_removalJournal::init()
         writeFile(path(name), "content");
 }
 
-void tst_removalJournal::tellsOfEachActionBeforeAndAfter()
+void tst_removalJournal::recordsEachActionBeforeAndAfter()
 {
     const QDateTime before = QDateTime::currentDateTimeUtc();
     QCOMPARE(carryOut(abcReport(), deleting(path(u"j"_s))).exitCode, ExitDone);
@@ -101,7 +101,7 @@ void tst_removalJournal::tellsOfEachActionBeforeAndAfter()
     QVERIFY(first.startsWith(R"({"action":"delete","kept":)"));
 }
 
-void tst_removalJournal::tellsWhyAFileWasLeftAlone()
+void tst_removalJournal::recordsWhyAFileWasKept()
 {
     const Report report = abcReport();
     writeFile(path(u"b"_s), "Content");
@@ -110,7 +110,7 @@ void tst_removalJournal::tellsWhyAFileWasLeftAlone()
         (QStringList{u"b begun"_s, u"b contents differ"_s, u"c begun"_s, u"c done"_s}));
 }
 
-void tst_removalJournal::tellsOfAnInterruption()
+void tst_removalJournal::recordsAnInterruption()
 {
     int asked = 0;
     QCOMPARE(carryOut(abcReport(), deleting(path(u"j"_s)), {}, [&] { return ++asked == 2; }).exitCode,
@@ -135,7 +135,7 @@ void tst_removalJournal::isAppended()
 }
 
 /// A killed run can leave half a line.
-void tst_removalJournal::beginsALineOfItsOwn()
+void tst_removalJournal::startsOnANewLine()
 {
     writeFile(path(u"j"_s), R"({"action":"del)");
     QCOMPARE(carryOut(abcReport(), deleting(path(u"j"_s))).exitCode, ExitDone);
@@ -204,14 +204,14 @@ void tst_removalJournal::endsTheRunWhenTheDiskIsFull()
     QVERIFY(lines.filter(u" done"_s).size() >= begun - 1);
 }
 
-void tst_removalJournal::isNoFileOfTheReport_data()
+void tst_removalJournal::refusesAFileOfTheReport_data()
 {
     QTest::addColumn<QString>("target");
     QTest::newRow("kept") << u"a"_s;
     QTest::newRow("marked") << u"b"_s;
 }
 
-void tst_removalJournal::isNoFileOfTheReport()
+void tst_removalJournal::refusesAFileOfTheReport()
 {
     QFETCH(const QString, target);
     QStringList journals{path(target), path(u"./"_s + target)};
@@ -241,7 +241,7 @@ void tst_removalJournal::removesTemporaryNamesOfKilledRuns()
     QCOMPARE(contentOf(path(u"a"_s)), "content");
 }
 
-void tst_removalJournal::leavesOtherFilesWithSuchNames()
+void tst_removalJournal::keepsOtherFilesWithSuchNames()
 {
     // Of the same content, but no name of a file of the report.
     const QStringList others{temporaryName(), temporaryName() + u".txt"_s, u".quillory-.tmp"_s,
@@ -256,7 +256,7 @@ void tst_removalJournal::leavesOtherFilesWithSuchNames()
 }
 
 /// A search with hidden files can list one, and even keep it.
-void tst_removalJournal::leavesTemporaryNamesThatAreListed()
+void tst_removalJournal::keepsTemporaryNamesThatAreListed()
 {
     const QString leftover = path(temporaryName());
     if (!makeHardLink(path(u"a"_s), leftover))

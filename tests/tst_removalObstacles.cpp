@@ -1,9 +1,10 @@
 #include "tests/support/CommandRun.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/ImmutableFile.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
-#include "tests/support/StubbornDisk.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -134,21 +135,21 @@ void tst_removalObstacles::needsPermission()
     QFETCH(const QString, locked);
     QFETCH(const bool, onlyToLook);
     const Report report = pairReport();
-    letEverybodyIn(m_folder->path());
+    allowAccess(m_folder->path());
     if (onlyToLook)
-        letEverybodyInToLook(path(locked));
+        allowReadingOnly(path(locked));
     else
-        letNobodyIn(path(locked));
+        denyAccess(path(locked));
     RemovalOutcome planned;
     RemovalOutcome outcome;
     bool isRefused = false;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         isRefused = !QFile(path(u"files/new"_s)).open(QFile::WriteOnly);
         planned = carryOut(report, planning(RemovalAction::Delete));
         outcome = carryOut(report, applying(RemovalAction::Delete));
     }
-    letEverybodyIn(path(locked));
+    allowAccess(path(locked));
     QCOMPARE(QDir(path(u"files"_s)).entryList(QDir::Files).contains(u"b"_s), true);
     if (!isRefused)
         QSKIP("Permissions keep nobody out here");

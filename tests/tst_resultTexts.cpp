@@ -25,14 +25,14 @@ class tst_resultTexts : public QObject
 private slots:
     void initTestCase();
 
-    void sizeOfAGroup_data();
-    void sizeOfAGroup();
-    void sizeOfAFile_data();
-    void sizeOfAFile();
-    void titleOfAGroup_data();
-    void titleOfAGroup();
-    void totals_data();
-    void totals();
+    void formatsTheSizeOfAGroup_data();
+    void formatsTheSizeOfAGroup();
+    void formatsTheSizeOfAFile_data();
+    void formatsTheSizeOfAFile();
+    void formatsTheTitleOfAGroup_data();
+    void formatsTheTitleOfAGroup();
+    void formatsTheTotals_data();
+    void formatsTheTotals();
 };
 
 void tst_resultTexts::initTestCase()
@@ -41,7 +41,7 @@ void tst_resultTexts::initTestCase()
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
 }
 
-void tst_resultTexts::sizeOfAGroup_data()
+void tst_resultTexts::formatsTheSizeOfAGroup_data()
 {
     QTest::addColumn<qint64>("bytes");
     QTest::addColumn<QString>("text");
@@ -64,13 +64,13 @@ void tst_resultTexts::sizeOfAGroup_data()
     row(2000 * gibi, "2048000.00 MB");
 }
 
-void tst_resultTexts::sizeOfAGroup()
+void tst_resultTexts::formatsTheSizeOfAGroup()
 {
     QFETCH(const qint64, bytes);
     QTEST(ResultTexts::groupSize(bytes), "text");
 }
 
-void tst_resultTexts::sizeOfAFile_data()
+void tst_resultTexts::formatsTheSizeOfAFile_data()
 {
     QTest::addColumn<qint64>("bytes");
     QTest::addColumn<QString>("text");
@@ -87,13 +87,13 @@ void tst_resultTexts::sizeOfAFile_data()
     row(5 * gibi, "5242880 KB");
 }
 
-void tst_resultTexts::sizeOfAFile()
+void tst_resultTexts::formatsTheSizeOfAFile()
 {
     QFETCH(const qint64, bytes);
     QTEST(ResultTexts::fileSize(bytes), "text");
 }
 
-void tst_resultTexts::titleOfAGroup_data()
+void tst_resultTexts::formatsTheTitleOfAGroup_data()
 {
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<qint64>("size");
@@ -112,7 +112,7 @@ void tst_resultTexts::titleOfAGroup_data()
                                << QStringLiteral("שלום\U0001F600    5120.00 MB, 2 file(s)");
 }
 
-void tst_resultTexts::titleOfAGroup()
+void tst_resultTexts::formatsTheTitleOfAGroup()
 {
     QFETCH(const QString, fileName);
     QFETCH(const qint64, size);
@@ -120,7 +120,7 @@ void tst_resultTexts::titleOfAGroup()
     QTEST(ResultTexts::groupTitle(fileName, size, files), "title");
 }
 
-void tst_resultTexts::totals_data()
+void tst_resultTexts::formatsTheTotals_data()
 {
     QTest::addColumn<QList<DuplicateGroup>>("groups");
     QTest::addColumn<QString>("text");
@@ -139,7 +139,7 @@ void tst_resultTexts::totals_data()
                           << QStringLiteral("Total 1 duplicates, 1500 files, size 3000000.00 GB");
 }
 
-void tst_resultTexts::totals()
+void tst_resultTexts::formatsTheTotals()
 {
     QFETCH(QList<DuplicateGroup>, groups);
     QList<DuplicateGroup *> pointers;

@@ -21,8 +21,8 @@ private slots:
     void init();
 
     void loadsInBatchesOfTwenty();
-    void isCompleteWithExactlyTwenty();
-    void loadsOnlyStrictlyPastNinetyPerCent();
+    void loadsOneBatchForExactlyTwenty();
+    void loadsOnlyPastNinetyPerCent();
     void loadsNothingWhenThereIsNothingToScroll();
     void loadsWhenFewerThanAHundredRemain();
     void scrollsToTheEnd();
@@ -31,7 +31,7 @@ private slots:
 
 void tst_resultsBatches::init()
 {
-    renew();
+    reset();
 }
 
 void tst_resultsBatches::loadsInBatchesOfTwenty()
@@ -51,7 +51,7 @@ void tst_resultsBatches::loadsInBatchesOfTwenty()
     QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 45);
 }
 
-void tst_resultsBatches::isCompleteWithExactlyTwenty()
+void tst_resultsBatches::loadsOneBatchForExactlyTwenty()
 {
     writePairs(m_folder->path(), 20, u"txt"_s);
     QVERIFY(scan());
@@ -60,7 +60,7 @@ void tst_resultsBatches::isCompleteWithExactlyTwenty()
     QCOMPARE(groups(), 20);
 }
 
-void tst_resultsBatches::loadsOnlyStrictlyPastNinetyPerCent()
+void tst_resultsBatches::loadsOnlyPastNinetyPerCent()
 {
     writePairs(m_folder->path(), 70, u"txt"_s);
     QVERIFY(scan());

@@ -64,7 +64,7 @@ private:
 
 void tst_resultsLook::init()
 {
-    renew();
+    reset();
     writePairs(m_folder->path(), 3, u"txt"_s);
 }
 

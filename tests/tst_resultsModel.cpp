@@ -1,5 +1,5 @@
 #include "tests/model/RandomUser.h"
-#include "tests/support/QuietMessages.h"
+#include "tests/support/MessageFilter.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>

@@ -34,9 +34,9 @@ private slots:
     void buildsFileRows();
     void sumsUpTheChecksOfAGroup_data();
     void sumsUpTheChecksOfAGroup();
-    void leavesVanishedFilesOut();
+    void skipsVanishedFiles();
     void checksOnlyTheRowThatIsClicked();
-    void totalsUpEveryFile();
+    void countsEveryFileInTheTotals();
 
     void showsAPlaceholderWhenThereIsNothing();
     void showsNoSelection();
@@ -44,7 +44,7 @@ private slots:
 
 void tst_resultsTree::init()
 {
-    renew();
+    reset();
 }
 
 void tst_resultsTree::showsSizesInTitles_data()
@@ -129,21 +129,21 @@ void tst_resultsTree::sumsUpTheChecksOfAGroup()
     const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     QVERIFY(scan());
     QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
-    m_driver->tickAll(false);
+    m_driver->checkAll(false);
     for (const QString &each : paths.first(marked))
-        m_driver->tick(each);
+        m_driver->check(each);
     m_driver->click("btnAll");
-    QStringList shown = m_driver->tickedPaths();
+    QStringList shown = m_driver->checkedPaths();
     shown.sort();
     QCOMPARE(shown, paths.first(marked));
     QCOMPARE(group(0)->checkState(0), state);
 }
 
-void tst_resultsTree::leavesVanishedFilesOut()
+void tst_resultsTree::skipsVanishedFiles()
 {
     const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     QVERIFY(scan());
-    m_driver->tickAll(true);
+    m_driver->checkAll(true);
     QVERIFY(QFile::remove(paths.at(1)));
     m_driver->click("btnAll");
     QVERIFY(group(0)->text(0).endsWith(u", 3 file(s)"_s));
@@ -151,7 +151,7 @@ void tst_resultsTree::leavesVanishedFilesOut()
     shown.sort();
     QCOMPARE(shown, (QStringList{paths.at(0), paths.at(2)}));
     // Every row is checked, but not every file of the group has one.
-    QCOMPARE(m_driver->tickedPaths().size(), 2);
+    QCOMPARE(m_driver->checkedPaths().size(), 2);
     QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
     QVERIFY(QFile::remove(paths.at(0)) && QFile::remove(paths.at(2)));
     m_driver->click("btnAll");
@@ -164,16 +164,16 @@ void tst_resultsTree::checksOnlyTheRowThatIsClicked()
 {
     writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());
-    const QStringList before = m_driver->tickedPaths();
+    const QStringList before = m_driver->checkedPaths();
     group(0)->setCheckState(0, Qt::Checked);
-    QCOMPARE(m_driver->tickedPaths(), before);
+    QCOMPARE(m_driver->checkedPaths(), before);
     group(0)->setCheckState(0, Qt::Unchecked);
-    QCOMPARE(m_driver->tickedPaths(), before);
-    m_driver->tickAll(true);
+    QCOMPARE(m_driver->checkedPaths(), before);
+    m_driver->checkAll(true);
     QCOMPARE(group(0)->checkState(0), Qt::Unchecked);
 }
 
-void tst_resultsTree::totalsUpEveryFile()
+void tst_resultsTree::countsEveryFileInTheTotals()
 {
     for (const QString &name : {u"a.dat"_s, u"b.dat"_s, u"c.dat"_s})
         makeFile(path(name), qint64(1) << 30);

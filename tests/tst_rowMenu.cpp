@@ -1,7 +1,7 @@
 #include "results/RowMenu.h"
 
+#include "tests/support/MessageFilter.h"
 #include "tests/support/OpenedUrls.h"
-#include "tests/support/QuietMessages.h"
 #include "tests/support/ScannedFolder.h"
 
 #include <QApplication>
@@ -87,7 +87,7 @@ void tst_rowMenu::initTestCase()
 void tst_rowMenu::init()
 {
     m_opened.urls.clear();
-    renew();
+    reset();
     m_paths = write({u"a b.txt"_s, u"c,d.txt"_s, u"e#f%20.txt"_s}, "content");
     QVERIFY(scan());
     m_paths = m_driver->filePaths();
@@ -205,7 +205,7 @@ void tst_rowMenu::changesNeitherCheckBoxesNorRows()
     const int loaded = groups();
     group(0)->setExpanded(true);
     QCoreApplication::processEvents();
-    const QStringList checked = m_driver->tickedPaths();
+    const QStringList checked = m_driver->checkedPaths();
     const Qt::CheckState groupState = group(0)->checkState(0);
     QTreeWidgetItem *const kept = group(0)->child(0);
 
@@ -218,7 +218,7 @@ void tst_rowMenu::changesNeitherCheckBoxesNorRows()
     QCOMPARE(groups(), loaded);
     QCOMPARE(group(0)->child(0), kept);
     QCOMPARE(tree->verticalScrollBar()->value(), 0);
-    QCOMPARE(m_driver->tickedPaths(), checked);
+    QCOMPARE(m_driver->checkedPaths(), checked);
     QCOMPARE(group(0)->checkState(0), groupState);
     QVERIFY(group(0)->isExpanded());
     QCOMPARE(QGuiApplication::clipboard()->text(), u"something else"_s);

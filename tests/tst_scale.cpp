@@ -94,7 +94,7 @@ std::optional<Memory> memoryInUse()
 
 } // namespace
 
-/// Results of a size that nobody wants to wait for: everything still opens, scrolls, ticks and deletes.
+/// Very large results: the page still opens, scrolls, marks and deletes.
 ///
 /// QUILLORY_FULL_SCALE=1 makes the trees as large as they get in practice and takes minutes; raise
 /// QTEST_FUNCTION_TIMEOUT with it.
@@ -168,8 +168,8 @@ void tst_scale::worksWithManyFiles()
     clock.endStage("open");
     QCOMPARE(driver.labelText("labelStatsInfo"),
         u"Total %1 duplicates, %2 files, size 0.00 GB"_s.arg(groups + 1).arg(groups * copies + 2));
-    const qsizetype ticksOfFirstBatch = driver.tickedPaths().size();
-    QVERIFY(ticksOfFirstBatch >= (groups > 1 ? 20 : copies));
+    const qsizetype checkedInFirstBatch = driver.checkedPaths().size();
+    QVERIFY(checkedInFirstBatch >= (groups > 1 ? 20 : copies));
 
     driver.scrollToTheEnd();
     QCOMPARE(driver.tree()->topLevelItemCount(), groups + 1);
@@ -182,13 +182,13 @@ void tst_scale::worksWithManyFiles()
     driver.click("btnSelectAll");
     QCoreApplication::processEvents();
     clock.endStage("select all");
-    QCOMPARE(driver.tickedPaths().size(), ticksOfFirstBatch);
+    QCOMPARE(driver.checkedPaths().size(), checkedInFirstBatch);
     driver.click("btnUnselect");
     QCoreApplication::processEvents();
     clock.endStage("unselect");
-    QCOMPARE(driver.tickedPaths(), QStringList());
+    QCOMPARE(driver.checkedPaths(), QStringList());
 
-    // With the small category shown the large one keeps its ticks, loaded or not.
+    // While the small category is shown, the large one keeps its marks, loaded or not.
     driver.click("btnArchives");
     clock.endStage("other category");
     QCOMPARE(driver.filePaths().size(), 2);

@@ -21,14 +21,14 @@ class tst_scanFolderList : public QObject
     Q_OBJECT
 
 private slots:
-    void asksTheSystemAboutAVolume();
+    void queriesTheSystemAboutAVolume();
     void listsTheReadyVolumes();
-    void leavesOutVolumesThatAreNotReady();
+    void skipsVolumesThatAreNotReady();
     void buildsVolumeRows();
     void marksReadOnlyVolumesWithALock();
     void highlightsNoRowAtTheStart();
     void buildsRowsOfAddedFolders();
-    void asksForOneFolder();
+    void opensADialogForOneFolder();
     void addsNothingWhenTheDialogIsCancelled();
     void listsAFolderTwiceWhenItIsAddedTwice();
     void scansAFolderTwiceWhenItIsListedTwice();
@@ -61,7 +61,7 @@ QList<QStorageInfo> tst_scanFolderList::readyVolumes()
     return volumes;
 }
 
-void tst_scanFolderList::asksTheSystemAboutAVolume()
+void tst_scanFolderList::queriesTheSystemAboutAVolume()
 {
     const QStorageInfo root = QStorageInfo::root();
     QCOMPARE(volumeOf(root), (Volume{root.rootPath(), true, root.isReadOnly()}));
@@ -80,7 +80,7 @@ void tst_scanFolderList::listsTheReadyVolumes()
     QCOMPARE(list(driver)->spacing(), 6);
 }
 
-void tst_scanFolderList::leavesOutVolumesThatAreNotReady()
+void tst_scanFolderList::skipsVolumesThatAreNotReady()
 {
     WindowDriver driver;
     listVolumes(
@@ -183,7 +183,7 @@ void tst_scanFolderList::buildsRowsOfAddedFolders()
     QCOMPARE(button->maximumSize(), QSize(24, 24));
 }
 
-void tst_scanFolderList::asksForOneFolder()
+void tst_scanFolderList::opensADialogForOneFolder()
 {
     WindowDriver driver;
     int dialogs = 0;
@@ -231,7 +231,7 @@ void tst_scanFolderList::scansAFolderTwiceWhenItIsListedTwice()
     QVERIFY(driver.scan());
     QCOMPARE(driver.filePaths(), (QStringList{path, path}));
     // The one file there is must not be offered for deletion as its own copy.
-    QCOMPARE(driver.tickedPaths(), QStringList());
+    QCOMPARE(driver.checkedPaths(), QStringList());
 }
 
 void tst_scanFolderList::removesARowFromTheMiddle()
@@ -258,9 +258,9 @@ void tst_scanFolderList::removesARowOnce()
     WindowDriver driver;
     listVolumes(driver.window(), {{.rootPath = u"/first"_s}, {.rootPath = u"/second"_s}});
     auto *const button = row(driver, 0)->findChild<QPushButton *>();
-    QCOMPARE(receiversOfClicked(button), 1);
+    QCOMPARE(clickedReceivers(button), 1);
     button->click();
-    QCOMPARE(receiversOfClicked(button), 0);
+    QCOMPARE(clickedReceivers(button), 0);
     button->click();
     QCOMPARE(driver.folders(), QStringList(u"/second"_s));
 }

@@ -28,8 +28,8 @@ private slots:
     void readsEachTypeBox_data();
     void readsEachTypeBox();
     void readsEachSkipBox();
-    void showsARecord();
-    void leavesUnknownUnitsAlone();
+    void showsTheGivenOptions();
+    void ignoresUnknownUnits();
     void acceptsAndRejectsByButton();
 };
 
@@ -200,7 +200,7 @@ void tst_scanOptionsDialog::readsEachSkipBox()
     }
 }
 
-void tst_scanOptionsDialog::showsARecord()
+void tst_scanOptionsDialog::showsTheGivenOptions()
 {
     ScanOptions options;
     // Keys are compared exactly: "Video" is nobody's.
@@ -221,7 +221,7 @@ void tst_scanOptionsDialog::showsARecord()
     QCOMPARE(read.maxUnit, u"GB"_s);
 }
 
-void tst_scanOptionsDialog::leavesUnknownUnitsAlone()
+void tst_scanOptionsDialog::ignoresUnknownUnits()
 {
     ScanOptionsDialog dialog;
     child<QComboBox>(&dialog, "comboMinUnit")->setCurrentText(u"MB"_s);

@@ -1,4 +1,4 @@
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
 
@@ -101,12 +101,12 @@ private slots:
     void reportsEveryHundredFiles();
     void reportsThePathJustScanned();
     void countsFilesOfOtherTypesAsScanned();
-    void countsWhatTheWalkMeetsOnEveryLevel();
-    void keepsTheMarkOfTheScanBefore();
+    void countsFilesOnEveryLevel();
+    void keepsTheLastReportedCountOfThePreviousScan();
     void reportsAfterSomeTime();
     void exceedsHundredPercentWhenFilesAppear();
-    void isAtZeroPercentWhenNothingWasCounted();
-    void countsOnceAndSaysSoOnce();
+    void reportsZeroPercentWhenNothingWasCounted();
+    void countsAllFoldersOnceBeforeReporting();
     void endsWhenAbandoned_data();
     void endsWhenAbandoned();
 
@@ -186,7 +186,7 @@ void tst_scanProgress::countsFilesOfOtherTypesAsScanned()
     QCOMPARE(scan.percents(), (QList<int>{33, 66, 100}));
 }
 
-void tst_scanProgress::countsWhatTheWalkMeetsOnEveryLevel()
+void tst_scanProgress::countsFilesOnEveryLevel()
 {
     QString folder = QStringLiteral("a/");
     for (int level = 0; level < 5; ++level) {
@@ -206,7 +206,7 @@ void tst_scanProgress::countsWhatTheWalkMeetsOnEveryLevel()
 }
 
 /// The mark of the last report outlives the scan: the next one first has to get 100 files beyond it.
-void tst_scanProgress::keepsTheMarkOfTheScanBefore()
+void tst_scanProgress::keepsTheLastReportedCountOfThePreviousScan()
 {
     write(QStringLiteral("a/%1.jpg"), 250);
     write(QStringLiteral("b/%1.jpg"), 70);
@@ -267,7 +267,7 @@ void tst_scanProgress::exceedsHundredPercentWhenFilesAppear()
     QVERIFY(scan.reports.last().percent > 100);
 }
 
-void tst_scanProgress::isAtZeroPercentWhenNothingWasCounted()
+void tst_scanProgress::reportsZeroPercentWhenNothingWasCounted()
 {
     const Scan scan({m_folder->path()}, [this] { write(QStringLiteral("new %1.jpg"), 100); });
     QVERIFY(!scan.reports.isEmpty());
@@ -276,7 +276,7 @@ void tst_scanProgress::isAtZeroPercentWhenNothingWasCounted()
 }
 
 /// The files of all folders are counted before the first of them is collected.
-void tst_scanProgress::countsOnceAndSaysSoOnce()
+void tst_scanProgress::countsAllFoldersOnceBeforeReporting()
 {
     write(QStringLiteral("a/%1.jpg"), 100);
     write(QStringLiteral("b/%1.jpg"), 100);

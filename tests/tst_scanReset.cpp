@@ -36,10 +36,10 @@ class tst_scanReset : public QObject
 private slots:
     void init();
     void countsFilesFromZero();
-    void startsTheClockAnew();
-    void endsTheStatusAnimationOfTheScanBefore();
-    void leavesNothingToDelete();
-    void leavesTheLoadingPanelsTimerNothingToWriteTo();
+    void restartsTheClock();
+    void endsTheStatusAnimationOfThePreviousScan();
+    void clearsTheMarks();
+    void stopsUpdatesOfTheClosedLoadingPanel();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -65,7 +65,7 @@ void tst_scanReset::countsFilesFromZero()
     QCOMPARE(driver.labelText("labelFilesScannedValue"), u"0"_s);
 }
 
-void tst_scanReset::startsTheClockAnew()
+void tst_scanReset::restartsTheClock()
 {
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -83,7 +83,7 @@ void tst_scanReset::startsTheClockAnew()
 }
 
 /// Stop leaves the animation running until the analysis begins.
-void tst_scanReset::endsTheStatusAnimationOfTheScanBefore()
+void tst_scanReset::endsTheStatusAnimationOfThePreviousScan()
 {
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -96,14 +96,14 @@ void tst_scanReset::endsTheStatusAnimationOfTheScanBefore()
     QCoreApplication::sendPostedEvents(&driver.window(), QEvent::MetaCall);
     QCOMPARE(driver.timers(tick).size(), 2);
 
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
     QCOMPARE(driver.timers(tick).size(), 1);
     fire(driver.timers(tick));
     QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
 }
 
-void tst_scanReset::leavesNothingToDelete()
+void tst_scanReset::clearsTheMarks()
 {
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -118,7 +118,7 @@ void tst_scanReset::leavesNothingToDelete()
 }
 
 /// A scan that starts before the first rows are there takes the panel down but not its timer.
-void tst_scanReset::leavesTheLoadingPanelsTimerNothingToWriteTo()
+void tst_scanReset::stopsUpdatesOfTheClosedLoadingPanel()
 {
 #ifdef __GLIBC__
     // Overwrites what is freed, so that a use of it is seen without a sanitizer.

@@ -30,7 +30,7 @@ const QStringList idleTexts{u"0"_s, u"0"_s, u"00:00:00"_s, QString(), QString()}
 
 } // namespace
 
-/// One scan as the scan page shows it: start, ticks, Stop, analysis, hand-over to the results page.
+/// One scan as the scan page shows it: start, progress, Stop, analysis, hand-over to the results page.
 class tst_scanRun : public QObject
 {
     Q_OBJECT
@@ -39,11 +39,11 @@ private slots:
     void init();
     void startsOnACleanScanPage();
     void paintsWhileThePoolIsBusy();
-    void leavesThePoolToOthersDuringAWalk();
+    void keepsThePoolFreeDuringAWalk();
     void scansNothingWithoutFolders();
     void analysesWithStopDisabled();
-    void showsTheResultsAndKeepsTicking();
-    void stopsAtOnceAndDeliversLater();
+    void showsTheResultsAndKeepsTheTimersRunning();
+    void stopsImmediatelyAndDeliversLater();
     void clearsThePreviousRunAtTheNextStart();
     void showsTheLastOfOverlappingScans();
     void survivesStartsAndStopsInQuickSuccession();
@@ -90,10 +90,10 @@ void tst_scanRun::paintsWhileThePoolIsBusy()
     const PoolGate gate;
     driver.click("btnStartScan");
     driver.window().repaint();
-    QVERIFY(!gate.gaveUp());
+    QVERIFY(!gate.timedOut());
 }
 
-void tst_scanRun::leavesThePoolToOthersDuringAWalk()
+void tst_scanRun::keepsThePoolFreeDuringAWalk()
 {
     constexpr int places = 200;
     writePairs(m_folder->path(), 250, u"txt"_s);
@@ -120,7 +120,7 @@ void tst_scanRun::scansNothingWithoutFolders()
     PoolGate gate;
     driver.click("btnStartScan");
     QCOMPARE(driver.page(), u"scanpage"_s);
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);
     gate.open();
@@ -135,7 +135,7 @@ void tst_scanRun::analysesWithStopDisabled()
     PoolGate gate;
     driver.click("btnStartScan");
     QTRY_COMPARE(driver.timers(tick).size(), 2);
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
     QCOMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 100);
@@ -149,7 +149,7 @@ void tst_scanRun::analysesWithStopDisabled()
     QCOMPARE(driver.page(), u"scanpage"_s);
 }
 
-void tst_scanRun::showsTheResultsAndKeepsTicking()
+void tst_scanRun::showsTheResultsAndKeepsTheTimersRunning()
 {
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -177,7 +177,7 @@ void tst_scanRun::showsTheResultsAndKeepsTicking()
     QTRY_VERIFY(driver.labelText("labelElapsedTimeValue") != u"stale");
 }
 
-void tst_scanRun::stopsAtOnceAndDeliversLater()
+void tst_scanRun::stopsImmediatelyAndDeliversLater()
 {
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -232,7 +232,7 @@ void tst_scanRun::showsTheLastOfOverlappingScans()
     PoolGate gate;
     driver.click("btnStartScan");
     driver.click("btnStopScan");
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE(driver.labelText("labelCurrentFile"), u"Analyzing..."_s);
     QCOMPARE(driver.page(), u"page"_s);
     driver.setFolders({other.path()});
@@ -248,7 +248,7 @@ void tst_scanRun::showsTheLastOfOverlappingScans()
     }()),
         paths, 30'000);
     QCOMPARE(driver.page(), u"duplicatespage"_s);
-    QCOMPARE(driver.tickedPaths().size(), 1);
+    QCOMPARE(driver.checkedPaths().size(), 1);
 }
 
 void tst_scanRun::survivesStartsAndStopsInQuickSuccession()

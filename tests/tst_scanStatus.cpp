@@ -145,7 +145,7 @@ void tst_scanStatus::followsTheWalk()
     driver.find<QLabel>("labelFilesScannedValue")->setText(u"stale"_s);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     LabelTexts files(driver.find<QLabel>("labelFilesScannedValue"));
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
 
     const QList<int> values = valuesOf(bar);
@@ -166,7 +166,7 @@ void tst_scanStatus::followsTheAnalysis()
     PoolGate gate;
     driver.click("btnStartScan");
     QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
-    gate.runWaitingTasks();
+    gate.runQueuedTasks();
     QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
     stopTimers(driver);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);

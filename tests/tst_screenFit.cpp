@@ -30,17 +30,17 @@ private slots:
 
     void shrinksJustEnough_data();
     void shrinksJustEnough();
-    void staysPositiveWithoutRoom();
-    void respectsTheFactorOfTheUser();
+    void staysPositiveWithoutSpace();
+    void respectsTheUsersScaleFactor();
 
     void showsTheWholeWindow();
     void looksLikeTheWindow();
-    void followsTheWindow();
-    void passesClicksOn();
-    void leavesDialogsAlone();
-    void leavesMenusAlone();
+    void repaintsWithTheWindow();
+    void forwardsClicks();
+    void doesNotScaleDialogs();
+    void doesNotScaleMenus();
     void placesDialogsOverTheMiddle();
-    void leavesTheWindowToItsOwner();
+    void doesNotOwnTheWindow();
     void paintsWhileThePoolIsBusy();
 };
 
@@ -71,13 +71,13 @@ void tst_screenFit::shrinksJustEnough()
     QCOMPARE(screenFitFactor(available, windowSize, frameSize), factor);
 }
 
-void tst_screenFit::staysPositiveWithoutRoom()
+void tst_screenFit::staysPositiveWithoutSpace()
 {
     for (const QSize &none : {QSize(0, 0), QSize(10, 10), QSize(-1, -1)})
         QVERIFY(screenFitFactor(none, windowSize, frameSize) > 0.1);
 }
 
-void tst_screenFit::respectsTheFactorOfTheUser()
+void tst_screenFit::respectsTheUsersScaleFactor()
 {
     qputenv("QT_SCALE_FACTOR", "1");
     MainWindow window;
@@ -126,7 +126,7 @@ void tst_screenFit::looksLikeTheWindow()
     QVERIFY(shown.pixelColor(scan / 2).blue() - shown.pixelColor(scan / 2).red() > 100);
 }
 
-void tst_screenFit::followsTheWindow()
+void tst_screenFit::repaintsWithTheWindow()
 {
     WindowDriver driver;
     ScaledWindow scaled(driver.window(), 0.5);
@@ -139,7 +139,7 @@ void tst_screenFit::followsTheWindow()
     QTRY_VERIFY(onScreen() != before);
 }
 
-void tst_screenFit::passesClicksOn()
+void tst_screenFit::forwardsClicks()
 {
     WindowDriver driver;
     ScaledWindow scaled(driver.window(), 0.8);
@@ -154,7 +154,7 @@ void tst_screenFit::passesClicksOn()
     QCOMPARE(scaled.mapFromScene(center), (QPointF(center) * 0.8).toPoint());
 }
 
-void tst_screenFit::leavesDialogsAlone()
+void tst_screenFit::doesNotScaleDialogs()
 {
     WindowDriver driver;
     ScaledWindow scaled(driver.window(), 0.8);
@@ -169,7 +169,7 @@ void tst_screenFit::leavesDialogsAlone()
     QCOMPARE(shown, 1);
 }
 
-void tst_screenFit::leavesMenusAlone()
+void tst_screenFit::doesNotScaleMenus()
 {
     WindowDriver driver;
     ScaledWindow scaled(driver.window(), 0.8);
@@ -194,7 +194,7 @@ void tst_screenFit::placesDialogsOverTheMiddle()
     QVERIFY2(distance.manhattanLength() <= 2, qPrintable(QString::number(distance.manhattanLength())));
 }
 
-void tst_screenFit::leavesTheWindowToItsOwner()
+void tst_screenFit::doesNotOwnTheWindow()
 {
     auto window = std::make_unique<MainWindow>();
     std::make_unique<ScaledWindow>(*window, 0.5)->show();
@@ -210,7 +210,7 @@ void tst_screenFit::paintsWhileThePoolIsBusy()
     const PoolGate gate;
     driver.find<QStackedWidget>("stackedWidget")->setCurrentIndex(1);
     const QImage shown = scaled.grab().toImage();
-    QVERIFY(!gate.gaveUp()); // as it does when the window waits for the pool
+    QVERIFY(!gate.timedOut()); // as it does when the window waits for the pool
     QCOMPARE(shown.size(), (QSizeF(windowSize) * 0.8).toSize());
 }
 

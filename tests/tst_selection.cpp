@@ -45,7 +45,7 @@ private slots:
 
 void tst_selection::init()
 {
-    renew();
+    reset();
 }
 
 void tst_selection::keepsTheOldestCopy()
@@ -62,7 +62,7 @@ void tst_selection::keepsTheOldestCopy()
     QVERIFY(scan());
     for (const char *button : {"btnAll", "btnSelectAll"}) {
         m_driver->click(button);
-        QCOMPARE(toSet(m_driver->filePaths()) - toSet(m_driver->tickedPaths()), QSet<QString>{kept});
+        QCOMPARE(toSet(m_driver->filePaths()) - toSet(m_driver->checkedPaths()), QSet<QString>{kept});
     }
 }
 
@@ -82,10 +82,10 @@ void tst_selection::keepsTheEarlierOfEquallyOldCopies()
         {m_folder->filePath(u"1"_s), m_folder->filePath(u"2"_s), m_folder->filePath(u"3"_s)});
     QVERIFY(m_driver->scan());
     QCOMPARE(m_driver->filePaths(), (QStringList{first, second, third}));
-    QCOMPARE(m_driver->tickedPaths(), (QStringList{first, third}));
-    m_driver->tickAll(true);
+    QCOMPARE(m_driver->checkedPaths(), (QStringList{first, third}));
+    m_driver->checkAll(true);
     m_driver->click("btnSelectAll");
-    QCOMPARE(m_driver->tickedPaths(), (QStringList{first, third}));
+    QCOMPARE(m_driver->checkedPaths(), (QStringList{first, third}));
 }
 
 void tst_selection::marksEveryCategoryAndDeletesUnseen()
@@ -94,11 +94,11 @@ void tst_selection::marksEveryCategoryAndDeletesUnseen()
         writePairs(m_folder->path(), 2, QLatin1StringView(suffix));
     QVERIFY(scan());
     m_driver->click("btnUnselect");
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
     m_driver->click("btnPictures");
     m_driver->click("btnSelectAll");
     QCOMPARE(m_driver->filePaths().size(), 4);
-    QCOMPARE(m_driver->tickedPaths().size(), 2);
+    QCOMPARE(m_driver->checkedPaths().size(), 2);
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(12, 0)});
     QCOMPARE(filesOnDisk().size(), 12);
     m_driver->click("btnAll");
@@ -110,11 +110,11 @@ void tst_selection::unmarksTheShownCategoryOnly()
     writePairs(m_folder->path(), 3, u"jpg"_s);
     writePairs(m_folder->path(), 2, u"mp4"_s);
     QVERIFY(scan());
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     const QSet<QString> before = filesOnDisk();
     m_driver->click("btnVideos");
     m_driver->click("btnUnselect");
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(3, 0)});
     QCOMPARE(before - filesOnDisk(), toSet(marked.filter(u".jpg"_s)));
 }
@@ -126,7 +126,7 @@ void tst_selection::unmarksGroupsThatAreNotLoaded()
     m_driver->click("btnUnselect");
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->filePaths().size(), 90);
-    QCOMPARE(m_driver->tickedPaths(), QStringList());
+    QCOMPARE(m_driver->checkedPaths(), QStringList());
 }
 
 void tst_selection::marksGroupsThatAreNotLoaded()
@@ -134,11 +134,11 @@ void tst_selection::marksGroupsThatAreNotLoaded()
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
     m_driver->loadAllBatches();
-    const QStringList marked = m_driver->tickedPaths();
+    const QStringList marked = m_driver->checkedPaths();
     m_driver->click("btnUnselect");
     m_driver->click("btnSelectAll");
     m_driver->loadAllBatches();
-    QCOMPARE(m_driver->tickedPaths(), marked);
+    QCOMPARE(m_driver->checkedPaths(), marked);
     QCOMPARE(marked.size(), 45);
 }
 

@@ -1,5 +1,5 @@
 #include "scan/SkipRules.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
 
@@ -21,9 +21,9 @@ private slots:
     void skipsProtectedPlaces_data();
     void skipsProtectedPlaces();
     void skipsTheDesktop();
-    void judgesTheDesktopByWhereAFileReallyIs();
+    void resolvesLinksToTheDesktop();
     void ignoresTheCaseOfFoldersAroundTheDesktop();
-    void countsNoSkippedFile();
+    void doesNotCountSkippedFiles();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -153,7 +153,7 @@ void tst_skipRules::skipsTheDesktop()
         QStringList());
 }
 
-void tst_skipRules::judgesTheDesktopByWhereAFileReallyIs()
+void tst_skipRules::resolvesLinksToTheDesktop()
 {
     if (!redirectDesktop())
         QSKIP("The desktop cannot be moved here");
@@ -192,7 +192,7 @@ void tst_skipRules::ignoresTheCaseOfFoldersAroundTheDesktop()
         QStringList{path(QStringLiteral("places/desk.jpg"))});
 }
 
-void tst_skipRules::countsNoSkippedFile()
+void tst_skipRules::doesNotCountSkippedFiles()
 {
     if (!redirectDesktop())
         QSKIP("The desktop cannot be moved here");

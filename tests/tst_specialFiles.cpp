@@ -1,7 +1,7 @@
-#include "tests/support/Collecting.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,8 +24,8 @@ private slots:
     void neverFollowsLinks();
     void walksAListedLinkUnderItsOwnName();
     void neverListsPipesAndSockets();
-    void passesByAnUnreadableFolder();
-    void passesByNamesThatAreNoText();
+    void skipsAnUnreadableFolder();
+    void skipsNamesThatAreNotText();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -104,24 +104,24 @@ void tst_specialFiles::neverListsPipesAndSockets()
     QCOMPARE(collect({path(QStringLiteral("tree"))}), QStringList{path(QStringLiteral("tree/plain.jpg"))});
 }
 
-void tst_specialFiles::passesByAnUnreadableFolder()
+void tst_specialFiles::skipsAnUnreadableFolder()
 {
     writeFile(path(QStringLiteral("tree/locked/secret.jpg")), "secret");
     writeFile(path(QStringLiteral("tree/open/1.jpg")), "open");
-    letEverybodyIn(m_folder->path());
+    allowAccess(m_folder->path());
     const QString locked = path(QStringLiteral("tree/locked"));
-    letNobodyIn(locked);
+    denyAccess(locked);
 
     QStringList collected;
     QStringList collectedFromLocked;
     bool keptOut = false;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         keptOut = QDir(locked).isEmpty(QDir::Files);
         collected = collect({locked, path(QStringLiteral("tree"))});
         collectedFromLocked = collect({locked});
     }
-    letEverybodyIn(locked);
+    allowAccess(locked);
     if (!keptOut)
         QSKIP("Permissions keep nobody out here");
     QCOMPARE(collectedFromLocked, QStringList());
@@ -131,7 +131,7 @@ void tst_specialFiles::passesByAnUnreadableFolder()
 
 /// A path is text, so a name that is none cannot be told to anybody: such a file is passed by, and neither
 /// hides its neighbours nor stands for one of them.
-void tst_specialFiles::passesByNamesThatAreNoText()
+void tst_specialFiles::skipsNamesThatAreNotText()
 {
     const QString tree = path(QStringLiteral("tree"));
     const QString neighbour = path(QStringLiteral("tree/broken \uFFFD.jpg"));

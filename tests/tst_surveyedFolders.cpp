@@ -1,10 +1,10 @@
 #include "scan/FileNames.h"
 #include "scan/FileSurvey.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/Surveying.h"
+#include "tests/support/SurveyedFiles.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -29,20 +29,20 @@ class tst_surveyedFolders : public QObject
 private slots:
     void init();
 
-    void followsALinkThatIsAFolderOfItsOwn();
+    void followsAListedLink();
     void followsNoOtherLinks();
     void findsNoSpecialFiles();
-    void leavesHiddenEntriesOut_data();
-    void leavesHiddenEntriesOut();
+    void skipsHiddenEntries_data();
+    void skipsHiddenEntries();
     void searchesAHiddenFolderThatIsNamed();
-    void reportsWhatItCannotRead();
-    void reportsFoldersThatAreNone();
+    void reportsUnreadableFolders();
+    void reportsPathsThatAreNotFolders();
     void reportsPathsThatAreTooLong();
-    void countsNamesThatAreNoText();
+    void countsNamesThatAreNotText();
     void keepsEveryCharacterOfAName();
     void findsTheSameFilesWithAnyNumberOfThreads();
     void countsFilesInItsProgress();
-    void endsWhenItIsAbandoned();
+    void endsWhenAbandoned();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -67,7 +67,7 @@ Survey tst_surveyedFolders::surveyTree() const
     return surveyQuietly(everything({m_folder->path()}));
 }
 
-void tst_surveyedFolders::followsALinkThatIsAFolderOfItsOwn()
+void tst_surveyedFolders::followsAListedLink()
 {
     writeFile(path(u"target/file"_s), "x");
     if (!makeLink(path(u"target"_s), path(u"link"_s)))
@@ -103,7 +103,7 @@ void tst_surveyedFolders::findsNoSpecialFiles()
     QVERIFY(survey.unreadable.isEmpty());
 }
 
-void tst_surveyedFolders::leavesHiddenEntriesOut_data()
+void tst_surveyedFolders::skipsHiddenEntries_data()
 {
     QTest::addColumn<bool>("includeHidden");
     QTest::addColumn<QStringList>("names");
@@ -111,7 +111,7 @@ void tst_surveyedFolders::leavesHiddenEntriesOut_data()
     QTest::newRow("included") << true << QStringList{u".folder/file"_s, u".hidden"_s, u"shown"_s};
 }
 
-void tst_surveyedFolders::leavesHiddenEntriesOut()
+void tst_surveyedFolders::skipsHiddenEntries()
 {
     QFETCH(const bool, includeHidden);
     QFETCH(const QStringList, names);
@@ -135,24 +135,24 @@ void tst_surveyedFolders::searchesAHiddenFolderThatIsNamed()
     QCOMPARE(pathsOf(surveyQuietly(everything({path(u".folder"_s)}))), QStringList{path(u".folder/file"_s)});
 }
 
-void tst_surveyedFolders::reportsWhatItCannotRead()
+void tst_surveyedFolders::reportsUnreadableFolders()
 {
     writeFile(path(u"closed/file"_s), "x");
     writeFile(path(u"listed/file"_s), "x");
     writeFile(path(u"open/file"_s), "x");
-    letEverybodyIn(m_folder->path());
-    letEverybodyIn(path(u"open"_s));
-    letNobodyIn(path(u"closed"_s));
+    allowAccess(m_folder->path());
+    allowAccess(path(u"open"_s));
+    denyAccess(path(u"closed"_s));
     QVERIFY(QFile::setPermissions(path(u"listed"_s), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
     Survey survey;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         if (QFile(path(u"closed/file"_s)).open(QIODevice::ReadOnly))
             QSKIP("This user reads everything");
         survey = surveyTree();
     }
-    letEverybodyIn(path(u"closed"_s));
-    letEverybodyIn(path(u"listed"_s));
+    allowAccess(path(u"closed"_s));
+    allowAccess(path(u"listed"_s));
 
     QCOMPARE(pathsOf(survey), QStringList{path(u"open/file"_s)});
     // A folder that may be listed and not searched does not tell what its files are.
@@ -161,7 +161,7 @@ void tst_surveyedFolders::reportsWhatItCannotRead()
         QCOMPARE(entry.reason, qt_error_string(EACCES));
 }
 
-void tst_surveyedFolders::reportsFoldersThatAreNone()
+void tst_surveyedFolders::reportsPathsThatAreNotFolders()
 {
     writeFile(path(u"file"_s), "x");
 
@@ -187,7 +187,7 @@ void tst_surveyedFolders::reportsPathsThatAreTooLong()
     QVERIFY(!survey.unreadable.first().reason.isEmpty());
 }
 
-void tst_surveyedFolders::countsNamesThatAreNoText()
+void tst_surveyedFolders::countsNamesThatAreNotText()
 {
     const HostileTree tree;
     writeFile(tree.path(u"file"_s), "x");
@@ -265,7 +265,7 @@ void tst_surveyedFolders::countsFilesInItsProgress()
     QCOMPARE(*std::ranges::max_element(counts), 1000);
 }
 
-void tst_surveyedFolders::endsWhenItIsAbandoned()
+void tst_surveyedFolders::endsWhenAbandoned()
 {
     writeEmptyFiles(m_folder->path(), 1000, u"txt"_s);
     std::atomic<int> asked = 0;

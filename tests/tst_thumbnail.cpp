@@ -58,8 +58,8 @@ private slots:
     void showsTheWholePicture();
     void readsThePictureWhateverItsSuffix();
     void keepsTransparency();
-    void isNullForWhatIsNoPicture_data();
-    void isNullForWhatIsNoPicture();
+    void isNullForFilesThatAreNoPictures_data();
+    void isNullForFilesThatAreNoPictures();
     void toleratesATruncatedPicture_data();
     void toleratesATruncatedPicture();
 
@@ -165,7 +165,7 @@ void tst_thumbnail::keepsTransparency()
     QCOMPARE(thumbnail.pixelColor(16, 16).alpha(), 0);
 }
 
-void tst_thumbnail::isNullForWhatIsNoPicture_data()
+void tst_thumbnail::isNullForFilesThatAreNoPictures_data()
 {
     QTest::addColumn<QByteArray>("content");
     const QByteArray png = encoded(halves({64, 64}), "png");
@@ -178,7 +178,7 @@ void tst_thumbnail::isNullForWhatIsNoPicture_data()
     QTest::newRow("one byte") << QByteArray("x");
 }
 
-void tst_thumbnail::isNullForWhatIsNoPicture()
+void tst_thumbnail::isNullForFilesThatAreNoPictures()
 {
     QFETCH(const QByteArray, content);
     for (const char *const name : {"x.jpg", "x.jpeg", "x.png", "x.gif", "x.bmp", "x.webp"})

@@ -18,12 +18,12 @@ class tst_thumbnailQueue : public QObject
 private slots:
     void init();
 
-    void givesRowsTheirPicturesLater();
-    void leavesRowsAloneWithoutPicture();
+    void setsTheIconsLater();
+    void keepsRowsWithoutPicture();
     void findsTheRowsOfAGroupThatHasMoved();
-    void toleratesThatRowsAreGone_data();
-    void toleratesThatRowsAreGone();
-    void leavesTheEventLoopItsTurns();
+    void toleratesDeletedRows_data();
+    void toleratesDeletedRows();
+    void yieldsToTheEventLoop();
 
 private:
     /// A row named after the picture it is to show, \a width by 32 pixels; its file is made as well.
@@ -52,7 +52,7 @@ QTreeWidgetItem *tst_thumbnailQueue::addPictureRow(QTreeWidgetItem *group, int w
     return new QTreeWidgetItem(group, {path});
 }
 
-void tst_thumbnailQueue::givesRowsTheirPicturesLater()
+void tst_thumbnailQueue::setsTheIconsLater()
 {
     auto *const group = new QTreeWidgetItem(m_tree.get());
     auto *const first = addPictureRow(group, 8);
@@ -76,7 +76,7 @@ void tst_thumbnailQueue::givesRowsTheirPicturesLater()
     QTRY_VERIFY(!unasked->icon(0).isNull());
 }
 
-void tst_thumbnailQueue::leavesRowsAloneWithoutPicture()
+void tst_thumbnailQueue::keepsRowsWithoutPicture()
 {
     auto *const group = new QTreeWidgetItem(m_tree.get());
     auto *const gone = addPictureRow(group, 8);
@@ -107,7 +107,7 @@ void tst_thumbnailQueue::findsTheRowsOfAGroupThatHasMoved()
     QVERIFY(unasked->icon(0).isNull());
 }
 
-void tst_thumbnailQueue::toleratesThatRowsAreGone_data()
+void tst_thumbnailQueue::toleratesDeletedRows_data()
 {
     QTest::addColumn<QString>("what");
     QTest::newRow("row deleted") << u"row"_s;
@@ -116,7 +116,7 @@ void tst_thumbnailQueue::toleratesThatRowsAreGone_data()
     QTest::newRow("tree destroyed") << u"tree"_s;
 }
 
-void tst_thumbnailQueue::toleratesThatRowsAreGone()
+void tst_thumbnailQueue::toleratesDeletedRows()
 {
     QFETCH(const QString, what);
     auto *const group = new QTreeWidgetItem(m_tree.get());
@@ -141,7 +141,7 @@ void tst_thumbnailQueue::toleratesThatRowsAreGone()
 }
 
 /// Thousands of pictures may be waiting; what the user does must not wait for the last of them.
-void tst_thumbnailQueue::leavesTheEventLoopItsTurns()
+void tst_thumbnailQueue::yieldsToTheEventLoop()
 {
     auto *const group = new QTreeWidgetItem(m_tree.get());
     QList<int> rows;

@@ -42,7 +42,7 @@ private slots:
     void showsTheSystemIconForOtherFiles_data();
     void showsTheSystemIconForOtherFiles();
     void showsNothingForABrokenPicture();
-    void survivesRowsThatAreGone();
+    void survivesDeletedRows();
 
 private:
     bool scan()
@@ -145,7 +145,7 @@ void tst_thumbnails::showsNothingForABrokenPicture()
     QCOMPARE(m_driver->filePaths().size(), 4);
 }
 
-void tst_thumbnails::survivesRowsThatAreGone()
+void tst_thumbnails::survivesDeletedRows()
 {
     writePictures(m_folder->path(), u"picture.png"_s, QSize(64, 64), "PNG");
     QVERIFY(scan());

@@ -38,10 +38,10 @@ class tst_tour : public QObject
     Q_OBJECT
 
 private slots:
-    void onlyLooksAtGivenFolders();
+    void deletesNothingInGivenFolders();
     void showsFoldersWithoutDuplicates();
     void deletesTheCopiesOfItsOwnSample();
-    void makesItsSampleWhereItIsTold();
+    void createsItsSampleInTheGivenFolder();
     void refusesBadInput_data();
     void refusesBadInput();
 
@@ -76,7 +76,7 @@ QString tst_tour::path(const QString &name) const
     return m_folder.filePath(name);
 }
 
-void tst_tour::onlyLooksAtGivenFolders()
+void tst_tour::deletesNothingInGivenFolders()
 {
     const QString folder = path(QStringLiteral("looked at"));
     const QStringList names{QStringLiteral("/notes.txt"), QStringLiteral("/backup/notes.txt"),
@@ -121,17 +121,17 @@ void tst_tour::deletesTheCopiesOfItsOwnSample()
     const Outcome outcome = run({});
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
-    const qsizetype ticked = outcome.output.count(u"[x]");
-    QVERIFY(ticked > 20);
+    const qsizetype marked = outcome.output.count(u"[x]");
+    QVERIFY(marked > 20);
     QVERIFY(outcome.output.contains(
-        QStringLiteral("Deleted %1 files successfully, 0 files failed.").arg(ticked)));
-    QVERIFY(outcome.output.contains(QStringLiteral("%1 files were ticked and are gone").arg(ticked)));
+        QStringLiteral("Deleted %1 files successfully, 0 files failed.").arg(marked)));
+    QVERIFY(outcome.output.contains(QStringLiteral("%1 marked files are gone").arg(marked)));
     QVERIFY(QFile::exists(path(QStringLiteral("tour/13-deleted-box.png"))));
     const QDir temporary(path(QStringLiteral("temporary")));
     QCOMPARE(temporary.entryList({QStringLiteral("My files*")}), QStringList());
 }
 
-void tst_tour::makesItsSampleWhereItIsTold()
+void tst_tour::createsItsSampleInTheGivenFolder()
 {
     const QString sample = path(QStringLiteral("anna"));
     const Outcome outcome = run({QStringLiteral("--sample"), sample, QStringLiteral("--dark")});

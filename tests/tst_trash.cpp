@@ -1,7 +1,7 @@
 #include "tests/support/CommandRun.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
-#include "tests/support/StubbornDisk.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -23,11 +23,11 @@ private slots:
 
     void trashesOnTheVolumeOfTheFile();
     void keepsFilesOfTheSameNameApart();
-    void notesWherePathsWithPercentSignsWere();
-    void makesTheTrashWhereItIsMissing();
-    void leavesFilesWithoutATrash_data();
-    void leavesFilesWithoutATrash();
-    void leavesFilesWithLongNames();
+    void encodesPercentSignsInTheTrashInfo();
+    void createsAMissingTrash();
+    void keepsFilesWithoutATrash_data();
+    void keepsFilesWithoutATrash();
+    void keepsFilesWithLongNames();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
@@ -95,7 +95,7 @@ void tst_trash::keepsFilesOfTheSameNameApart()
 }
 
 /// Other programs take "%41" for "A" when they restore a file.
-void tst_trash::notesWherePathsWithPercentSignsWere()
+void tst_trash::encodesPercentSignsInTheTrashInfo()
 {
     const QString name = u"100%41 ä\n"_s;
     writeFile(path(u"files/"_s + name), "content");
@@ -105,14 +105,14 @@ void tst_trash::notesWherePathsWithPercentSignsWere()
     QVERIFY2(note.startsWith("[Trash Info]\nPath=" + noted + "\nDeletionDate="), note.constData());
 }
 
-void tst_trash::makesTheTrashWhereItIsMissing()
+void tst_trash::createsAMissingTrash()
 {
     qputenv("XDG_DATA_HOME", QFile::encodeName(path(u"data/not/yet"_s)));
     QCOMPARE(trash({path(u"files/a"_s), path(u"files/b"_s)}).exitCode, ExitDone);
     QCOMPARE(treeOf(path(u"data/not/yet/Trash/files"_s)), QStringList{u"b: content"_s});
 }
 
-void tst_trash::leavesFilesWithoutATrash_data()
+void tst_trash::keepsFilesWithoutATrash_data()
 {
     QTest::addColumn<QString>("obstacle");
     QTest::addColumn<QString>("file");
@@ -122,7 +122,7 @@ void tst_trash::leavesFilesWithoutATrash_data()
     QTest::newRow("full disk") << u"full"_s << u"disk/b"_s;
 }
 
-void tst_trash::leavesFilesWithoutATrash()
+void tst_trash::keepsFilesWithoutATrash()
 {
     QFETCH(const QString, obstacle);
     QFETCH(const QString, file);
@@ -148,7 +148,7 @@ void tst_trash::leavesFilesWithoutATrash()
 }
 
 /// Names in the trash get a suffix, for which some are too long.
-void tst_trash::leavesFilesWithLongNames()
+void tst_trash::keepsFilesWithLongNames()
 {
     const auto named = [this](qsizetype length) { return path(u"files/"_s + QString(length, u'n')); };
     for (const qsizetype length : {245, 246, 255}) {

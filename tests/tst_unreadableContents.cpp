@@ -1,8 +1,8 @@
 #include "analysis/ContentGroups.h"
 #include "tests/support/ContentOracle.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
 #include "tests/support/SpecialFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,9 +31,9 @@ private slots:
     void reportsFilesThatCannotBeRead();
     void reportsFilesOfAnotherSize();
     void reportsAFileThatShrinksWhileItIsRead();
-    void tellsWhatTheSystemSays();
-    void endsWhenItIsAbandoned();
-    void doesNothingWhenItIsAbandonedAtOnce();
+    void reportsTheSystemsReason();
+    void endsWhenAbandoned();
+    void doesNothingWhenAbandonedFromTheStart();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -60,9 +60,9 @@ void tst_unreadableContents::reportsFilesThatCannotBeRead()
     QVERIFY(QFile::remove(files[1].path) && QDir().mkdir(files[1].path));
     QVERIFY(QFile::remove(files[2].path));
     const bool hasPipes = makePipe(files[2].path);
-    letEverybodyIn(m_folder->path());
-    letNobodyIn(files[3].path);
-    const OrdinaryUser user;
+    allowAccess(m_folder->path());
+    denyAccess(files[3].path);
+    const UnprivilegedUser user;
     if (QFile(files[3].path).open(QIODevice::ReadOnly))
         QSKIP("This user reads everything");
 
@@ -107,7 +107,7 @@ void tst_unreadableContents::reportsAFileThatShrinksWhileItIsRead()
     QCOMPARE(pathsOf(result.unreadable), QStringList{files[1].path});
 }
 
-void tst_unreadableContents::tellsWhatTheSystemSays()
+void tst_unreadableContents::reportsTheSystemsReason()
 {
     const std::vector<SurveyedFile> files{
         {.path = path(u"nowhere"_s), .size = 1}, {.path = path(u"not here"_s), .size = 1}};
@@ -120,7 +120,7 @@ void tst_unreadableContents::tellsWhatTheSystemSays()
     QCOMPARE(result.unreadable.first().reason, missing.errorString());
 }
 
-void tst_unreadableContents::endsWhenItIsAbandoned()
+void tst_unreadableContents::endsWhenAbandoned()
 {
     std::vector<SurveyedFile> files;
     for (const QString &name : {u"a"_s, u"b"_s}) {
@@ -139,7 +139,7 @@ void tst_unreadableContents::endsWhenItIsAbandoned()
     QVERIFY(reached < 20 * mib);
 }
 
-void tst_unreadableContents::doesNothingWhenItIsAbandonedAtOnce()
+void tst_unreadableContents::doesNothingWhenAbandonedFromTheStart()
 {
     const std::vector<SurveyedFile> files{{.path = path(u"nowhere"_s)}, {.path = path(u"not here"_s)}};
     bool isToldProgress = false;

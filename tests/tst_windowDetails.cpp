@@ -33,18 +33,18 @@ class tst_windowDetails : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void theFrameOfTheResultsIsWhole();
+    void theResultsHaveACompleteFrame();
     void nothingElseIsFramed();
     void namesOfVolumesAreAligned();
-    void theElapsedTimeStandsOnTheLineOfItsCaption();
+    void theElapsedTimeIsOnTheLineOfItsCaption();
 };
 
 void tst_windowDetails::init()
 {
-    renew();
+    reset();
 }
 
-void tst_windowDetails::theFrameOfTheResultsIsWhole()
+void tst_windowDetails::theResultsHaveACompleteFrame()
 {
     for (int i = 0; i < 30; ++i)
         write({u"a%1"_s.arg(i), u"b%1"_s.arg(i)}, QByteArray::number(i));
@@ -96,7 +96,7 @@ void tst_windowDetails::namesOfVolumesAreAligned()
     }
 }
 
-void tst_windowDetails::theElapsedTimeStandsOnTheLineOfItsCaption()
+void tst_windowDetails::theElapsedTimeIsOnTheLineOfItsCaption()
 {
     const auto bottomOf = [this](const char *name) {
         auto *const label = m_driver->find<QLabel>(name);

@@ -124,7 +124,7 @@ private slots:
     void stylesTheCentralContainer();
     void keepsTheStrayQuoteOfTheFolderList();
     void stylesTheScrollBars();
-    void leavesTheOtherWidgetsAlone();
+    void doesNotStyleOtherWidgets();
     void hasEveryPicture_data();
     void hasEveryPicture();
 };
@@ -210,7 +210,7 @@ void tst_windowStyle::stylesTheScrollBars()
     }
 }
 
-void tst_windowStyle::leavesTheOtherWidgetsAlone()
+void tst_windowStyle::doesNotStyleOtherWidgets()
 {
     WindowDriver driver;
     for (const char *name :

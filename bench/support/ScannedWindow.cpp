@@ -1,6 +1,6 @@
 #include "bench/support/ScannedWindow.h"
 
-#include "tests/support/QuietMessages.h"
+#include "tests/support/MessageFilter.h"
 
 namespace {
 

@@ -15,7 +15,7 @@ Cross-builds the program and packs it with its libraries: build/packages/quillor
 The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about ten minutes on two cores).
 
 --test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
-        on a virtual display. Arguments after it go to ctest: --test -R wholeRoad
+        on a virtual display. Arguments after it go to ctest: --test -R endToEnd
 
 QUILLORY_JOBS limits the compilers, and the tests, that run at a time (default: one for each core).
 TEXT

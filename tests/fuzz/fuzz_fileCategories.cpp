@@ -12,7 +12,7 @@ QStringList words(const QString &text)
     return text.split(u' ');
 }
 
-QString plainLowerCase(const QString &text)
+QString referenceLowerCase(const QString &text)
 {
     std::u32string lower;
     for (const char32_t letter : text.toStdU32String()) {
@@ -26,7 +26,7 @@ QString plainLowerCase(const QString &text)
 }
 
 /// Letter by letter, without Qt's own idea of a path.
-QString plainLowerCaseSuffix(const QString &path)
+QString referenceSuffix(const QString &path)
 {
     QString suffix;
     bool seenDot = false;
@@ -38,10 +38,10 @@ QString plainLowerCaseSuffix(const QString &path)
             suffix += letter;
         }
     }
-    return plainLowerCase(suffix);
+    return referenceLowerCase(suffix);
 }
 
-QString plainCategoryOf(const QString &suffix)
+QString referenceCategoryOf(const QString &suffix)
 {
     if (words(QStringLiteral("jpg jpeg png webp gif bmp")).contains(suffix))
         return QStringLiteral("picture");
@@ -57,7 +57,7 @@ QString plainCategoryOf(const QString &suffix)
 }
 
 /// What a selected type collects, "other" apart.
-QStringList plainCollected(const QString &type)
+QStringList referenceCollected(const QString &type)
 {
     if (type == QStringLiteral("archive"))
         return words(QStringLiteral("zip rar 7z"));
@@ -72,18 +72,18 @@ QStringList plainCollected(const QString &type)
     return {};
 }
 
-bool plainCollectionAccepts(const QString &suffix, const QStringList &fileTypes)
+bool referenceAccepts(const QString &suffix, const QStringList &fileTypes)
 {
     bool matched = false;
     bool others = false;
     for (const QString &type : fileTypes) {
-        matched = matched || plainCollected(type).contains(suffix);
+        matched = matched || referenceCollected(type).contains(suffix);
         others = others || type == QStringLiteral("other");
     }
     return matched || others;
 }
 
-bool plainHasThumbnail(const QString &suffix)
+bool referenceHasThumbnail(const QString &suffix)
 {
     return words(QStringLiteral("jpg jpeg png gif bmp webp")).contains(suffix);
 }
@@ -149,13 +149,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
     const QString suffix = lowerCaseSuffix(path);
     // Half of a pair of code units, which no suffix of a table holds, comes out of Qt sometimes as it is,
     // sometimes replaced.
-    expectEqual(
-        "Suffix", QString::fromStdU32String(suffix.toStdU32String()), plainLowerCaseSuffix(path), path);
+    expectEqual("Suffix", QString::fromStdU32String(suffix.toStdU32String()), referenceSuffix(path), path);
     // In capitals no suffix is a listed one: the tables compare exactly.
     for (const QString &asked : {suffix, suffix.toUpper(), consumeText(data)}) {
-        expectEqual("Category", categoryOf(asked), plainCategoryOf(asked), asked);
-        expectEqual("Thumbnail", hasThumbnail(asked), plainHasThumbnail(asked), asked);
-        expectEqual("Acceptance", collectionAccepts(asked, types), plainCollectionAccepts(asked, types),
+        expectEqual("Category", categoryOf(asked), referenceCategoryOf(asked), asked);
+        expectEqual("Thumbnail", hasThumbnail(asked), referenceHasThumbnail(asked), asked);
+        expectEqual("Acceptance", collectionAccepts(asked, types), referenceAccepts(asked, types),
             qMakePair(asked, types));
     }
     return 0;

@@ -61,7 +61,7 @@ Page consumePage(FuzzedDataProvider &data)
 }
 
 /// Row after row, and for each row all groups.
-void saveMarksPlainly(Page &page)
+void referenceSaveMarks(Page &page)
 {
     for (qsizetype row = 0; row < page.shown.size(); ++row) {
         DuplicateGroup &group = page.groups[page.shown.at(row)];
@@ -90,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
     Page expected = page;
     const Page before = page;
 
-    saveMarksPlainly(expected);
+    referenceSaveMarks(expected);
     saveMarks(page.groups, page.shownGroups(), page.checked);
     for (qsizetype i = 0; i < before.groups.size(); ++i) {
         const auto input = qMakePair(i, before.groups.at(i).files);

@@ -1,11 +1,12 @@
 #include "tests/model/ExpectedDisk.h"
 
-#include "tests/support/FileLock.h"
+#include "tests/support/ImmutableFile.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QSet>
 
 ExpectedDisk::ExpectedDisk(const QStringList &folders)
     : m_folders(folders)
@@ -27,8 +28,7 @@ void ExpectedDisk::write(const QString &path, const QByteArray &content)
 
 void ExpectedDisk::vanish(const QString &path)
 {
-    if (m_locked.remove(path))
-        setDeletionLock(path, false);
+    m_locked.erase(path);
     QFile::remove(path);
     m_files.remove(path);
 }
@@ -41,10 +41,15 @@ void ExpectedDisk::turnIntoFolder(const QString &path)
 
 bool ExpectedDisk::lock(const QString &path)
 {
-    if (!m_files.contains(path) || !setDeletionLock(path, true))
+    if (!m_files.contains(path))
         return false;
-    m_locked.insert(path);
-    return true;
+    if (m_locked.contains(path))
+        return true;
+    auto immutable = std::make_unique<ImmutableFile>(path);
+    const bool locked = immutable->obstacle().isEmpty();
+    if (locked)
+        m_locked.emplace(path, std::move(immutable));
+    return locked;
 }
 
 bool ExpectedDisk::remove(const QString &path)
@@ -86,13 +91,11 @@ QString ExpectedDisk::contentDifferences() const
 
 void ExpectedDisk::clear()
 {
-    for (const QString &path : std::as_const(m_locked))
-        setDeletionLock(path, false);
+    m_locked.clear();
     for (const QString &folder : m_folders) {
         QDir(folder).removeRecursively();
         if (!QDir().mkpath(folder))
             qFatal("Cannot create %s", qPrintable(folder));
     }
-    m_locked.clear();
     m_files.clear();
 }

@@ -2,9 +2,13 @@
 
 #include <QByteArray>
 #include <QHash>
-#include <QSet>
 #include <QString>
 #include <QStringList>
+
+#include <map>
+#include <memory>
+
+class ImmutableFile;
 
 /// What must lie in some folders on the disk, and the hand that changes it: every change goes through here,
 /// to the disk and to the expectation alike.
@@ -48,5 +52,5 @@ public:
 private:
     const QStringList m_folders;
     QHash<QString, QByteArray> m_files;
-    QSet<QString> m_locked;
+    std::map<QString, std::unique_ptr<ImmutableFile>> m_locked;
 };

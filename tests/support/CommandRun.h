@@ -14,7 +14,7 @@ struct CommandRun
 };
 
 /// Where a program runs, and with what.
-struct CommandPlace
+struct CommandSetup
 {
     /// Its working folder; empty: that of the test.
     QString folder = {};
@@ -28,8 +28,8 @@ struct CommandPlace
 
 /// Runs \a program to its end.
 [[nodiscard]] CommandRun runCommand(
-    const QString &program, const QStringList &arguments, const CommandPlace &place = {});
+    const QString &program, const QStringList &arguments, const CommandSetup &setup = {});
 
 /// Runs \a script with bash; its $1, $2 and so on are \a arguments.
 [[nodiscard]] CommandRun runScript(
-    const QString &script, const QStringList &arguments, const CommandPlace &place = {});
+    const QString &script, const QStringList &arguments, const CommandSetup &setup = {});

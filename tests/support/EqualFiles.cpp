@@ -7,7 +7,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-void EqualFiles::renew()
+void EqualFiles::reset()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     m_files = m_folder->filePath(u"files"_s);

@@ -15,7 +15,7 @@ protected:
     Q_DISABLE_COPY_MOVE(EqualFiles)
 
     /// Makes new ones, in a folder of their own.
-    void renew();
+    void reset();
 
     [[nodiscard]] QString path(const QString &name) const
     {

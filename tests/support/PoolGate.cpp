@@ -34,7 +34,7 @@ PoolGate::~PoolGate()
     scanThreads().setMaxThreadCount(m_scanThreads);
 }
 
-void PoolGate::runWaitingTasks()
+void PoolGate::runQueuedTasks()
 {
     open();
     waitForAllTasks();
@@ -46,9 +46,9 @@ void PoolGate::open()
     m_lock->key.release();
 }
 
-bool PoolGate::gaveUp() const
+bool PoolGate::timedOut() const
 {
-    return m_lock->gaveUp;
+    return m_lock->timedOut;
 }
 
 void PoolGate::close()
@@ -56,6 +56,6 @@ void PoolGate::close()
     m_lock = std::make_shared<Lock>();
     QThreadPool::globalInstance()->start([lock = m_lock] {
         if (!lock->key.tryAcquire(1, patienceMilliseconds))
-            lock->gaveUp = true;
+            lock->timedOut = true;
     });
 }

@@ -19,18 +19,18 @@ public:
 
     /// Lets the tasks that wait now run to their end, and holds back those that are started later. No event
     /// is processed meanwhile: what the tasks queue for the GUI thread is still to come.
-    void runWaitingTasks();
+    void runQueuedTasks();
     void open();
 
     /// Whether the gate has opened by itself, as it does after half a minute: whoever was held up by it, a
     /// GUI thread that waits for the pool for instance, has to go on for the test to fail.
-    [[nodiscard]] bool gaveUp() const;
+    [[nodiscard]] bool timedOut() const;
 
 private:
     struct Lock
     {
         QSemaphore key;
-        std::atomic<bool> gaveUp{false};
+        std::atomic<bool> timedOut{false};
     };
 
     void close();

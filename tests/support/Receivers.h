@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 
 /// Number of connections to a button's clicked().
-inline int receiversOfClicked(const QAbstractButton *button)
+inline int clickedReceivers(const QAbstractButton *button)
 {
     // Makes a protected function of QObject accessible.
     struct Object : QObject

@@ -2,7 +2,7 @@
 
 #include "tests/support/DuplicateFiles.h"
 
-void ScannedFolder::renew()
+void ScannedFolder::reset()
 {
     m_driver.reset(new WindowDriver);
     m_folder.reset(new QTemporaryDir);

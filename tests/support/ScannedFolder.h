@@ -12,7 +12,7 @@ class ScannedFolder
 {
 protected:
     /// Makes both anew: the folder is empty, the window shows its start page.
-    void renew();
+    void reset();
 
     [[nodiscard]] QString path(const QString &name) const;
     QStringList write(const QStringList &names, const QByteArray &content) const;

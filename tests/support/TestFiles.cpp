@@ -33,7 +33,7 @@ bool writeFilesOneAfterAnother(const QStringList &paths, const QByteArray &conte
         writeFile(path, content);
         if (!birthTime(path).isValid())
             return false;
-        // The file system's clock ticks only every few milliseconds.
+        // The clock of the file system advances only every few milliseconds.
         while (previous.isValid() && birthTime(path) <= previous) {
             QThread::msleep(2);
             QFile::remove(path);

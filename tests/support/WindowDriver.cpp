@@ -193,7 +193,7 @@ QStringList WindowDriver::filePaths()
     return paths;
 }
 
-QStringList WindowDriver::tickedPaths()
+QStringList WindowDriver::checkedPaths()
 {
     QStringList paths;
     forEachFileRow(tree(), [&paths](const QTreeWidgetItem *row) {
@@ -213,15 +213,15 @@ QTreeWidgetItem *WindowDriver::fileRow(const QString &path)
     return found;
 }
 
-void WindowDriver::tick(const QString &path, bool ticked)
+void WindowDriver::check(const QString &path, bool checked)
 {
-    fileRow(path)->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked);
+    fileRow(path)->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
 }
 
-void WindowDriver::tickAll(bool ticked)
+void WindowDriver::checkAll(bool checked)
 {
     forEachFileRow(tree(),
-        [ticked](QTreeWidgetItem *row) { row->setCheckState(0, ticked ? Qt::Checked : Qt::Unchecked); });
+        [checked](QTreeWidgetItem *row) { row->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked); });
 }
 
 QList<ShownBox> WindowDriver::clickAndCloseBoxes(const char *buttonName)

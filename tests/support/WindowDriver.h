@@ -90,13 +90,13 @@ public:
     [[nodiscard]] QStringList groupTitles();
     /// Paths of all loaded file rows, in the order of the tree.
     [[nodiscard]] QStringList filePaths();
-    /// Paths of the loaded file rows that are ticked, in the order of the tree.
-    [[nodiscard]] QStringList tickedPaths();
+    /// Paths of the loaded file rows that are checked, in the order of the tree.
+    [[nodiscard]] QStringList checkedPaths();
     /// The first loaded file row with this path, or null.
     [[nodiscard]] QTreeWidgetItem *fileRow(const QString &path);
-    void tick(const QString &path, bool ticked = true);
+    void check(const QString &path, bool checked = true);
     /// Gives every loaded file row the same state.
-    void tickAll(bool ticked);
+    void checkAll(bool checked);
 
     /// Presses a button and closes the message boxes that it brings up; returns them.
     QList<ShownBox> clickAndCloseBoxes(const char *buttonName);

@@ -1,6 +1,6 @@
 #include "app/ProgramEnd.h"
 #include "scan/ProcessEnd.h"
-#include "tests/support/QuietMessages.h"
+#include "tests/support/MessageFilter.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QApplication>

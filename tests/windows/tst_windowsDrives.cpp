@@ -28,7 +28,7 @@ private slots:
 
 namespace {
 
-/// Ticks the one skip rule named by its check box, or none, in the options dialog.
+/// Checks only the skip rule with this check box in the options dialog, or none.
 void chooseSkipRule(WindowDriver &driver, const QString &ruleBox)
 {
     withModalDialogs([&driver] { driver.click("btnScanOptions"); },

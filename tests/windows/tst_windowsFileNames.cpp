@@ -1,4 +1,4 @@
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/WindowDriver.h"
 #include "tests/windows/WindowsFiles.h"
@@ -60,11 +60,11 @@ void tst_windowsFileNames::areFoundShownAndDeleted()
     QVERIFY(driver.scan());
     const QStringList shown = driver.filePaths();
     QCOMPARE((QSet<QString>{shown.cbegin(), shown.cend()}), (QSet<QString>{original, copy}));
-    const QStringList ticked = driver.tickedPaths();
-    QCOMPARE(ticked.size(), 1);
+    const QStringList marked = driver.checkedPaths();
+    QCOMPARE(marked.size(), 1);
 
     driver.clickAndCloseBoxes("btnRemoveSelected");
-    QVERIFY(!QFile::exists(ticked.constFirst()));
+    QVERIFY(!QFile::exists(marked.constFirst()));
     QCOMPARE(QFile::exists(original) + QFile::exists(copy), 1);
 }
 

@@ -1,4 +1,4 @@
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/TestFiles.h"
 #include "tests/windows/WindowsFiles.h"
 

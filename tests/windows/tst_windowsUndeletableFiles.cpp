@@ -70,10 +70,10 @@ void tst_windowsUndeletableFiles::countsAsFailedAndStays()
     WindowDriver driver;
     driver.setFolders({folder.path()});
     QVERIFY(driver.scan());
-    const QStringList ticked = driver.tickedPaths();
-    QCOMPARE(ticked.size(), 2);
-    const QString stuck = ticked.filter(QStringLiteral("stuck")).constFirst();
-    const QString free = ticked.filter(QStringLiteral("free")).constFirst();
+    const QStringList marked = driver.checkedPaths();
+    QCOMPARE(marked.size(), 2);
+    const QString stuck = marked.filter(QStringLiteral("stuck")).constFirst();
+    const QString free = marked.filter(QStringLiteral("free")).constFirst();
 
     const Obstruction obstruction(stuck, obstacle);
     QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),

@@ -13,7 +13,7 @@ usage() {
 Usage: tools/sanitizers/run.sh [--all] [asan|tsan] [REGEX]
 
 Runs the tests whose names match REGEX or, without one, those where threads and memory are at stake: the engine, closing
-at any moment, some rounds of the storm and some sequences of the results model. --all runs every test at full length.
+at any moment, some rounds of the stress test and some sequences of the results model. --all runs every test at full length.
 Before them come the probes: programs with a known fault, which must be reported, and one without, which must not.
 
 tsan needs a Qt that is built with ThreadSanitizer itself; the first run builds it (see build-qt-tsan.sh).
@@ -23,7 +23,7 @@ TEXT
 engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|contentEquality|contentGroups|contentGroupsOfRandomFiles'
 engine+='|creationTime|digest|duplicateAnalysis|duplicateGroup|fileCategories|fileCollection|fileHash|fileSurvey'
 engine+='|fingerprintQueue|folderWalk|jsonReport|largeTrees|removal|scanProgress|skipRules|specialFiles'
-window='backgroundTasks|closingTheProgram|closingTheWindow|firstRows|loadQueue|resultsModel|storm|thumbnailQueue'
+window='backgroundTasks|closingTheProgram|closingTheWindow|firstRows|loadQueue|resultsModel|windowStress|thumbnailQueue'
 regex="^tst_($engine|$window)\$"
 length=short
 presets=()
@@ -63,7 +63,7 @@ shorten() {
     if [ "$1" = tsan ]; then
         rounds=15 sequences=80
     fi
-    export QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-$rounds}
+    export QUILLORY_STRESS_ROUNDS=${QUILLORY_STRESS_ROUNDS:-$rounds}
     export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-$sequences}
 }
 

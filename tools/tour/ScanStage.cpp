@@ -1,8 +1,8 @@
 #include "tools/tour/ScanStage.h"
 
+#include "tests/support/PoolGate.h"
 #include "tests/support/WindowDriver.h"
 #include "tools/tour/Camera.h"
-#include "tools/tour/PoolHold.h"
 
 #include <QApplication>
 #include <QProgressBar>
@@ -75,20 +75,21 @@ private:
 QString scanAndShoot(WindowDriver &driver, Camera &camera)
 {
     const ProgressPictures pictures(driver, camera);
-    // Qt scales the pictures of the scan page when they are painted first, on the pool that is about to be
-    // held.
+    // Qt scales the pictures of the scan page on the thread pool when it first paints them: before the gate
+    // blocks the pool.
     const auto labels = driver.find("scanpage")->findChildren<QLabel *>();
     for (QLabel *label : labels)
         std::ignore = label->grab();
-    PoolHold hold;
-    driver.click("btnStartScan");
-    // A small folder is through before the page has shown its clock and its dots once.
-    const bool ticked = QTest::qWaitFor(
-        [&driver] { return driver.labelText("labelScanStatus").endsWith(u"..."); }, asInt(30s));
-    if (!ticked)
-        return QStringLiteral("the scan page shows no sign of life");
-    camera.shoot(driver.window(), QStringLiteral("05-scanning"));
-    hold.release();
+    {
+        // A scan of a small folder would end before the page shows its clock and its dots.
+        const PoolGate gate;
+        driver.click("btnStartScan");
+        const bool animated = QTest::qWaitFor(
+            [&driver] { return driver.labelText("labelScanStatus").endsWith(u"..."); }, asInt(20s));
+        if (!animated)
+            return QStringLiteral("the scan page shows no progress");
+        camera.shoot(driver.window(), QStringLiteral("05-scanning"));
+    }
     if (!driver.waitForResults(asInt(10h)))
         return QStringLiteral("the scan has brought no results page");
     return {};

@@ -141,15 +141,15 @@ void Tour::visitSelection()
     expandAndShoot("12-selected");
 }
 
-/// Deletes what is ticked and compares what is left on the disk with what should be.
+/// Deletes the marked files and compares the files left on the disk with the expected ones.
 QString Tour::deleteCopies()
 {
     const QString sample = m_folders.constFirst();
     const QSet<QString> before = filesBelow(sample);
-    const QStringList ticked = m_driver.tickedPaths();
-    const QSet<QString> toDelete(ticked.cbegin(), ticked.cend());
+    const QStringList marked = m_driver.checkedPaths();
+    const QSet<QString> toDelete(marked.cbegin(), marked.cend());
     if (m_driver.folders() != QStringList{sample} || toDelete.isEmpty() || !before.contains(toDelete))
-        return QStringLiteral("files outside the sample are ticked");
+        return QStringLiteral("files outside the sample are marked");
 
     QString report;
     lookAtDialog([this] { m_driver.click("btnRemoveSelected"); },
@@ -162,7 +162,7 @@ QString Tour::deleteCopies()
     print(report);
     if (filesBelow(sample) != before - toDelete)
         return QStringLiteral("the files that are left are not the ones that were to be kept");
-    print(QStringLiteral("%1 files were ticked and are gone, the other %2 are still there.")
+    print(QStringLiteral("%1 marked files are gone, the other %2 are still there.")
               .arg(toDelete.size())
               .arg(before.size() - toDelete.size()));
     return {};

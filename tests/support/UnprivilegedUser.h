@@ -8,20 +8,20 @@ class QString;
 ///
 /// That user owns nothing: what it is to reach has to be open to everybody. Where the process may not change
 /// its user nothing happens, so a test has to see for itself that it is kept out.
-class OrdinaryUser
+class UnprivilegedUser
 {
 public:
-    OrdinaryUser();
-    ~OrdinaryUser();
-    Q_DISABLE_COPY_MOVE(OrdinaryUser)
+    UnprivilegedUser();
+    ~UnprivilegedUser();
+    Q_DISABLE_COPY_MOVE(UnprivilegedUser)
 
 private:
     const bool m_changed;
 };
 
 /// Lets every user read and search the folder, and only its owner change it.
-void letEverybodyIn(const QString &folder);
+void allowAccess(const QString &folder);
 /// Lets every user read and search the folder, and nobody but root change it.
-void letEverybodyInToLook(const QString &folder);
+void allowReadingOnly(const QString &folder);
 /// Takes every permission off the file or folder.
-void letNobodyIn(const QString &path);
+void denyAccess(const QString &path);

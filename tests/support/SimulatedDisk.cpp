@@ -1,4 +1,4 @@
-#include "tests/support/OddDisk.h"
+#include "tests/support/SimulatedDisk.h"
 
 #include <QMutex>
 #include <QMutexLocker>
@@ -27,7 +27,7 @@ namespace {
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the system's functions have no owner.
 QMutex mutex;
 QSemaphore answer;
-QList<OddDisk::Range> prefetched;
+QList<SimulatedDisk::Range> prefetched;
 /// How many entries were read of each folder.
 std::map<const DIR *, qsizetype> entriesRead;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
@@ -62,7 +62,7 @@ dirent64 *nextLongName(DIR *stream)
 {
     thread_local LongEntry buffer;
     const QMutexLocker lock(&mutex);
-    const QList<QByteArray> names = OddDisk::longFileNames();
+    const QList<QByteArray> names = SimulatedDisk::longFileNames();
     const qsizetype index = entriesRead[stream]++;
     if (index == names.size())
         return nullptr;
@@ -75,7 +75,7 @@ dirent64 *nextLongName(DIR *stream)
 
 } // namespace
 
-QList<QByteArray> OddDisk::longFileNames()
+QList<QByteArray> SimulatedDisk::longFileNames()
 {
     QList<QByteArray> names;
     for (const int length : {255, 256, 257, 300, 511, 512, 700, 765})
@@ -85,12 +85,12 @@ QList<QByteArray> OddDisk::longFileNames()
     return names;
 }
 
-void OddDisk::letAnswer()
+void SimulatedDisk::unblock()
 {
     answer.release();
 }
 
-QList<OddDisk::Range> OddDisk::takePrefetched()
+QList<SimulatedDisk::Range> SimulatedDisk::takePrefetched()
 {
     const QMutexLocker lock(&mutex);
     return std::exchange(prefetched, {});
@@ -102,21 +102,21 @@ QList<OddDisk::Range> OddDisk::takePrefetched()
 extern "C" dirent64 *readdir64(DIR *stream)
 {
     const int folder = ::dirfd(stream);
-    if (isNamed(folder, OddDisk::longNames))
+    if (isNamed(folder, SimulatedDisk::longNames))
         return nextLongName(stream);
-    if (isNamed(folder, OddDisk::breaksOff)) {
+    if (isNamed(folder, SimulatedDisk::failsAfterTwoEntries)) {
         const QMutexLocker lock(&mutex);
         if (entriesRead[stream]++ == 2) {
             errno = EIO;
             return nullptr;
         }
     }
-    if (isNamed(folder, OddDisk::doesNotAnswer)) {
+    if (isNamed(folder, SimulatedDisk::blocked)) {
         answer.acquire();
         answer.release();
     }
     dirent64 *const entry = systemFunction<decltype(readdir64)>("readdir64")(stream);
-    if (entry && isNamed(folder, OddDisk::unknownTypes))
+    if (entry && isNamed(folder, SimulatedDisk::unknownTypes))
         entry->d_type = DT_UNKNOWN;
     return entry;
 }
@@ -133,9 +133,9 @@ extern "C" int closedir(DIR *stream)
 extern "C" int statx(int folder, const char *path, int flags, unsigned int mask, struct statx *facts) noexcept
 {
     const int result = systemFunction<decltype(statx)>("statx")(folder, path, flags, mask, facts);
-    if (isNamed(path, OddDisk::withoutBirthTime))
+    if (isNamed(path, SimulatedDisk::withoutBirthTime))
         facts->stx_mask &= ~static_cast<unsigned int>(STATX_BTIME);
-    if (isNamed(path, OddDisk::bornAtZero))
+    if (isNamed(path, SimulatedDisk::bornAtZero))
         facts->stx_btime = {};
     return result;
 }
@@ -143,7 +143,7 @@ extern "C" int statx(int folder, const char *path, int flags, unsigned int mask,
 extern "C" ssize_t preadv64v2(int descriptor, const iovec *target, int count, off64_t position, int flags)
 {
     iovec part = *target;
-    if (isNamed(descriptor, OddDisk::readBitByBit))
+    if (isNamed(descriptor, SimulatedDisk::shortReads))
         part.iov_len = std::min<std::size_t>(part.iov_len, 1000);
     return systemFunction<decltype(preadv64v2)>("preadv64v2")(
         descriptor, count == 1 ? &part : target, count, position, flags);
@@ -167,7 +167,7 @@ extern "C" int open64(const char *path, int flags, ...)
         mode = va_arg(arguments, mode_t);
         va_end(arguments);
     }
-    if ((flags & O_NONBLOCK) != 0 && isNamed(path, OddDisk::leased)) {
+    if ((flags & O_NONBLOCK) != 0 && isNamed(path, SimulatedDisk::leased)) {
         errno = EWOULDBLOCK;
         return -1;
     }

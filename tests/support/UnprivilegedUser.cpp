@@ -1,4 +1,4 @@
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QFile>
 
@@ -49,28 +49,28 @@ void setPermissions(const QString &path, QFile::Permissions permissions)
 
 } // namespace
 
-OrdinaryUser::OrdinaryUser()
+UnprivilegedUser::UnprivilegedUser()
     : m_changed(becomeNobody())
 {
 }
 
-OrdinaryUser::~OrdinaryUser()
+UnprivilegedUser::~UnprivilegedUser()
 {
     if (m_changed && !becomeRoot())
         qFatal("Cannot become root again");
 }
 
-void letEverybodyIn(const QString &folder)
+void allowAccess(const QString &folder)
 {
     setPermissions(folder, readAndSearch | QFile::WriteOwner);
 }
 
-void letEverybodyInToLook(const QString &folder)
+void allowReadingOnly(const QString &folder)
 {
     setPermissions(folder, readAndSearch);
 }
 
-void letNobodyIn(const QString &path)
+void denyAccess(const QString &path)
 {
     setPermissions(path, {});
 }

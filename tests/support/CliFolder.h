@@ -6,11 +6,11 @@
 #include <QTemporaryDir>
 
 /// A folder in which a test runs quillory-cli. All relative names are below it.
-class CliPlace
+class CliFolder
 {
 public:
     /// \a program is quillory-cli.
-    explicit CliPlace(const QString &program);
+    explicit CliFolder(const QString &program);
 
     /// The absolute path of \a name, without links; of the folder itself when it is empty.
     [[nodiscard]] QString path(const QString &name = {}) const;

@@ -1,4 +1,4 @@
-#include "tests/support/QuietMessages.h"
+#include "tests/support/MessageFilter.h"
 
 #include <QString>
 

@@ -5,16 +5,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// The main job from end to end: add a folder, scan it, look at the duplicates, delete the ticked copies.
-class tst_wholeRoad : public QObject
+/// The main use case: add a folder, scan it, review the duplicates, delete the marked copies.
+class tst_endToEnd : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void deletesTickedCopiesAndNothingElse();
+    void deletesOnlyMarkedCopies();
 };
 
-void tst_wholeRoad::deletesTickedCopiesAndNothingElse()
+void tst_endToEnd::deletesOnlyMarkedCopies()
 {
     const QTemporaryDir folder;
     const auto path = [&folder](const char *name) { return folder.filePath(QLatin1StringView(name)); };
@@ -31,21 +31,21 @@ void tst_wholeRoad::deletesTickedCopiesAndNothingElse()
 
     QCOMPARE(driver.groupTitles().size(), 2);
     const QStringList shown = driver.filePaths();
-    const QStringList ticked = driver.tickedPaths();
+    const QStringList marked = driver.checkedPaths();
     QCOMPARE(QSet<QString>(shown.cbegin(), shown.cend()),
         (QSet<QString>{path("photos/cat.jpg"), path("photos/copy of cat.jpg"), path("notes.txt"),
             path("backup/notes.txt")}));
-    QCOMPARE(ticked.size(), 2);
+    QCOMPARE(marked.size(), 2);
 
     QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),
         (QList<ShownBox>{{QStringLiteral("Deletion Complete"),
             QStringLiteral("Deleted 2 files successfully, 0 files failed.")}}));
     for (const QString &file : shown)
-        QCOMPARE(QFile::exists(file), !ticked.contains(file));
+        QCOMPARE(QFile::exists(file), !marked.contains(file));
     QVERIFY(QFile::exists(path("backup/other.txt")));
     QVERIFY(QFile::exists(path("alone.pdf")));
     QCOMPARE(driver.tree()->topLevelItemCount(), 0);
 }
 
-QTEST_MAIN(tst_wholeRoad)
-#include "tst_wholeRoad.moc"
+QTEST_MAIN(tst_endToEnd)
+#include "tst_endToEnd.moc"

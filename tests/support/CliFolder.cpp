@@ -1,4 +1,4 @@
-#include "tests/support/CliPlace.h"
+#include "tests/support/CliFolder.h"
 
 #include "tests/support/TestFiles.h"
 
@@ -9,44 +9,44 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-CliPlace::CliPlace(const QString &program)
+CliFolder::CliFolder(const QString &program)
     : m_program(program)
 {
 }
 
-QString CliPlace::path(const QString &name) const
+QString CliFolder::path(const QString &name) const
 {
     const QString folder = QFileInfo(m_folder.path()).canonicalFilePath();
     return name.isEmpty() ? folder : folder + u'/' + name;
 }
 
-void CliPlace::write(const QString &name, const QByteArray &content) const
+void CliFolder::write(const QString &name, const QByteArray &content) const
 {
     writeFile(path(name), content);
 }
 
-QByteArray CliPlace::content(const QString &name) const
+QByteArray CliFolder::content(const QString &name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
 }
 
-QStringList CliPlace::fileNames() const
+QStringList CliFolder::fileNames() const
 {
     return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden);
 }
 
-CommandRun CliPlace::run(const QStringList &arguments, const QStringList &variables) const
+CommandRun CliFolder::run(const QStringList &arguments, const QStringList &variables) const
 {
     return runCommand(m_program, arguments, {.folder = path(), .variables = variables});
 }
 
-CommandRun CliPlace::find(const QStringList &arguments) const
+CommandRun CliFolder::find(const QStringList &arguments) const
 {
     return run(QStringList{u"find"_s} + arguments);
 }
 
-QJsonObject CliPlace::report(const QStringList &arguments, int exitCode) const
+QJsonObject CliFolder::report(const QStringList &arguments, int exitCode) const
 {
     const CommandRun found = find(QStringList{u"--format=json"_s} + arguments);
     if (found.exitCode != exitCode)
@@ -54,18 +54,18 @@ QJsonObject CliPlace::report(const QStringList &arguments, int exitCode) const
     return found.exitCode == exitCode ? QJsonDocument::fromJson(found.output).object() : QJsonObject();
 }
 
-QStringList CliPlace::foundPaths(const QStringList &arguments) const
+QStringList CliFolder::foundPaths(const QStringList &arguments) const
 {
     const CommandRun found = find(QStringList{u"--format=paths"_s, u"--keep=first"_s} + arguments);
     return QString::fromUtf8(found.output).split(u'\n', Qt::SkipEmptyParts);
 }
 
-CommandRun CliPlace::runInShell(const QString &script) const
+CommandRun CliFolder::runInShell(const QString &script) const
 {
     return runScript(script, {m_program}, {.folder = path()});
 }
 
-void CliPlace::writeLargeOutput(const QString &folder) const
+void CliFolder::writeLargeOutput(const QString &folder) const
 {
     const QString longName(200, u'x');
     for (int i = 0; i < 1000; ++i)

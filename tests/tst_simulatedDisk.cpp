@@ -4,9 +4,9 @@
 #include "analysis/RegularFile.h"
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
-#include "tests/support/Collecting.h"
-#include "tests/support/OddDisk.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/RandomBytes.h"
+#include "tests/support/SimulatedDisk.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
 
@@ -24,23 +24,23 @@ using Qt::StringLiterals::operator""_s;
 
 /// File systems that answer as few do: names longer than 255 bytes, entries without type, files without birth
 /// time.
-class tst_oddDisk : public QObject
+class tst_simulatedDisk : public QObject
 {
     Q_OBJECT
 
 private slots:
     void keepsNamesOfUpTo765Bytes();
-    void looksAtEntriesOfUnknownType();
-    void saysThatAFolderBrokeOff();
-    void takesModificationAtZeroForATime();
-    void takesBirthAtZeroForNone();
+    void readsEntriesOfUnknownType();
+    void reportsAFolderThatFailsWhileItIsRead();
+    void acceptsModificationTimeZero();
+    void treatsBirthTimeZeroAsUnknown();
     void keepsTheFileOf1970InsteadOfOneThatIsGone();
-    void readsOnWhereTheSystemStopped_data();
-    void readsOnWhereTheSystemStopped();
+    void continuesAfterAShortRead_data();
+    void continuesAfterAShortRead();
     void prefetchesBothEnds_data();
     void prefetchesBothEnds();
-    void opensALeasedFileByWaiting();
-    void neverWaitsForAPipeInPlaceOfALeasedFile();
+    void waitsForALeasedFile();
+    void neverWaitsForAPipeThatReplacedALeasedFile();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
@@ -51,12 +51,12 @@ private:
     const QTemporaryDir m_folder;
 };
 
-void tst_oddDisk::keepsNamesOfUpTo765Bytes()
+void tst_simulatedDisk::keepsNamesOfUpTo765Bytes()
 {
-    const QString folder = path(QString::fromLatin1(OddDisk::longNames));
+    const QString folder = path(QString::fromLatin1(SimulatedDisk::longNames));
     QVERIFY(QDir().mkpath(folder));
     QList<QByteArray> expected;
-    for (const QByteArray &name : OddDisk::longFileNames())
+    for (const QByteArray &name : SimulatedDisk::longFileNames())
         expected.append(QFile::encodeName(folder) + '/' + name);
 
     QList<QByteArray> collected;
@@ -66,7 +66,7 @@ void tst_oddDisk::keepsNamesOfUpTo765Bytes()
     QCOMPARE(countFiles({folder}, [] { return false; }), expected.size());
 
     FolderEntries entries(folder);
-    for (const QByteArray &name : OddDisk::longFileNames()) {
+    for (const QByteArray &name : SimulatedDisk::longFileNames()) {
         QVERIFY(entries.next());
         QCOMPARE(QByteArray(entries.rawName()), name);
     }
@@ -75,9 +75,9 @@ void tst_oddDisk::keepsNamesOfUpTo765Bytes()
     QVERIFY(QDir().rename(folder, path(u"as ever"_s)));
 }
 
-void tst_oddDisk::looksAtEntriesOfUnknownType()
+void tst_simulatedDisk::readsEntriesOfUnknownType()
 {
-    const QString folder = path(QString::fromLatin1(OddDisk::unknownTypes));
+    const QString folder = path(QString::fromLatin1(SimulatedDisk::unknownTypes));
     writeFile(folder + u"/file"_s, "x");
     writeFile(folder + u"/sub/file"_s, "x");
     writeFile(path(u"elsewhere/file"_s), "x");
@@ -91,9 +91,9 @@ void tst_oddDisk::looksAtEntriesOfUnknownType()
     QCOMPARE(countFiles({folder}, [] { return false; }), 2);
 }
 
-void tst_oddDisk::saysThatAFolderBrokeOff()
+void tst_simulatedDisk::reportsAFolderThatFailsWhileItIsRead()
 {
-    const QString folder = path(QString::fromLatin1(OddDisk::breaksOff));
+    const QString folder = path(QString::fromLatin1(SimulatedDisk::failsAfterTwoEntries));
     for (const char name : {'1', '2', '3', '4'})
         writeFile(folder + u'/' + QLatin1Char(name), "x");
     FolderEntries entries(folder);
@@ -103,9 +103,9 @@ void tst_oddDisk::saysThatAFolderBrokeOff()
     QVERIFY(QDir().rename(folder, path(u"whole"_s)));
 }
 
-void tst_oddDisk::takesModificationAtZeroForATime()
+void tst_simulatedDisk::acceptsModificationTimeZero()
 {
-    const QString file = path(QString::fromLatin1(OddDisk::withoutBirthTime));
+    const QString file = path(QString::fromLatin1(SimulatedDisk::withoutBirthTime));
     writeFile(file, "x");
     setModificationTime(file, 1);
     QCOMPARE(creationTime(file), QDateTime({2020, 1, 1}, {0, 0, 1}, Qt::UTC).toMSecsSinceEpoch());
@@ -115,17 +115,17 @@ void tst_oddDisk::takesModificationAtZeroForATime()
 }
 
 /// As QFileInfo does.
-void tst_oddDisk::takesBirthAtZeroForNone()
+void tst_simulatedDisk::treatsBirthTimeZeroAsUnknown()
 {
-    const QString file = path(QString::fromLatin1(OddDisk::bornAtZero));
+    const QString file = path(QString::fromLatin1(SimulatedDisk::bornAtZero));
     writeFile(file, "x");
     setModificationTime(file, 1);
     QCOMPARE(creationTime(file), QDateTime({2020, 1, 1}, {0, 0, 1}, Qt::UTC).toMSecsSinceEpoch());
 }
 
-void tst_oddDisk::keepsTheFileOf1970InsteadOfOneThatIsGone()
+void tst_simulatedDisk::keepsTheFileOf1970InsteadOfOneThatIsGone()
 {
-    const QString file = path(u"1970/"_s + QString::fromLatin1(OddDisk::withoutBirthTime));
+    const QString file = path(u"1970/"_s + QString::fromLatin1(SimulatedDisk::withoutBirthTime));
     const QString later = path(u"later"_s);
     const QString gone = path(u"gone"_s);
     writeFile(file, "x");
@@ -137,17 +137,17 @@ void tst_oddDisk::keepsTheFileOf1970InsteadOfOneThatIsGone()
     QCOMPARE(indexOfKeptCopy({file, later, gone}), 0);
 }
 
-void tst_oddDisk::readsOnWhereTheSystemStopped_data()
+void tst_simulatedDisk::continuesAfterAShortRead_data()
 {
     QTest::addColumn<int>("size");
     for (const int size : {999, 1000, 1001, 4095, 4096, 4097, 8193})
         QTest::addRow("%d bytes", size) << size;
 }
 
-void tst_oddDisk::readsOnWhereTheSystemStopped()
+void tst_simulatedDisk::continuesAfterAShortRead()
 {
     QFETCH(const int, size);
-    const QString path = this->path(QString::fromLatin1(OddDisk::readBitByBit));
+    const QString path = this->path(QString::fromLatin1(SimulatedDisk::shortReads));
     const QByteArray content = randomBytes(size, 1);
     writeFile(path, content);
     RegularFile file(path);
@@ -162,7 +162,7 @@ void tst_oddDisk::readsOnWhereTheSystemStopped()
         QCryptographicHash::hash(content.first(*count) + tail, QCryptographicHash::Sha256));
 }
 
-void tst_oddDisk::prefetchesBothEnds_data()
+void tst_simulatedDisk::prefetchesBothEnds_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<bool>("hasTail");
@@ -172,31 +172,31 @@ void tst_oddDisk::prefetchesBothEnds_data()
     QTest::newRow("large") << 1'000'000 << true;
 }
 
-void tst_oddDisk::prefetchesBothEnds()
+void tst_simulatedDisk::prefetchesBothEnds()
 {
     QFETCH(const int, size);
     QFETCH(const bool, hasTail);
     const QString path = this->path(u"file"_s);
     writeFile(path, QByteArray(size, 'x'));
     const RegularFile file(path);
-    static_cast<void>(OddDisk::takePrefetched());
+    static_cast<void>(SimulatedDisk::takePrefetched());
     QVERIFY(file.prefetchEnds(4096));
-    QList<OddDisk::Range> expected{{0, 4096}};
+    QList<SimulatedDisk::Range> expected{{0, 4096}};
     if (hasTail)
         expected.append({size - 4096, 4096});
-    QVERIFY(OddDisk::takePrefetched() == expected);
+    QVERIFY(SimulatedDisk::takePrefetched() == expected);
 }
 
-void tst_oddDisk::opensALeasedFileByWaiting()
+void tst_simulatedDisk::waitsForALeasedFile()
 {
-    const QString path = this->path(u"lease/"_s + QString::fromLatin1(OddDisk::leased));
+    const QString path = this->path(u"lease/"_s + QString::fromLatin1(SimulatedDisk::leased));
     writeFile(path, "content");
     QCOMPARE(computeFileHash(path, 4096), QCryptographicHash::hash("content", QCryptographicHash::Sha256));
 }
 
-void tst_oddDisk::neverWaitsForAPipeInPlaceOfALeasedFile()
+void tst_simulatedDisk::neverWaitsForAPipeThatReplacedALeasedFile()
 {
-    const QString path = this->path(u"pipe/"_s + QString::fromLatin1(OddDisk::leased));
+    const QString path = this->path(u"pipe/"_s + QString::fromLatin1(SimulatedDisk::leased));
     QVERIFY(QDir().mkpath(this->path(u"pipe"_s)));
     QVERIFY(makePipe(path));
     bool isOpen = true;
@@ -212,5 +212,5 @@ void tst_oddDisk::neverWaitsForAPipeInPlaceOfALeasedFile()
     QVERIFY(!isOpen);
 }
 
-QTEST_GUILESS_MAIN(tst_oddDisk)
-#include "tst_oddDisk.moc"
+QTEST_GUILESS_MAIN(tst_simulatedDisk)
+#include "tst_simulatedDisk.moc"

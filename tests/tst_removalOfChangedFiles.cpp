@@ -21,27 +21,27 @@ using Change = std::function<void()>;
 Q_DECLARE_METATYPE(Change)
 
 /// Removal of files that changed: after the report was written, and after they were compared.
-class tst_changedFiles : public QObject, private EqualFiles
+class tst_removalOfChangedFiles : public QObject, private EqualFiles
 {
     Q_OBJECT
 
 private slots:
     void init();
 
-    void leavesChangedFilesAlone_data();
-    void leavesChangedFilesAlone();
+    void keepsChangedFiles_data();
+    void keepsChangedFiles();
     void checksAgainAfterComparing_data();
     void checksAgainAfterComparing();
-    void putsBackWhatItTrashedByMistake();
+    void restoresAFileTrashedByMistake();
     void refusesAFileInASwappedFolder();
 };
 
-void tst_changedFiles::init()
+void tst_removalOfChangedFiles::init()
 {
-    renew();
+    reset();
 }
 
-void tst_changedFiles::leavesChangedFilesAlone_data()
+void tst_removalOfChangedFiles::keepsChangedFiles_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<QString>("reason");
@@ -162,7 +162,7 @@ void tst_changedFiles::leavesChangedFilesAlone_data()
         u"its size is not that of the report"_s, true, both);
 }
 
-void tst_changedFiles::leavesChangedFilesAlone()
+void tst_removalOfChangedFiles::keepsChangedFiles()
 {
     QFETCH(const Change, change);
     QFETCH(const QString, reason);
@@ -199,7 +199,7 @@ void tst_changedFiles::leavesChangedFilesAlone()
     QCOMPARE(treeOf(m_files), expected);
 }
 
-void tst_changedFiles::checksAgainAfterComparing_data()
+void tst_removalOfChangedFiles::checksAgainAfterComparing_data()
 {
     QTest::addColumn<RemovalAction>("action");
     QTest::addColumn<Change>("change");
@@ -242,7 +242,7 @@ void tst_changedFiles::checksAgainAfterComparing_data()
     }
 }
 
-void tst_changedFiles::checksAgainAfterComparing()
+void tst_removalOfChangedFiles::checksAgainAfterComparing()
 {
 #ifdef Q_OS_WIN
     QSKIP("Nobody can change a file here while it is compared");
@@ -264,7 +264,7 @@ void tst_changedFiles::checksAgainAfterComparing()
 }
 
 /// Another file takes the path at the very last moment, after every check.
-void tst_changedFiles::putsBackWhatItTrashedByMistake()
+void tst_removalOfChangedFiles::restoresAFileTrashedByMistake()
 {
 #ifdef Q_OS_WIN
     QSKIP("There is no recycle bin to be sure of here");
@@ -279,7 +279,7 @@ void tst_changedFiles::putsBackWhatItTrashedByMistake()
 }
 
 /// The path leads to another file, through another folder of the same name.
-void tst_changedFiles::refusesAFileInASwappedFolder()
+void tst_removalOfChangedFiles::refusesAFileInASwappedFolder()
 {
 #ifdef Q_OS_WIN
     QSKIP("A folder with open files cannot be renamed here");
@@ -297,5 +297,5 @@ void tst_changedFiles::refusesAFileInASwappedFolder()
     QCOMPARE(treeOf(m_files), changed);
 }
 
-QTEST_GUILESS_MAIN(tst_changedFiles)
-#include "tst_changedFiles.moc"
+QTEST_GUILESS_MAIN(tst_removalOfChangedFiles)
+#include "tst_removalOfChangedFiles.moc"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scan/FileSurvey.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 
 /// A request for every file below \a folders that is not hidden.
 inline SurveyRequest everything(const QStringList &folders)

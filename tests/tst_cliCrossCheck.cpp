@@ -67,7 +67,7 @@ CommandRun findAll(const QString &folder)
 } // namespace
 
 /// The same groups as other programs that compare every byte.
-class tst_cliFoundByOthers : public QObject
+class tst_cliCrossCheck : public QObject
 {
     Q_OBJECT
 
@@ -82,7 +82,7 @@ private:
 };
 
 /// Hard links, empty files, hidden files and folders, links, files that differ in one byte.
-QString tst_cliFoundByOthers::makeTree()
+QString tst_cliCrossCheck::makeTree()
 {
     static const QTemporaryDir place;
     const auto path = [](const QString &name) { return place.filePath(name); };
@@ -102,7 +102,7 @@ QString tst_cliFoundByOthers::makeTree()
     return place.path();
 }
 
-void tst_cliFoundByOthers::addFolders(const QString &program, const QStringList &arguments)
+void tst_cliCrossCheck::addFolders(const QString &program, const QStringList &arguments)
 {
     QStringList folders{makeTree(), u"/usr/share/doc"_s, u"/usr/include"_s, u"/etc"_s};
     for (const QString &folder : folders) {
@@ -111,7 +111,7 @@ void tst_cliFoundByOthers::addFolders(const QString &program, const QStringList 
     }
 }
 
-void tst_cliFoundByOthers::findsTheSameGroups_data()
+void tst_cliCrossCheck::findsTheSameGroups_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QStringList>("arguments");
@@ -121,7 +121,7 @@ void tst_cliFoundByOthers::findsTheSameGroups_data()
     addFolders(u"jdupes"_s, {u"-r"_s, u"-q"_s, u"-z"_s});
 }
 
-void tst_cliFoundByOthers::findsTheSameGroups()
+void tst_cliCrossCheck::findsTheSameGroups()
 {
     QFETCH(const QString, program);
     QFETCH(const QStringList, arguments);
@@ -135,7 +135,7 @@ void tst_cliFoundByOthers::findsTheSameGroups()
     QCOMPARE(own, theirs);
 }
 
-void tst_cliFoundByOthers::reportsOnlyEqualFiles()
+void tst_cliCrossCheck::reportsOnlyEqualFiles()
 {
     const auto content = [](const QByteArray &path) {
         QFile file(QFile::decodeName(path));
@@ -150,5 +150,5 @@ void tst_cliFoundByOthers::reportsOnlyEqualFiles()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_cliFoundByOthers)
-#include "tst_cliFoundByOthers.moc"
+QTEST_GUILESS_MAIN(tst_cliCrossCheck)
+#include "tst_cliCrossCheck.moc"

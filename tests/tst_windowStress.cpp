@@ -1,5 +1,5 @@
+#include "tests/support/MessageFilter.h"
 #include "tests/support/PoolThreads.h"
-#include "tests/support/QuietMessages.h"
 #include "tests/support/Slowdown.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/Watchdog.h"
@@ -29,7 +29,7 @@ constexpr int closingMilliseconds = 2000 * slowdown;
 // Enough duplicates must be left to the last window.
 constexpr int deletionsAtMost = 150;
 
-/// The buttons that the storm presses, as likely as they stand here often.
+/// The buttons to press. A button that is listed more often is pressed more often.
 const QList<const char *> &buttons()
 {
     static const QList<const char *> names{"btnStartScan", "btnStartScan", "btnStartScan", "btnStartScan",
@@ -44,10 +44,10 @@ QString templateOfFolder()
     constexpr qint64 ample = 1'000'000'000;
     const QStorageInfo memory(u"/dev/shm"_s);
     const bool room = memory.isValid() && memory.isReady() && memory.bytesAvailable() > ample;
-    return (room ? memory.rootPath() : QDir::tempPath()) + u"/tst_storm-XXXXXX"_s;
+    return (room ? memory.rootPath() : QDir::tempPath()) + u"/tst_windowStress-XXXXXX"_s;
 }
 
-/// What the storm has run into, to know that it gets everywhere.
+/// Counts what the test has reached, to prove that it covers every state.
 struct Reached
 {
     int scans = 0;
@@ -64,17 +64,17 @@ struct Reached
 /// A user who presses whatever can be pressed at random moments, and closes the window at random moments. No
 /// crash, no hang, and of every content a file is left in the end.
 ///
-/// QUILLORY_STORM_ROUNDS sets the number of windows in all, QUILLORY_STORM_SEED repeats the steps, though not
-/// their exact moments. Thousands of rounds need a longer QTEST_FUNCTION_TIMEOUT (milliseconds) as well.
-class tst_storm : public QObject
+/// QUILLORY_STRESS_ROUNDS sets the number of windows in all, QUILLORY_STRESS_SEED repeats the steps, though
+/// not their exact moments. Thousands of rounds need a longer QTEST_FUNCTION_TIMEOUT (milliseconds) as well.
+class tst_windowStress : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void survivesEveryMoment_data();
-    void survivesEveryMoment();
-    void leavesAFileOfEveryContent();
+    void survivesRandomActions_data();
+    void survivesRandomActions();
+    void keepsAFileOfEachContent();
     void cleanupTestCase();
 
 private:
@@ -105,22 +105,22 @@ private:
     int m_rounds = 102;
 };
 
-void tst_storm::initTestCase()
+void tst_windowStress::initTestCase()
 {
     dropRepeatedMessages();
-    if (const int wanted = qEnvironmentVariableIntValue("QUILLORY_STORM_ROUNDS"); wanted > 0)
+    if (const int wanted = qEnvironmentVariableIntValue("QUILLORY_STRESS_ROUNDS"); wanted > 0)
         m_rounds = wanted;
-    const quint32 seed = qEnvironmentVariableIsSet("QUILLORY_STORM_SEED")
-                             ? qEnvironmentVariable("QUILLORY_STORM_SEED").toUInt()
+    const quint32 seed = qEnvironmentVariableIsSet("QUILLORY_STRESS_SEED")
+                             ? qEnvironmentVariable("QUILLORY_STRESS_SEED").toUInt()
                              : QRandomGenerator::global()->generate();
-    qInfo("QUILLORY_STORM_SEED=%u QUILLORY_STORM_ROUNDS=%d", seed, m_rounds);
+    qInfo("QUILLORY_STRESS_SEED=%u QUILLORY_STRESS_ROUNDS=%d", seed, m_rounds);
     m_random.seed(seed);
     writeTree();
     m_watchdog.reset(new Watchdog(patienceMilliseconds));
 }
 
 /// Pairs of small files of a few sizes, so that there are large size classes and groups of every category.
-void tst_storm::writeTree()
+void tst_windowStress::writeTree()
 {
     static const QStringList suffixes{u"jpg"_s, u"mp4"_s, u"txt"_s, u"dat"_s};
     for (int folder = 0; folder < folders; ++folder) {
@@ -135,14 +135,14 @@ void tst_storm::writeTree()
     writeFile(m_folder.filePath(u"bystander.txt"_s), "not to be scanned");
 }
 
-void tst_storm::survivesEveryMoment_data()
+void tst_windowStress::survivesRandomActions_data()
 {
     QTest::addColumn<int>("threads");
     for (const int threads : {1, 2, 8})
         QTest::addRow("pool of %d", threads) << threads;
 }
 
-void tst_storm::survivesEveryMoment()
+void tst_windowStress::survivesRandomActions()
 {
     QFETCH(const int, threads);
     const PoolSize pool(threads);
@@ -157,7 +157,7 @@ void tst_storm::survivesEveryMoment()
 }
 
 /// Two of three windows scan a small part of the tree and so have results in no time.
-void tst_storm::openWindow()
+void tst_windowStress::openWindow()
 {
     m_driver.reset(new WindowDriver);
     QStringList places;
@@ -167,7 +167,7 @@ void tst_storm::openWindow()
     sign(u"open"_s);
 }
 
-void tst_storm::round()
+void tst_windowStress::round()
 {
     press("btnStartScan");
     if (below(4) == 0)
@@ -179,7 +179,7 @@ void tst_storm::round()
     letTimePass();
 }
 
-void tst_storm::step()
+void tst_windowStress::step()
 {
     switch (below(10)) {
     case 0:
@@ -193,7 +193,7 @@ void tst_storm::step()
     }
 }
 
-void tst_storm::pressSomething()
+void tst_windowStress::pressSomething()
 {
     QList<const char *> within;
     for (const char *button : buttons()) {
@@ -205,7 +205,7 @@ void tst_storm::pressSomething()
         press(within.at(below(within.size())));
 }
 
-void tst_storm::press(const char *button)
+void tst_windowStress::press(const char *button)
 {
     sign(QLatin1StringView(button));
     const QLatin1StringView name(button);
@@ -223,7 +223,7 @@ void tst_storm::press(const char *button)
 }
 
 /// Leaves the dialog open for a while, so that scans go on and results arrive behind it.
-void tst_storm::closeDialog(QWidget *dialog)
+void tst_windowStress::closeDialog(QWidget *dialog)
 {
     if (below(6) != 0)
         return;
@@ -233,14 +233,14 @@ void tst_storm::closeDialog(QWidget *dialog)
         options->done(below(2) ? QDialog::Accepted : QDialog::Rejected);
 }
 
-void tst_storm::scroll()
+void tst_windowStress::scroll()
 {
     sign(u"scroll"_s);
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     bar->setValue(below(2) ? bar->maximum() : below(bar->maximum() + 1));
 }
 
-void tst_storm::letTimePass()
+void tst_windowStress::letTimePass()
 {
     static const QList<int> durations{0, 0, 1, 3, 10, 30, 100};
     const int milliseconds = durations.at(below(durations.size()));
@@ -250,7 +250,7 @@ void tst_storm::letTimePass()
         QTest::qWait(milliseconds);
 }
 
-void tst_storm::waitForResults()
+void tst_windowStress::waitForResults()
 {
     sign(u"wait for results"_s);
     const auto scanIsOver = [this] {
@@ -262,7 +262,7 @@ void tst_storm::waitForResults()
     m_reached.results += m_driver->page() == u"duplicatespage" ? 1 : 0;
 }
 
-void tst_storm::closeWindow()
+void tst_windowStress::closeWindow()
 {
     m_reached.closedDuringScan += m_driver->page() == u"scanpage" ? 1 : 0;
     m_reached.closedWithResults += m_driver->page() == u"duplicatespage" ? 1 : 0;
@@ -280,14 +280,14 @@ void tst_storm::closeWindow()
     QCoreApplication::processEvents();
 }
 
-void tst_storm::sign(const QString &doing)
+void tst_windowStress::sign(const QString &doing)
 {
     m_log.append(doing);
     m_watchdog->alive(m_log.join(u", "_s));
 }
 
-/// The storm ticks no file by hand, so that one of each pair is never ticked at all.
-void tst_storm::leavesAFileOfEveryContent()
+/// The test changes no check box, so one file of each pair is never marked.
+void tst_windowStress::keepsAFileOfEachContent()
 {
     QSet<QByteArray> contents;
     QDirIterator files(m_folder.filePath(u"tree"_s), QDir::Files, QDirIterator::Subdirectories);
@@ -305,7 +305,7 @@ void tst_storm::leavesAFileOfEveryContent()
     QVERIFY(left < filesInAll || m_reached.deletions == 0);
 }
 
-void tst_storm::cleanupTestCase()
+void tst_windowStress::cleanupTestCase()
 {
     m_watchdog.reset();
     qInfo("scans %d, stops %d, results %d, deletions %d, closed during a scan %d, closed with results %d, "
@@ -322,5 +322,5 @@ void tst_storm::cleanupTestCase()
     }
 }
 
-QTEST_MAIN(tst_storm)
-#include "tst_storm.moc"
+QTEST_MAIN(tst_windowStress)
+#include "tst_windowStress.moc"

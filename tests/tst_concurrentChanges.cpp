@@ -1,10 +1,11 @@
 #include "tests/support/AnalysisRecorder.h"
-#include "tests/support/Collecting.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/HostileTree.h"
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/ImmutableFile.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QDir>
@@ -33,11 +34,11 @@ bool writeOver(const QString &path, const QByteArray &content)
 
 const QByteArray pictureBytes = QByteArray(9000, 'p');
 
-/// What becomes of a ticked file, and of the file when Delete is pressed.
+/// What happens to a file when Delete is pressed.
 enum class Fate {
-    Deleted,  ///< it is gone afterwards and counted as deleted
-    Failed,   ///< it is as it was and counted as failed
-    Unticked, ///< it is as it was: there was no row to be ticked any more
+    Deleted,  ///< removed and counted as deleted
+    Failed,   ///< unchanged and counted as failed
+    Unmarked, ///< unchanged: it had no row and so was not marked
 };
 
 } // namespace
@@ -47,32 +48,32 @@ Q_DECLARE_METATYPE(Fate)
 
 /// Files that turn into something else while a scan, its reader or its deletion counts on them; and files
 /// that cannot be deleted.
-class tst_changingFiles : public QObject
+class tst_concurrentChanges : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
 
-    void analysesWhatIsLeft_data();
-    void analysesWhatIsLeft();
+    void analysesTheRemainingFiles_data();
+    void analysesTheRemainingFiles();
     void deletesAfterAChange_data();
     void deletesAfterAChange();
     void showsAChange_data();
     void showsAChange();
     void neverFollowsAFileThatBecameALink();
-    void failsInAReadOnlyFolder();
+    void countsAFailureInAReadOnlyFolder();
     void deletesAReadOnlyFile();
-    void failsForAnImmutableFile();
-    void worksOnAFullDisk();
-    void failsOnAReadOnlyDisk();
+    void countsAFailureForAnImmutableFile();
+    void deletesOnAFullDisk();
+    void countsAFailureOnAReadOnlyDisk();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
     {
         return m_tree->path(name);
     }
-    bool scanWithTicks(const QStringList &ticked);
+    bool scanAndCheck(const QStringList &checked);
     static void addChanges(Fate (*fate)(Fate pressed, Fate seen));
     void checkDeletion(Fate fate);
 
@@ -81,7 +82,7 @@ private:
     QStringList m_copies;
 };
 
-void tst_changingFiles::init()
+void tst_concurrentChanges::init()
 {
     m_driver = std::make_unique<WindowDriver>();
     m_tree = std::make_unique<HostileTree>();
@@ -93,16 +94,16 @@ void tst_changingFiles::init()
 
 /// Every change with its fate when Delete is pressed \a pressed at once, or after the rows were \a seen
 /// again.
-void tst_changingFiles::addChanges(Fate (*fate)(Fate pressed, Fate seen))
+void tst_concurrentChanges::addChanges(Fate (*fate)(Fate pressed, Fate seen))
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<Fate>("fate");
     QTest::addColumn<bool>("hasRow");
 
     const auto row = [&](const char *name, Fate pressed, Fate seen, const Change &change) {
-        QTest::newRow(name) << change << fate(pressed, seen) << (seen != Fate::Unticked);
+        QTest::newRow(name) << change << fate(pressed, seen) << (seen != Fate::Unmarked);
     };
-    row("vanishes", Fate::Failed, Fate::Unticked, [](const QString &path) { return QFile::remove(path); });
+    row("vanishes", Fate::Failed, Fate::Unmarked, [](const QString &path) { return QFile::remove(path); });
     row("is emptied", Fate::Deleted, Fate::Deleted, [](const QString &path) { return writeOver(path, ""); });
     row("shrinks", Fate::Deleted, Fate::Deleted,
         [](const QString &path) { return writeOver(path, pictureBytes.left(5000)); });
@@ -121,7 +122,7 @@ void tst_changingFiles::addChanges(Fate (*fate)(Fate pressed, Fate seen))
         [](const QString &path) { return replace(path, makeSocket); });
     row("turns into a device", Fate::Deleted, Fate::Deleted,
         [](const QString &path) { return replace(path, makeDevice); });
-    row("turns into a link to itself", Fate::Deleted, Fate::Unticked, [](const QString &path) {
+    row("turns into a link to itself", Fate::Deleted, Fate::Unmarked, [](const QString &path) {
         return replace(path, [](const QString &at) { return makeLink(QFileInfo(at).fileName(), at); });
     });
     row("turns into a link to another file", Fate::Deleted, Fate::Deleted, [](const QString &path) {
@@ -132,19 +133,19 @@ void tst_changingFiles::addChanges(Fate (*fate)(Fate pressed, Fate seen))
     });
 }
 
-bool tst_changingFiles::scanWithTicks(const QStringList &ticked)
+bool tst_concurrentChanges::scanAndCheck(const QStringList &checked)
 {
     m_driver->setFolders({path(u"tree"_s)});
     if (!m_driver->scan())
         return false;
-    m_driver->tickAll(false);
-    for (const QString &each : ticked)
-        m_driver->tick(each);
+    m_driver->checkAll(false);
+    for (const QString &each : checked)
+        m_driver->check(each);
     return true;
 }
 
-/// Presses Delete with the second and the third copy ticked, the third of which nothing has happened to.
-void tst_changingFiles::checkDeletion(Fate fate)
+/// Presses Delete with the second and the third copy marked. The third is unchanged.
+void tst_concurrentChanges::checkDeletion(Fate fate)
 {
     DiskState expected = m_tree->state();
     expected.remove(m_tree->rawName(m_copies.at(2)));
@@ -155,13 +156,13 @@ void tst_changingFiles::checkDeletion(Fate fate)
     QVERIFY(m_tree->state() == expected);
 }
 
-void tst_changingFiles::analysesWhatIsLeft_data()
+void tst_concurrentChanges::analysesTheRemainingFiles_data()
 {
     addChanges([](Fate pressed, Fate) { return pressed; });
 }
 
 /// Between the walk and the analysis: whatever the second copy has become is no copy of the others.
-void tst_changingFiles::analysesWhatIsLeft()
+void tst_concurrentChanges::analysesTheRemainingFiles()
 {
     QFETCH(const Change, change);
     const QStringList collected = sorted(collect({path(u"tree"_s)}));
@@ -174,48 +175,48 @@ void tst_changingFiles::analysesWhatIsLeft()
     QCOMPARE(analysis.groups.constFirst().markedFiles.size(), 1);
 }
 
-void tst_changingFiles::deletesAfterAChange_data()
+void tst_concurrentChanges::deletesAfterAChange_data()
 {
     addChanges([](Fate pressed, Fate) { return pressed; });
 }
 
 /// Between the view and the deletion.
-void tst_changingFiles::deletesAfterAChange()
+void tst_concurrentChanges::deletesAfterAChange()
 {
     QFETCH(const Change, change);
     QFETCH(const Fate, fate);
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     if (!change(m_copies.at(1)))
         QSKIP("There is no such thing on this system");
     checkDeletion(fate);
 }
 
-void tst_changingFiles::showsAChange_data()
+void tst_concurrentChanges::showsAChange_data()
 {
     addChanges([](Fate, Fate seen) { return seen; });
 }
 
 /// Between the analysis and the view: the rows are built, and the pictures in them loaded, after the change.
-void tst_changingFiles::showsAChange()
+void tst_concurrentChanges::showsAChange()
 {
     QFETCH(const Change, change);
     QFETCH(const Fate, fate);
     QFETCH(const bool, hasRow);
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     if (!change(m_copies.at(1)))
         QSKIP("There is no such thing on this system");
 
     m_driver->click("btnAll");
     QTest::qWait(0);
     QCOMPARE(m_driver->fileRow(m_copies.at(1)) != nullptr, hasRow);
-    QCOMPARE(m_driver->tickedPaths(), hasRow ? m_copies.mid(1) : m_copies.mid(2));
+    QCOMPARE(m_driver->checkedPaths(), hasRow ? m_copies.mid(1) : m_copies.mid(2));
     checkDeletion(fate);
 }
 
 /// The link goes, what it leads to stays.
-void tst_changingFiles::neverFollowsAFileThatBecameALink()
+void tst_concurrentChanges::neverFollowsAFileThatBecameALink()
 {
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     QVERIFY(QFile::remove(m_copies.at(1)));
     if (!makeLink(u"1.jpg"_s, m_copies.at(1)))
         QSKIP("There are no symbolic links here");
@@ -223,24 +224,24 @@ void tst_changingFiles::neverFollowsAFileThatBecameALink()
     QVERIFY(QFile::exists(m_copies.at(0)));
 }
 
-void tst_changingFiles::failsInAReadOnlyFolder()
+void tst_concurrentChanges::countsAFailureInAReadOnlyFolder()
 {
     for (const QString &copy : std::as_const(m_copies))
         QVERIFY(QFile::rename(copy, path(u"tree/"_s + QFileInfo(copy).completeBaseName())));
-    QVERIFY(scanWithTicks({path(u"tree/2"_s)}));
-    letEverybodyIn(path({}));
-    letEverybodyInToLook(path(u"tree"_s));
+    QVERIFY(scanAndCheck({path(u"tree/2"_s)}));
+    allowAccess(path({}));
+    allowReadingOnly(path(u"tree"_s));
     const DiskState before = m_tree->state();
 
     QList<ShownBox> boxes;
     bool keptOut = false;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         keptOut = !QFile(path(u"tree/new"_s)).open(QIODevice::WriteOnly);
         if (keptOut)
             boxes = m_driver->clickAndCloseBoxes("btnRemoveSelected");
     }
-    letEverybodyIn(path(u"tree"_s));
+    allowAccess(path(u"tree"_s));
     if (!keptOut)
         QSKIP("Permissions keep nobody out here");
     QCOMPARE(boxes.value(0).text, u"Deleted 0 files successfully, 1 files failed."_s);
@@ -249,10 +250,10 @@ void tst_changingFiles::failsInAReadOnlyFolder()
 }
 
 /// Deleting a file is a matter of its folder's permissions.
-void tst_changingFiles::deletesAReadOnlyFile()
+void tst_concurrentChanges::deletesAReadOnlyFile()
 {
     QVERIFY(QFile::setPermissions(m_copies.at(1), QFile::ReadOwner));
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
 #ifdef Q_OS_WIN
     checkDeletion(Fate::Failed);
 #else
@@ -260,9 +261,9 @@ void tst_changingFiles::deletesAReadOnlyFile()
 #endif
 }
 
-void tst_changingFiles::failsForAnImmutableFile()
+void tst_concurrentChanges::countsAFailureForAnImmutableFile()
 {
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     const ImmutableFile immutable(m_copies.at(1));
     if (!immutable.obstacle().isEmpty())
         QSKIP(qPrintable(immutable.obstacle()));
@@ -270,7 +271,7 @@ void tst_changingFiles::failsForAnImmutableFile()
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 0);
 }
 
-void tst_changingFiles::worksOnAFullDisk()
+void tst_concurrentChanges::deletesOnAFullDisk()
 {
     QVERIFY(QDir(path(u"tree"_s)).removeRecursively());
     QVERIFY(QDir().mkdir(path(u"tree"_s)));
@@ -280,20 +281,20 @@ void tst_changingFiles::worksOnAFullDisk()
     for (const QString &copy : std::as_const(m_copies))
         writeFile(copy, pictureBytes);
     QVERIFY(disk.fillUp(u"filler"_s));
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     m_driver->click("btnAll");
     QTest::qWait(0);
     checkDeletion(Fate::Deleted);
 }
 
-void tst_changingFiles::failsOnAReadOnlyDisk()
+void tst_concurrentChanges::countsAFailureOnAReadOnlyDisk()
 {
     SmallDisk disk(path(u"tree"_s));
     if (!disk.obstacle().isEmpty())
         QSKIP(qPrintable(disk.obstacle()));
     for (const QString &copy : std::as_const(m_copies))
         writeFile(copy, pictureBytes);
-    QVERIFY(scanWithTicks(m_copies.mid(1)));
+    QVERIFY(scanAndCheck(m_copies.mid(1)));
     if (!disk.makeReadOnly())
         QSKIP("The disk cannot be made read-only");
     const DiskState before = m_tree->state();
@@ -302,5 +303,5 @@ void tst_changingFiles::failsOnAReadOnlyDisk()
     QVERIFY(m_tree->state() == before);
 }
 
-QTEST_MAIN(tst_changingFiles)
-#include "tst_changingFiles.moc"
+QTEST_MAIN(tst_concurrentChanges)
+#include "tst_concurrentChanges.moc"

@@ -1,4 +1,4 @@
-#include "tests/support/DiskCache.h"
+#include "tests/support/PageCache.h"
 
 #ifdef Q_OS_LINUX
 
@@ -24,7 +24,7 @@ bool isInMemory(int file)
 
 } // namespace
 
-bool leaveOnDiskOnly(const QString &path)
+bool dropFromPageCache(const QString &path)
 {
     const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
@@ -38,7 +38,7 @@ bool leaveOnDiskOnly(const QString &path)
 
 #else
 
-bool leaveOnDiskOnly(const QString &)
+bool dropFromPageCache(const QString &)
 {
     return false;
 }

@@ -26,7 +26,7 @@ QStringList lines(const QByteArray &text)
 } // namespace
 
 /// The scripts that people and the build server start: bad input, and the set-up on machines of every kind.
-class tst_commands : public QObject
+class tst_scripts : public QObject
 {
     Q_OBJECT
 
@@ -41,10 +41,10 @@ private slots:
     void installsOnlyWhatIsMissing();
     void fetchesTheListsOnlyWhenInstallingFails();
     void reportsAFailedInstallation();
-    void reportsWhatCannotInstall_data();
-    void reportsWhatCannotInstall();
-    void canBeToldToInstallNothing();
-    void passesFoldersOnToTheProgram();
+    void reportsSystemsWithoutAPackageManager_data();
+    void reportsSystemsWithoutAPackageManager();
+    void installsNothingOnRequest();
+    void passesFoldersToTheProgram();
 
 private:
     [[nodiscard]] Outcome run(const QStringList &command, const QStringList &environment = {}) const;
@@ -56,14 +56,14 @@ private:
     QTemporaryDir m_machine;
 };
 
-void tst_commands::initTestCase()
+void tst_scripts::initTestCase()
 {
     if (QStandardPaths::findExecutable(QStringLiteral("bash")).isEmpty())
         QSKIP("there is no bash to run the scripts");
 }
 
 /// A machine with root, nothing installed and an apt-get that installs everything.
-void tst_commands::init()
+void tst_scripts::init()
 {
     QDir(m_machine.path()).removeRecursively();
     QVERIFY(QDir().mkpath(m_machine.filePath(QStringLiteral("bin"))));
@@ -83,7 +83,7 @@ void tst_commands::init()
     addProgram("apt-get", R"(echo "$*" >>"$MACHINE/apt-calls")");
 }
 
-void tst_commands::addProgram(const char *name, const QByteArray &script) const
+void tst_scripts::addProgram(const char *name, const QByteArray &script) const
 {
     const QString path = m_machine.filePath(QStringLiteral("bin/") + QLatin1StringView(name));
     writeFile(path, "#!/usr/bin/env bash\n" + script + "\n");
@@ -91,12 +91,12 @@ void tst_commands::addProgram(const char *name, const QByteArray &script) const
         path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
 }
 
-void tst_commands::removeProgram(const char *name) const
+void tst_scripts::removeProgram(const char *name) const
 {
     QVERIFY(QFile::remove(m_machine.filePath(QStringLiteral("bin/") + QLatin1StringView(name))));
 }
 
-Outcome tst_commands::run(const QStringList &command, const QStringList &environment) const
+Outcome tst_scripts::run(const QStringList &command, const QStringList &environment) const
 {
     QProcess process;
     if (!environment.isEmpty())
@@ -110,7 +110,7 @@ Outcome tst_commands::run(const QStringList &command, const QStringList &environ
 }
 
 /// Runs the set-up for building, with nothing but the machine's own programs.
-Outcome tst_commands::setUp(const QStringList &environment) const
+Outcome tst_scripts::setUp(const QStringList &environment) const
 {
     const QStringList always{QStringLiteral("PATH=") + m_machine.filePath(QStringLiteral("bin")),
         QStringLiteral("MACHINE=") + m_machine.path()};
@@ -119,13 +119,13 @@ Outcome tst_commands::setUp(const QStringList &environment) const
         always + environment);
 }
 
-QStringList tst_commands::aptCalls() const
+QStringList tst_scripts::aptCalls() const
 {
     QFile calls(m_machine.filePath(QStringLiteral("apt-calls")));
     return calls.open(QIODevice::ReadOnly) ? lines(calls.readAll()) : QStringList();
 }
 
-void tst_commands::refusesBadInput_data()
+void tst_scripts::refusesBadInput_data()
 {
     QTest::addColumn<QStringList>("command");
     const auto add =
@@ -136,7 +136,7 @@ void tst_commands::refusesBadInput_data()
     add("run.sh, unknown argument", "run.sh", {QStringLiteral("--nonsense")});
     add("run.sh, no such folder", "run.sh", {QStringLiteral("/no/such/folder")});
     add("run.sh, a file", "run.sh", {QStringLiteral(PROJECT_FOLDER "/run.sh")});
-    add("test.sh, a name", "test.sh", {QStringLiteral("wholeRoad")});
+    add("test.sh, a name", "test.sh", {QStringLiteral("endToEnd")});
     add("test.sh, unknown argument", "test.sh", {QStringLiteral("--nonsense")});
     add("test.sh, unknown letter", "test.sh", {QStringLiteral("-Y")});
     add("test.sh, empty argument", "test.sh", {QString()});
@@ -194,7 +194,7 @@ void tst_commands::refusesBadInput_data()
     add("wine.sh, no prefix", "packaging/windows/wine.sh", {nowhere, nowhere});
 }
 
-void tst_commands::refusesBadInput()
+void tst_scripts::refusesBadInput()
 {
     QFETCH(const QStringList, command);
     const Outcome outcome =
@@ -205,7 +205,7 @@ void tst_commands::refusesBadInput()
     QVERIFY(!QFile::exists(QStringLiteral("/no")));
 }
 
-void tst_commands::installsNothingWhenNothingIsMissing()
+void tst_scripts::installsNothingWhenNothingIsMissing()
 {
     writeFile(m_machine.filePath(QStringLiteral("installed")),
         "g++\ncmake\nninja-build\nqt6-base-dev\nqt6-base-dev-tools\nlibssl-dev\n");
@@ -216,7 +216,7 @@ void tst_commands::installsNothingWhenNothingIsMissing()
     QCOMPARE(aptCalls(), QStringList());
 }
 
-void tst_commands::installsOnlyWhatIsMissing()
+void tst_scripts::installsOnlyWhatIsMissing()
 {
     // Names that are part of another are not taken for it.
     writeFile(m_machine.filePath(QStringLiteral("installed")),
@@ -230,7 +230,7 @@ void tst_commands::installsOnlyWhatIsMissing()
     QVERIFY(aptCalls().constFirst().endsWith(u" cmake qt6-base-dev"));
 }
 
-void tst_commands::fetchesTheListsOnlyWhenInstallingFails()
+void tst_scripts::fetchesTheListsOnlyWhenInstallingFails()
 {
     addProgram("apt-get",
         "echo \"$*\" >>\"$MACHINE/apt-calls\"\n"
@@ -244,7 +244,7 @@ void tst_commands::fetchesTheListsOnlyWhenInstallingFails()
     QCOMPARE(calls.at(2), calls.at(0));
 }
 
-void tst_commands::reportsAFailedInstallation()
+void tst_scripts::reportsAFailedInstallation()
 {
     addProgram("apt-get", "echo 'no such package' >&2; exit 100");
     const Outcome outcome = setUp();
@@ -256,7 +256,7 @@ void tst_commands::reportsAFailedInstallation()
     QVERIFY(outcome.errors.constFirst().contains(log.fileName()));
 }
 
-void tst_commands::reportsWhatCannotInstall_data()
+void tst_scripts::reportsSystemsWithoutAPackageManager_data()
 {
     QTest::addColumn<QByteArray>("missing");
     QTest::addColumn<QByteArray>("user");
@@ -265,7 +265,7 @@ void tst_commands::reportsWhatCannotInstall_data()
     QTest::addRow("neither root nor sudo") << QByteArray() << QByteArray("1000");
 }
 
-void tst_commands::reportsWhatCannotInstall()
+void tst_scripts::reportsSystemsWithoutAPackageManager()
 {
     QFETCH(const QByteArray, missing);
     QFETCH(const QByteArray, user);
@@ -280,7 +280,7 @@ void tst_commands::reportsWhatCannotInstall()
     QCOMPARE(aptCalls(), QStringList());
 }
 
-void tst_commands::canBeToldToInstallNothing()
+void tst_scripts::installsNothingOnRequest()
 {
     const Outcome outcome = setUp({QStringLiteral("QUILLORY_NO_SETUP=1")});
     QCOMPARE(outcome.exitCode, 0);
@@ -289,7 +289,7 @@ void tst_commands::canBeToldToInstallNothing()
 }
 
 /// With a display; the programs that run.sh starts say how they were called.
-void tst_commands::passesFoldersOnToTheProgram()
+void tst_scripts::passesFoldersToTheProgram()
 {
     QVERIFY(
         QFile::copy(QStringLiteral(PROJECT_FOLDER "/run.sh"), m_machine.filePath(QStringLiteral("run.sh"))));
@@ -311,5 +311,5 @@ void tst_commands::passesFoldersOnToTheProgram()
     QCOMPARE(without.output.last(), QStringLiteral("quillory"));
 }
 
-QTEST_GUILESS_MAIN(tst_commands)
-#include "tst_commands.moc"
+QTEST_GUILESS_MAIN(tst_scripts)
+#include "tst_scripts.moc"
