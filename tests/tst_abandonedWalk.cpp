@@ -9,7 +9,7 @@
 
 #include <atomic>
 
-/// A window that closes waits for its walk, so a walk must ask often whether to go on.
+/// A closing window waits for its walk, so the walk must check often whether it is abandoned.
 class tst_abandonedWalk : public QObject
 {
     Q_OBJECT

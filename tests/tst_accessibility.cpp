@@ -27,7 +27,7 @@ bool hasWords(const QString &text)
     return std::any_of(text.cbegin(), text.cend(), [](QChar character) { return character.isLetter(); });
 }
 
-/// Walks with Tab from \a first until it is reached again; the names of the controls on the way.
+/// The names of the controls that Tab reaches, from \a first until it returns there.
 QStringList walk(QWidget *first)
 {
     QStringList names;
@@ -52,8 +52,8 @@ QStringList removeButtons(const QStringList &paths)
 
 } // namespace
 
-/// Screen readers get a name for every picture, and Tab reaches every control but the tree of results, which
-/// takes no keyboard focus.
+/// Every picture has a name for screen readers. Tab reaches every control except the tree of results, which
+/// accepts no keyboard focus.
 class tst_accessibility : public QObject
 {
     Q_OBJECT

@@ -17,7 +17,8 @@
 
 namespace {
 
-/// The analysis told plainly: one size after the other, one file after the other, everything counted anew.
+/// A simple reference: analyses size by size and file by file, and counts all duplicates again after each
+/// size.
 struct SequentialAnalysis
 {
     explicit SequentialAnalysis(const QList<QString> &paths)
@@ -67,7 +68,7 @@ private:
 
 } // namespace
 
-/// What the analysis reports while it runs, on how many threads it can live, and how it is ended early.
+/// Progress, use of threads and abandonment of the analysis.
 class tst_analysisProgress : public QObject
 {
     Q_OBJECT
@@ -109,7 +110,7 @@ QString tst_analysisProgress::add(const QByteArray &content)
     return path;
 }
 
-/// One to four files of each size, some of them alike.
+/// Writes one to four files of each size, some of them equal.
 QList<QString> tst_analysisProgress::addManySizes(int sizes)
 {
     QList<QString> paths;
@@ -123,7 +124,7 @@ QList<QString> tst_analysisProgress::addManySizes(int sizes)
 
 void tst_analysisProgress::movesFrom33To66Percent_data()
 {
-    // The sizes of the files; a negative one stands for as many files that are gone.
+    // The sizes of the files; a negative size stands for a missing file.
     QTest::addColumn<QList<int>>("sizes");
     QTest::addColumn<QList<int>>("percents");
 
@@ -137,7 +138,7 @@ void tst_analysisProgress::movesFrom33To66Percent_data()
         << QList<int>{1, 1, 2, 1, 3, 4, 1, 5, 6, 7} << QList<int>{36, 39, 42, 46};
     QTest::newRow("three classes") << QList<int>{30, 20, 20, 10, 30, 40, 10}
                                    << QList<int>{37, 42, 47, 51, 56, 61};
-    QTest::newRow("files that are gone") << QList<int>{-1, 3, -2, 3} << QList<int>{41, 49, 57, 66};
+    QTest::newRow("missing files") << QList<int>{-1, 3, -2, 3} << QList<int>{41, 49, 57, 66};
 }
 
 void tst_analysisProgress::movesFrom33To66Percent()
@@ -158,12 +159,12 @@ void tst_analysisProgress::countsTheFilesThatHaveACopy()
         for (const QByteArray &content : contents)
             paths.append(add(content));
     };
-    addFiles({"x"}); // alone in its size: nothing is said about it
+    addFiles({"x"}); // unique size: not reported
     addFiles({"aa", "aa"});
     addFiles({"aaa", "bbb", "aaa"});
     addFiles({"aaaa", "bbbb"});
     addFiles({"ccccc", "ccccc", "ccccc"});
-    // Copies of one another, for only their heads count; and then one more of another size.
+    // Equal fingerprints, because only the heads count. The second line adds one file of another size.
     addFiles({head + "12", head + "34"});
     addFiles({head + "567", "8" + head + "90"});
     QCOMPARE(Analysis(paths).found, (QList<qsizetype>{2, 4, 4, 7, 9, 10}));
@@ -180,7 +181,7 @@ void tst_analysisProgress::matchesTheSequentialAnalysis_data()
     }
 }
 
-/// More sizes than are under way at a time, so each has to be read back in its turn.
+/// Some rows have more size classes than the analysis processes at a time.
 void tst_analysisProgress::matchesTheSequentialAnalysis()
 {
     QFETCH(const int, sizes);
@@ -199,11 +200,11 @@ void tst_analysisProgress::completesOnPoolThreads_data()
 {
     QTest::addColumn<int>("threads");
     QTest::newRow("on the only thread") << 1;
-    QTest::newRow("on both threads at once") << 2;
-    QTest::newRow("on all four threads at once") << 4;
+    QTest::newRow("on both threads") << 2;
+    QTest::newRow("on all four threads") << 4;
 }
 
-/// Every thread of the pool analyses, and all that they wait for is to be done in the pool.
+/// Every pool thread waits for work that only the pool can do.
 void tst_analysisProgress::completesOnPoolThreads()
 {
     QFETCH(const int, threads);
@@ -220,7 +221,7 @@ void tst_analysisProgress::completesOnPoolThreads()
     QCOMPARE(results, QList<QList<QList<QString>>>(threads, expected.files()));
 }
 
-/// A thread from elsewhere has no place in the pool that it could lend to others.
+/// A caller that is no pool thread must not release one: the pool would run more threads than its maximum.
 void tst_analysisProgress::releasesNoThreadOutsideThePool()
 {
     const PoolSize size(1);
@@ -246,7 +247,7 @@ void tst_analysisProgress::returnsNothingWhenAbandoned_data()
         QTest::addRow("at question %d", patience) << patience;
 }
 
-/// Wherever the analysis is when it is abandoned, it is over at the next size.
+/// The analysis ends at the next size class, at whatever point it is abandoned.
 void tst_analysisProgress::returnsNothingWhenAbandoned()
 {
     QFETCH(const int, patience);
@@ -254,7 +255,7 @@ void tst_analysisProgress::returnsNothingWhenAbandoned()
     const PoolSize size(2);
     const Analysis analysis(paths, patience);
     QVERIFY(analysis.groups.isEmpty());
-    // It asks at least once for each file before it opens the first one, and once for each size.
+    // It checks once per file before it opens the first one, and once per size class.
     QVERIFY(analysis.found.size() <= std::max<qsizetype>(0, patience - paths.size()));
     QVERIFY(analysis.found.size() < SequentialAnalysis(paths).found.size());
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int patience = 30'000;
 
-/// Lets a task that is to be waited for take its time.
+/// Makes a task last longer than the call that must wait for it.
 void sleepBriefly()
 {
     QThread::msleep(30);
@@ -60,7 +60,7 @@ void tst_backgroundTasks::runsATaskOnAScanThread()
     QVERIFY(!tasks.abandoned()());
 }
 
-/// The task does not ask whether it is to give up.
+/// The task never checks whether it is abandoned.
 void tst_backgroundTasks::finishWaitsForTheRunningTask()
 {
     BackgroundTasks tasks;
@@ -112,7 +112,7 @@ void tst_backgroundTasks::finishGivesUpAtTheDeadline()
     QVERIFY(tasks.finish(QDeadlineTimer(patience)));
 }
 
-/// The task ends by nothing else: unseen, it hangs and the program is aborted.
+/// Only finish() ends the task. If the task does not see it, runOnPoolThreads() aborts the program.
 void tst_backgroundTasks::finishAbandonsTheTasks()
 {
     const PoolSize size(2);
@@ -192,7 +192,7 @@ void tst_backgroundTasks::ownersAreIndependent()
     QSemaphore mayEnd;
     std::atomic<bool> done{false};
     staying.start([&] { done = mayEnd.tryAcquire(1, patience); });
-    // Must not wait for the other one's task, which would be for ever.
+    // Would deadlock if it waited for the task of the other owner.
     runOnPoolThreads(1, [&going] { going.finish(); });
     QVERIFY(!done);
     QVERIFY(!staying.abandoned()());
@@ -200,7 +200,7 @@ void tst_backgroundTasks::ownersAreIndependent()
     QTRY_VERIFY_WITH_TIMEOUT(done, patience);
 }
 
-/// The last task may end at the very moment when the wait begins.
+/// The last task may end just as the wait begins.
 void tst_backgroundTasks::finishesWhileTasksEnd()
 {
     const PoolSize size(4);

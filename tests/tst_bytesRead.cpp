@@ -21,7 +21,7 @@ constexpr int patience = 60'000;
 constexpr int sample = 4096;
 constexpr std::array sizes{0, 1, 4096, 8191, 8192, 8193, 16384, 20000, 100'000, 3'000'000};
 
-/// What a process did to one file.
+/// How a process accessed one file.
 struct Access
 {
     int opened = 0;
@@ -29,7 +29,7 @@ struct Access
     int reads = 0;
     int mapped = 0;
 
-    /// One that was refused, because nothing is in memory, reads nothing.
+    /// \a bytes is negative if the read failed, for example because the data is not cached.
     void addRead(qint64 bytes)
     {
         bytesRead += std::max<qint64>(bytes, 0);
@@ -39,8 +39,8 @@ struct Access
 
 } // namespace
 
-/// How much of a file the analysis reads, as the system sees it: the contents of big files stay on the disk,
-/// and a file of a size of its own is not even opened.
+/// The system calls of the analysis: it reads two samples of a large file at most, and does not open a file
+/// of unique size.
 class tst_bytesRead : public QObject
 {
     Q_OBJECT
@@ -80,11 +80,11 @@ QString tst_bytesRead::file(int size, const char *name) const
     return QStringLiteral("%1/%2.%3").arg(m_home, QString::number(size), QLatin1StringView(name));
 }
 
-/// Analyses two copies of each size, with a file of a size of its own between them. The second copies are on
-/// the disk only, where that can be.
+/// Analyses two copies of each size and a file of unique size between them. The second copy is not cached, if
+/// the file system supports that.
 void tst_bytesRead::traceAnalysis()
 {
-    // One trace per thread, for in a common one a call can be torn into two lines.
+    // One trace per thread: a common trace can split a call into two lines.
     const QString traces = m_home + QStringLiteral("/traces/");
     QVERIFY(QDir().mkpath(traces));
     QStringList arguments{QStringLiteral("-ff"), QStringLiteral("-y"), QStringLiteral("-qq"),
@@ -101,7 +101,7 @@ void tst_bytesRead::traceAnalysis()
 
     QProcess tracer;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // A leak checker cannot work in a process that is traced.
+    // LeakSanitizer does not work in a traced process.
     environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));
     tracer.setProcessEnvironment(environment);
     tracer.start(QStringLiteral("strace"), arguments);
@@ -116,7 +116,7 @@ void tst_bytesRead::traceAnalysis()
     }
 }
 
-/// Takes in one line, such as: read(3</tmp/x/20000.first>, ""..., 4096) = 4096
+/// Parses one line, such as: read(3</tmp/x/20000.first>, ""..., 4096) = 4096
 void tst_bytesRead::addCall(const QString &line)
 {
     static const QRegularExpression pathPattern(

@@ -8,7 +8,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Texts in places of a fixed size, in whatever font there is.
+/// Texts fit labels of fixed size in every font.
 class tst_captionFit : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ private:
 
 namespace {
 
-constexpr QSize place(381, 61);
+constexpr QSize labelSize(381, 61);
 const QString title =
     u"<p align=\"center\"><span style=\"font-size: 20pt; font-weight: 700\">Quillory</span></p>"
     "<p align=\"center\">Jaggy, quick</p><p align=\"center\"><br/></p>"_s;
@@ -92,13 +92,13 @@ void tst_captionFit::showsEveryLineOfATitle()
     QFETCH(const int, pixels);
     setPixelSize(pixels, family);
     QLabel label;
-    prepare(label, place);
+    prepare(label, labelSize);
     fitTitle(&label);
-    QLabel roomy;
-    prepare(roomy, {place.width(), 300});
-    roomy.setFont(label.font());
-    QVERIFY(ink(roomy) > 0);
-    QCOMPARE(ink(label), ink(roomy));
+    QLabel reference;
+    prepare(reference, {labelSize.width(), 300});
+    reference.setFont(label.font());
+    QVERIFY(ink(reference) > 0);
+    QCOMPARE(ink(label), ink(reference));
 }
 
 void tst_captionFit::showsTheWholeOfALongLine_data()
@@ -112,26 +112,26 @@ void tst_captionFit::showsTheWholeOfALongLine()
 {
     QFETCH(const int, pixels);
     if (QFontDatabase::families().isEmpty())
-        QSKIP("There are no letters here, only boxes of one width");
+        QSKIP("No font is installed: every letter is a box of the same width");
     setPixelSize(pixels);
     QLabel label;
-    prepare(label, place);
+    prepare(label, labelSize);
     label.setText(longTitle);
     fitTitle(&label);
     QVERIFY(QFontInfo(label.font()).pixelSize() >= 8);
-    QLabel roomy;
-    prepare(roomy, {place.width() + 1000, 300});
-    roomy.setFont(label.font());
-    roomy.setText(longTitle);
-    QVERIFY(ink(roomy) > 0);
-    QCOMPARE(ink(label), ink(roomy));
+    QLabel reference;
+    prepare(reference, {labelSize.width() + 1000, 300});
+    reference.setFont(label.font());
+    reference.setText(longTitle);
+    QVERIFY(ink(reference) > 0);
+    QCOMPARE(ink(label), ink(reference));
 }
 
 void tst_captionFit::keepsATitleThatFits()
 {
     setPixelSize(12);
     QLabel label;
-    prepare(label, {place.width(), 300});
+    prepare(label, {labelSize.width(), 300});
     fitTitle(&label);
     QCOMPARE(label.margin(), 0);
 }

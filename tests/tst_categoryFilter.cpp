@@ -14,7 +14,7 @@ constexpr std::array buttons{
 
 } // namespace
 
-/// The seven buttons above the tree.
+/// The seven category buttons above the tree.
 class tst_categoryFilter : public QObject
 {
     Q_OBJECT
@@ -119,7 +119,7 @@ void tst_categoryFilter::keepsTheOrderOfAll()
 
 void tst_categoryFilter::usesTheCategoryOfTheFirstFile()
 {
-    // The order of the list of places decides which file comes first.
+    // The order of the listed folders decides which file comes first.
     writeCopies(m_folder->path(), {u"a/copy.txt"_s, u"b/copy.jpg"_s}, "content");
     m_driver->setFolders({m_folder->filePath(u"b"_s), m_folder->filePath(u"a"_s)});
     QVERIFY(m_driver->scan());
@@ -142,7 +142,7 @@ void tst_categoryFilter::selectsOneButton()
     }
 }
 
-// The property alone changes nothing: the style has to be applied again.
+/// The property alone changes nothing: the style must be applied again.
 void tst_categoryFilter::stylesOneButtonAsSelected()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
@@ -151,7 +151,7 @@ void tst_categoryFilter::stylesOneButtonAsSelected()
         m_driver->click(name);
         for (const char *each : buttons) {
             auto *const button = m_driver->find(each);
-            // Below the text, where the background is seen.
+            // A point below the text shows the background.
             const QColor background = m_driver->window().grab().toImage().pixelColor(
                 button->mapTo(&m_driver->window(), QPoint(40, button->height() - 5)));
             QCOMPARE(background == QColor(0xd2, 0xe8, 0xff), qstrcmp(each, name) == 0);
@@ -235,7 +235,7 @@ void tst_categoryFilter::keepsMarksOfAnotherCategory()
     QCOMPARE(marked.size(), 60);
     m_driver->click("btnDocuments");
     m_driver->click("btnAudios");
-    // The documents beyond the first 20 lost their marks when the view was left; all audios still have
+    // The documents beyond the first 20 lost their marks when the category changed; all audio files kept
     // theirs.
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->checkedPaths(), marked.filter(u".mp3"_s));

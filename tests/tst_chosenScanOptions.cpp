@@ -11,7 +11,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// The boxes, sizes and units that the window's dialog shows when it opens next.
+/// The check boxes, sizes and units that the dialog shows when it opens next.
 QString shownNext(WindowDriver &driver)
 {
     QString shown;
@@ -31,7 +31,7 @@ const auto allDefaults = u"xxxxxx xxxx 0 KB 0 KB"_s;
 
 } // namespace
 
-/// What the window makes of its scan options dialog: what it shows again, and what it does not.
+/// Which options the dialog shows when it opens again: the chosen ones or the defaults.
 class tst_chosenScanOptions : public QObject
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ void tst_chosenScanOptions::showsDefaultsOnFirstOpening()
 {
     WindowDriver driver;
     QCOMPARE(shownNext(driver), allDefaults);
-    // Not accepted, so the flags are still off and the defaults come again.
+    // The dialog was rejected, so no skip rule is on and the dialog shows the defaults again.
     QCOMPARE(shownNext(driver), allDefaults);
 }
 

@@ -16,10 +16,10 @@ constexpr int folders = 40;
 constexpr int filesPerFolder = 500;
 constexpr int patienceMilliseconds = 120'000;
 constexpr int closingMilliseconds = 2000 * slowdown;
-/// Two seconds for the tasks, and time for a busy machine to start and end a process.
+/// Two seconds for the tasks, and the time that a busy machine needs to end a process.
 constexpr int hungClosingMilliseconds = 20'000 * slowdown;
 
-/// What the program writes when it ends without a task that the system holds.
+/// Part of the message that the program writes when it ends although a task still runs.
 constexpr QByteArrayView endsWithoutWaiting("ends without waiting");
 
 /// The environment of a program that writes its messages to the standard error output on every system.
@@ -30,8 +30,8 @@ QProcessEnvironment environmentWithMessages()
     return environment;
 }
 
-/// What is wrong with \a program, which should close its window and end in order within \a milliseconds;
-/// empty if nothing is.
+/// The fault of \a program, which must close its window and then end normally within \a milliseconds; empty
+/// if there is none.
 QByteArray faultOfClosing(QProcess &program, int milliseconds)
 {
     QByteArray output;
@@ -51,7 +51,7 @@ QByteArray faultOfClosing(QProcess &program, int milliseconds)
 
 } // namespace
 
-/// The process ends soon after its window is closed, whatever it is doing, and without a fault.
+/// The process ends normally and soon after its window is closed, whatever it is doing.
 class tst_closingTheProgram : public QObject
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Hard links to one file per folder: they serve as well as files, and are made quickly on a slow disk.
+/// Hard links to one file per folder: faster to create on a slow disk than files.
 void tst_closingTheProgram::initTestCase()
 {
     for (int folder = 0; folder < folders; ++folder) {
@@ -79,9 +79,8 @@ void tst_closingTheProgram::initTestCase()
     }
 }
 
-/// A task that does not give up runs for many times as long as closing may take: the walk has millions of
-/// paths to go through, the analysis several hundred thousand. Under a sanitizer memory and threads are
-/// tested, for which fewer suffice.
+/// A task that does not end early exceeds the time limit many times: the walk has millions of paths, the
+/// analysis several hundred thousand. A sanitizer, which looks for faults in memory and threads, needs fewer.
 void tst_closingTheProgram::endsTheProcess_data()
 {
     constexpr int forTheWalk = 500 / slowdown;
@@ -109,18 +108,18 @@ void tst_closingTheProgram::endsTheProcess()
         QStringLiteral(SCAN_AND_CLOSE), {scanned, QString::number(times), from, QString::number(delay)});
     QCOMPARE(faultOfClosing(program, closingMilliseconds), QByteArray());
     const QByteArray messages = program.readAllStandardError();
-    // Under a sanitizer the tasks of a busy machine may need more than their two seconds.
+    // With a sanitizer, the tasks of a busy machine may need more than two seconds.
     QVERIFY2(slowdown > 1 || !messages.contains(endsWithoutWaiting), messages);
 }
 
 void tst_closingTheProgram::endsWhenTheDiskHangs_data()
 {
     QTest::addColumn<QString>("hangingName");
-    QTest::newRow("when it lists a folder") << u"silent folder"_s;
-    QTest::newRow("when it opens a file") << u"silent file"_s;
+    QTest::newRow("while listing a folder") << u"silent folder"_s;
+    QTest::newRow("while opening a file") << u"silent file"_s;
 }
 
-/// A thread that waits for such a disk never returns, and neither does a process that waits for the thread.
+/// A thread that waits for a hanging disk never returns, so the process must end without it.
 void tst_closingTheProgram::endsWhenTheDiskHangs()
 {
 #ifdef HANGING_DISK
@@ -134,7 +133,7 @@ void tst_closingTheProgram::endsWhenTheDiskHangs()
     environment.insert(u"LD_PRELOAD"_s, QStringLiteral(HANGING_DISK));
     environment.insert(u"QUILLORY_HANGING_NAME"_s, hangingName);
     environment.insert(u"QUILLORY_HANG_REACHED"_s, reached);
-    // AddressSanitizer wants to be the first library otherwise.
+    // Without this, AddressSanitizer insists on being the first library.
     environment.insert(
         u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
     program.setProcessEnvironment(environment);
@@ -143,7 +142,7 @@ void tst_closingTheProgram::endsWhenTheDiskHangs()
     const QByteArray messages = program.readAllStandardError();
     QVERIFY2(messages.contains(endsWithoutWaiting), messages);
 #else
-    QSKIP("Nothing can be preloaded here");
+    QSKIP("This system cannot preload a library");
 #endif
 }
 

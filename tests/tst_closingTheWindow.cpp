@@ -16,10 +16,10 @@ namespace {
 
 // Enough work to be interrupted: the same files, listed many times.
 constexpr int files = 1000;
-constexpr int places = 100;
-constexpr int filesInAll = files * places;
+constexpr int timesListed = 100;
+constexpr int filesInAll = files * timesListed;
 
-/// How often the process has read from a file so far; 0 where the system does not tell.
+/// Number of read calls of this process so far; 0 if the system does not report it.
 qint64 readsOfThisProcess()
 {
     QFile statistics(u"/proc/self/io"_s);
@@ -34,7 +34,7 @@ qint64 readsOfThisProcess()
 
 } // namespace
 
-/// The window goes away in the middle of something: its tasks end early, and nothing is left running.
+/// A window that is closed during a scan ends its tasks early and leaves none running.
 class tst_closingTheWindow : public QObject
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ private slots:
     void afterStop();
 
 private:
-    void openWindowWith(int numberOfPlaces);
+    void openWindowWith(int listings);
 
     QTemporaryDir m_folder;
     QScopedPointer<WindowDriver> m_driver;
@@ -67,20 +67,20 @@ void tst_closingTheWindow::cleanup()
 {
     m_driver.reset();
     QVERIFY(QThreadPool::globalInstance()->waitForDone(30'000));
-    // Whatever was still queued for the window must not reach it.
+    // Calls that are still queued must not reach the deleted window.
     QCoreApplication::processEvents();
 }
 
-void tst_closingTheWindow::openWindowWith(int numberOfPlaces)
+void tst_closingTheWindow::openWindowWith(int listings)
 {
     m_driver.reset(new WindowDriver);
-    m_driver->listFolders(QStringList(numberOfPlaces, m_folder.path()));
+    m_driver->listFolders(QStringList(listings, m_folder.path()));
 }
 
-// The task holds a pointer to the window, so the window stays until the task has had its turn.
+/// The task holds a pointer to the window, so the window waits until the task has run.
 void tst_closingTheWindow::beforeTheWalkBegins()
 {
-    openWindowWith(places);
+    openWindowWith(timesListed);
     PoolGate gate;
     m_driver->click("btnStartScan");
     std::atomic<bool> opened = false;
@@ -99,9 +99,9 @@ void tst_closingTheWindow::beforeTheWalkBegins()
 
 void tst_closingTheWindow::duringTheCountingPass()
 {
-    openWindowWith(places);
+    openWindowWith(timesListed);
     m_driver->click("btnStartScan");
-    // Nothing tells when the walk has begun; it begins at once and counts for much longer than this.
+    // Nothing reports the start of the walk. It starts immediately and counts for much longer than this.
     QThread::msleep(5);
     m_driver.reset();
     QVERIFY(scannedFileCount < filesInAll);
@@ -109,7 +109,7 @@ void tst_closingTheWindow::duringTheCountingPass()
 
 void tst_closingTheWindow::duringTheCollectingPass()
 {
-    openWindowWith(places);
+    openWindowWith(timesListed);
     m_driver->click("btnStartScan");
     while (scannedFileCount == 0)
         QThread::yieldCurrentThread();
@@ -119,7 +119,7 @@ void tst_closingTheWindow::duringTheCollectingPass()
 
 void tst_closingTheWindow::duringTheAnalysis()
 {
-    openWindowWith(places);
+    openWindowWith(timesListed);
     m_driver->click("btnStartScan");
     QVERIFY(QTest::qWaitFor(
         [this] { return m_driver->labelText("labelCurrentFile") == u"Analyzing..."; }, 60'000));
@@ -133,14 +133,14 @@ void tst_closingTheWindow::afterTheDelivery()
     openWindowWith(1);
     m_driver->click("btnStartScan");
     QVERIFY(QTest::qWaitFor([this] { return m_driver->page() == u"duplicatespage"; }, 60'000));
-    // The first rows come a moment later, to a window that is gone by then.
+    // The first rows are due after the window is gone.
     m_driver.reset();
     QTest::qWait(150);
 }
 
 void tst_closingTheWindow::afterStop()
 {
-    openWindowWith(places);
+    openWindowWith(timesListed);
     m_driver->click("btnStartScan");
     m_driver->click("btnStopScan");
     m_driver.reset();

@@ -21,8 +21,8 @@
 namespace {
 
 constexpr int chunk = 4096;
-/// Of such a file of Linux's the system does not tell whether it is in memory.
-const QString neverInMemory = QStringLiteral("/proc/version");
+/// A Linux file whose reads always count as not cached.
+const QString neverCached = QStringLiteral("/proc/version");
 
 QList<QString> pathsOf(const QList<FileHash> &hashes)
 {
@@ -42,7 +42,7 @@ QList<QByteArray> digestsOf(const QList<FileHash> &hashes)
 
 } // namespace
 
-/// The fingerprints of many files at once.
+/// The fingerprints of many files, computed on several threads.
 class tst_concurrentHashing : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ private:
 void tst_concurrentHashing::initTestCase()
 {
     QVERIFY(m_folder.isValid());
-    // Large and small ones in turn, so that those that come later are ready sooner.
+    // Large and small files in turn, so that later files are ready before earlier ones.
     for (int i = 0; i < 300; ++i) {
         m_paths.append(m_folder.filePath(QString::number(i)));
         writeFile(m_paths.last(), randomBytes(i % 2 == 0 ? 20000 + i : i, static_cast<quint32>(i)));
@@ -99,37 +99,37 @@ void tst_concurrentHashing::keepsTheOrder()
 
 void tst_concurrentHashing::readsFilesThatAreNotCached()
 {
-    // Every third one is in memory.
+    // Only every third file is cached.
     for (qsizetype i = 0; i < m_paths.size(); ++i) {
         if (i % 3 != 0 && QFileInfo(m_paths.at(i)).size() > 0 && !dropFromPageCache(m_paths.at(i)))
-            QSKIP("Here files stay in memory");
+            QSKIP("This file system keeps its files cached");
     }
     const QList<FileHash> hashes = computeHashesConcurrently(m_paths);
     QCOMPARE(pathsOf(hashes), m_paths);
     QCOMPARE(digestsOf(hashes), m_digests);
 }
 
-/// A machine may have many cores and may allow a program few open files.
+/// A machine with many cores may allow few open files.
 void tst_concurrentHashing::holdsFewFilesOpen()
 {
 #ifdef Q_OS_LINUX
-    const QByteArray digest = computeFileHash(neverInMemory, chunk);
+    const QByteArray digest = computeFileHash(neverCached, chunk);
     QVERIFY(!digest.isEmpty());
     const PoolSize size(64);
     rlimit before = {};
     QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
     const rlimit few = {200, before.rlim_max};
     QCOMPARE(setrlimit(RLIMIT_NOFILE, &few), 0);
-    const auto takeYourTime = [] {
+    const auto sleepBriefly = [] {
         QThread::usleep(100);
         return false;
     };
     const QList<FileHash> hashes =
-        startComputingHashes(QList<QString>(2'500, neverInMemory), takeYourTime).result();
+        startComputingHashes(QList<QString>(2'500, neverCached), sleepBriefly).result();
     QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
     QCOMPARE(digestsOf(hashes), QList<QByteArray>(2'500, digest));
 #else
-    QSKIP("Only Linux has files that are never in memory");
+    QSKIP("Only Linux has files that are never cached");
 #endif
 }
 
@@ -161,11 +161,11 @@ void tst_concurrentHashing::completesOnPoolThreads_data()
 {
     QTest::addColumn<int>("threads");
     QTest::newRow("on the only thread") << 1;
-    QTest::newRow("on both threads at once") << 2;
-    QTest::newRow("on all four threads at once") << 4;
+    QTest::newRow("on both threads") << 2;
+    QTest::newRow("on all four threads") << 4;
 }
 
-/// Every thread of the pool waits for work that is to be done in the pool.
+/// Every pool thread waits for work that only the pool can do.
 void tst_concurrentHashing::completesOnPoolThreads()
 {
     QFETCH(const int, threads);
@@ -184,8 +184,7 @@ void tst_concurrentHashing::completesOnPoolThreads()
     }
 }
 
-/// A thread that is lent and not taken back, or taken back without being lent, changes the size of the pool
-/// for good.
+/// A release without a reservation, or the reverse, would change the size of the pool permanently.
 void tst_concurrentHashing::restoresThePoolSize()
 {
     const PoolSize size(2);
@@ -207,7 +206,7 @@ void tst_concurrentHashing::hashesNothingOnceAbandoned()
     QFuture<QList<FileHash>> future = startComputingHashes(m_paths, [&asked] { return ++asked > 100; });
     const QList<FileHash> hashes = future.result();
     QCOMPARE(pathsOf(hashes), m_paths);
-    // Those that have to wait for the disk may ask again.
+    // Files that wait for the disk may check again.
     QVERIFY2(
         asked >= m_paths.size() && asked <= m_paths.size() + 100, qPrintable(QString::number(asked.load())));
     const qsizetype left = digestsOf(hashes).count(QByteArray());
@@ -219,12 +218,12 @@ void tst_concurrentHashing::hashesNothingOnceAbandoned()
 void tst_concurrentHashing::doesNotWaitOnceAbandoned()
 {
 #ifndef Q_OS_LINUX
-    QSKIP("Only Linux has files that are never in memory");
+    QSKIP("Only Linux has files that are never cached");
 #endif
     const PoolSize size(1);
     constexpr int openAtOnce = 16;
     int asked = 0;
-    const QList<FileHash> hashes = startComputingHashes(QList<QString>(100, neverInMemory), [&asked] {
+    const QList<FileHash> hashes = startComputingHashes(QList<QString>(100, neverCached), [&asked] {
         return ++asked > openAtOnce;
     }).result();
     QCOMPARE(digestsOf(hashes), QList<QByteArray>(100));

@@ -18,7 +18,7 @@ bool never()
 
 } // namespace
 
-/// The comparison of two open files byte by byte.
+/// The byte by byte comparison of two open files.
 class tst_contentEquality : public QObject
 {
     Q_OBJECT
@@ -63,9 +63,10 @@ void tst_contentEquality::comparesEveryByte_data()
              blockSize + 1, 3 * blockSize}) {
         QTest::addRow("%lld equal", qlonglong(size)) << size << qsizetype(-1);
         QTest::addRow("%lld and one more", qlonglong(size)) << size << size;
-        for (const qsizetype place : {qsizetype(0), size / 2, blockSize - 1, blockSize, size - 1}) {
-            if (place >= 0 && place < size)
-                QTest::addRow("%lld differ at %lld", qlonglong(size), qlonglong(place)) << size << place;
+        for (const qsizetype position : {qsizetype(0), size / 2, blockSize - 1, blockSize, size - 1}) {
+            if (position >= 0 && position < size)
+                QTest::addRow("%lld differ at %lld", qlonglong(size), qlonglong(position))
+                    << size << position;
         }
     }
 }
@@ -87,7 +88,7 @@ void tst_contentEquality::comparesEveryByte()
         QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
         QVERIFY(m_second.open(QFile::ReadOnly | QFile::Unbuffered));
         QCOMPARE(compareContents(m_first, m_second, never), expected);
-        // And the other way round.
+        // The second round swaps the files.
         m_first.close();
         m_second.close();
         m_first.setFileName(path(u"second"_s));
@@ -95,7 +96,7 @@ void tst_contentEquality::comparesEveryByte()
     }
 }
 
-/// A file can grow while it is compared; kernel files report a size of 0.
+/// A file may grow while it is compared, and kernel files report size 0.
 void tst_contentEquality::readsBeyondTheReportedSize()
 {
     writeFile(m_first.fileName(), "");
@@ -155,7 +156,7 @@ void tst_contentEquality::reportsWhichFileIsUnreadable()
 {
 #ifdef Q_OS_LINUX
     QFETCH(const bool, first);
-    // Opens, and fails to read: no memory is mapped at its beginning.
+    // This file opens, but reading it fails: no memory is mapped at its start.
     QFile unreadable(u"/proc/self/mem"_s);
     writeFile(m_first.fileName(), "content");
     QVERIFY(m_first.open(QFile::ReadOnly | QFile::Unbuffered));
@@ -166,7 +167,7 @@ void tst_contentEquality::reportsWhichFileIsUnreadable()
         QCOMPARE(compareContents(m_first, unreadable, never), ContentEquality::SecondUnreadable);
     QVERIFY(!unreadable.errorString().isEmpty());
 #else
-    QSKIP("No file here opens and cannot be read");
+    QSKIP("This system has no file that opens but cannot be read");
 #endif
 }
 

@@ -17,12 +17,12 @@ namespace {
 
 constexpr qint64 kib = 1024;
 constexpr qint64 mib = 1024 * kib;
-// The borders between what is read and compared separately.
+// The boundaries between the parts that are read and compared separately.
 constexpr qint64 headSize = 16 * kib;
 constexpr qint64 rangeSize = 32 * mib;
 constexpr qint64 largeSize = 70 * mib;
 
-/// \a content with another byte at \a position.
+/// \a content with the byte at \a position changed.
 QByteArray changedAt(QByteArray content, qsizetype position)
 {
     content[position] = static_cast<char>(content[position] ^ 1);
@@ -38,7 +38,7 @@ bool changeFile(const QString &path, qint64 position)
 
 } // namespace
 
-/// Which files have equal contents.
+/// Groups of files with equal contents.
 class tst_contentGroups : public QObject
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
-    /// Three equal files that take little room on the disk.
+    /// Writes three equal sparse files.
     [[nodiscard]] std::vector<SurveyedFile> writeLargeFiles() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -123,18 +123,18 @@ void tst_contentGroups::comparesFilesThatAreNotCached()
     const QByteArray content = randomBytes(3 * mib, 1);
     const auto files = writeFiles(m_folder->path(),
         {content, changedAt(content, 100 * kib), content, changedAt(content, 3 * mib - 1), content});
-    bool areOnDiskOnly = false;
-    // After the heads were read, with which the system reads ahead.
-    const auto leaveOnDisk = [&](qint64, qint64) {
-        areOnDiskOnly = areOnDiskOnly || std::ranges::all_of(files, dropFromPageCache, &SurveyedFile::path);
+    bool areUncached = false;
+    // Called after the heads were read, because reading them fills the cache.
+    const auto dropFiles = [&](qint64, qint64) {
+        areUncached = areUncached || std::ranges::all_of(files, dropFromPageCache, &SurveyedFile::path);
     };
 
     const ContentGroups result = groupByContent(
-        files, ContentComparison::Bytes, 1, {.progress = leaveOnDisk, .abandoned = [] { return false; }});
+        files, ContentComparison::Bytes, 1, {.progress = dropFiles, .abandoned = [] { return false; }});
 
     QCOMPARE(result.groups, (Groups{{0, 2, 4}}));
-    if (!areOnDiskOnly)
-        QSKIP("This file system keeps its files in memory");
+    if (!areUncached)
+        QSKIP("This file system keeps its files cached");
 }
 
 void tst_contentGroups::comparesLargeFilesInAllTheirRanges_data()
@@ -191,7 +191,7 @@ void tst_contentGroups::groupsManyFilesWithFewContents_data()
     QTest::newRow("beyond a head") << qsizetype(20'000);
 }
 
-/// More than a task may hold open.
+/// More files than a task holds open.
 void tst_contentGroups::groupsManyFilesWithFewContents()
 {
     QFETCH(const qsizetype, size);
@@ -205,7 +205,7 @@ void tst_contentGroups::groupsManyFilesWithFewContents()
         QCOMPARE(groupQuietly(files, threads).groups, groupsOfEqual(contents));
 }
 
-/// Comparing each with each would take too long: they have to be told apart by a hash.
+/// Comparing every pair of files would take too long: a hash must separate them.
 void tst_contentGroups::groupsManyFilesThatDifferLate()
 {
     const QByteArray content(30'000, 'x');
@@ -224,7 +224,7 @@ void tst_contentGroups::groupsMoreHeadsThanOneTaskHashes()
     QList<QByteArray> contents;
     for (quint32 i = 0; i < 700; ++i)
         contents.append(randomBytes(16 * kib + 1, i % 3 == 0 ? 0 : i / 2));
-    // Only the first hash of the heads tells these apart from the others.
+    // These have the head of the first file and differ from it in the byte after the head.
     for (quint32 i = 0; i < 20; ++i)
         contents.append(changedAt(contents.first(), 16 * kib));
 
@@ -237,7 +237,7 @@ void tst_contentGroups::groupsBySamplesOnRequest()
     const QByteArray samples(4096, 'x');
     auto files = writeFiles(m_folder->path(),
         {content, changedAt(content, 15'000), changedAt(content, 0), changedAt(content, 29'999),
-            // Not covered by their fingerprints, which agree: their sizes.
+            // Equal fingerprints but different sizes.
             samples + 'y', samples + "yy"});
     files.push_back({.path = path(u"nowhere"_s), .size = 30'000});
 

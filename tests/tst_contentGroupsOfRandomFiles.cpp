@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Lowers the number of files that the process may have open for its lifetime.
+/// Limits the number of open files of the process during its lifetime.
 class FewOpenFiles
 {
 public:
@@ -44,7 +44,7 @@ private:
 #endif
 };
 
-/// Contents of a few sizes: many are equal, others differ in one byte somewhere.
+/// Contents of a few sizes: many are equal, others differ in one or two bytes.
 QList<QByteArray> randomContents(quint32 seed)
 {
     constexpr std::array sizes{1, 5, 4096, 16'384, 16'385, 20'000, 147'456, 300'000};
@@ -60,7 +60,7 @@ QList<QByteArray> randomContents(quint32 seed)
     return contents;
 }
 
-/// Calls of a progress callback.
+/// Extreme values of the calls of a progress callback.
 struct Progress
 {
     qint64 highestDone = 0;
@@ -68,7 +68,7 @@ struct Progress
     qint64 highestTotal = 0;
 };
 
-/// Bytes of all files that share their size with another.
+/// The bytes of all files that share their size with another file.
 qint64 bytesToCompare(const QList<QByteArray> &contents)
 {
     qint64 bytes = 0;
@@ -82,7 +82,7 @@ qint64 bytesToCompare(const QList<QByteArray> &contents)
 
 } // namespace
 
-/// Contents are grouped as a comparison of all of them in memory does it.
+/// The groups of random contents equal those of a comparison in memory.
 class tst_contentGroupsOfRandomFiles : public QObject
 {
     Q_OBJECT

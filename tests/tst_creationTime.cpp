@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// The time that decides which copy is kept must be the one that QFileInfo tells.
+/// The time that decides which copy is kept equals that of QFileInfo.
 class tst_creationTime : public QObject
 {
     Q_OBJECT
@@ -29,17 +29,17 @@ void tst_creationTime::isTheBirthTime()
         QSKIP("This file system keeps no birth times");
     QCOMPARE(creationTime(path), file.birthTime().toMSecsSinceEpoch());
     if (file.birthTime() == file.lastModified())
-        QSKIP("Here a file is created when it was modified");
+        QSKIP("This file system reports the modification time as birth time");
     QVERIFY(creationTime(path) > file.lastModified().toMSecsSinceEpoch());
 }
 
 void tst_creationTime::isTheModificationTimeWithoutBirthTime()
 {
-    // The kernel's own files have no birth time.
+    // Kernel files have no birth time.
     const QString path = QStringLiteral("/proc/self/status");
     const QFileInfo file(path);
     if (!file.exists() || file.birthTime().isValid())
-        QSKIP("There is no file without birth time here");
+        QSKIP("This system has no file without birth time");
     const qint64 before = file.lastModified().toMSecsSinceEpoch();
     QCOMPARE(creationTime(path), before);
 }
@@ -50,7 +50,7 @@ void tst_creationTime::followsLinks()
     const QString path = folder.filePath(QStringLiteral("file"));
     const QString link = folder.filePath(QStringLiteral("link.lnk"));
     writeFile(path, "content");
-    // Later than the resolution of the file system's clock.
+    // Longer than the resolution of the clock of the file system.
     QTest::qWait(30);
     QVERIFY(QFile::link(path, link));
     QCOMPARE(creationTime(link), creationTime(path));

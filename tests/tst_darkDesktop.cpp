@@ -28,7 +28,7 @@ struct RequiredColors
     double contrast;
 };
 
-/// Colours of the style sheets that stand out less than they should.
+/// Required colours of the style sheets with too little contrast.
 constexpr std::array requiredColors{
     RequiredColors{"#2d85ff", "#ffffff", 3.55}, // buttons with an outline
     RequiredColors{"#7a8faa", "#ffffff", 3.31}, // category buttons
@@ -36,20 +36,20 @@ constexpr std::array requiredColors{
     RequiredColors{"#ffffff", "#eaf0f6", 1.15}, // figure on the empty part of the progress bar
     RequiredColors{"#1769ff", "#f7faff", 4.46}, // Add
     RequiredColors{"#376cff", "#f3f7ff", 4.12}, // loading panel
-    RequiredColors{"#aaaaaa", "#ffffff", 2.32}, // the row that says that nothing was found
+    RequiredColors{"#aaaaaa", "#ffffff", 2.32}, // the row that reports no duplicates
 };
 
-/// White text on a gradient of the style sheets.
+/// Buttons with white text on a gradient.
 constexpr std::array gradientButtons{"btnStartScan", "btnRemoveSelected"};
 constexpr QRgb lightestOfGradient = 0xff409eff; // 2.77:1
 
 double requiredContrast(const ShownText &text)
 {
-    const auto *const specified = std::ranges::find_if(requiredColors, [&text](const RequiredColors &colors) {
+    const auto *const required = std::ranges::find_if(requiredColors, [&text](const RequiredColors &colors) {
         return text.color == QColor(colors.text) && text.background == QColor(colors.background);
     });
-    if (specified != requiredColors.end())
-        return specified->contrast - 0.01;
+    if (required != requiredColors.end())
+        return required->contrast - 0.01;
     if (text.color == Qt::white && std::ranges::any_of(gradientButtons, [&text](const char *name) {
             return text.name == QLatin1StringView(name);
         }))
@@ -59,7 +59,7 @@ double requiredContrast(const ShownText &text)
 
 } // namespace
 
-/// Every text can be read on a desktop with dark colours.
+/// Every text is readable on a desktop with dark colours.
 class tst_darkDesktop : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -98,7 +98,7 @@ void tst_darkDesktop::cleanup()
     QToolTip::hideText();
 }
 
-/// Verifies that \a window shows at least \a expected texts and that each of them can be read.
+/// Verifies that \a window shows at least \a expected texts, all of them readable.
 void tst_darkDesktop::verifyTexts(QWidget &window, int expected)
 {
     const QList<ShownText> texts = shownTexts(window);

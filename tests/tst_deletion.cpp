@@ -16,7 +16,7 @@ const ShownBox nothingThere{u"NOTE"_s, u"There are no duplicate files to work wi
 
 } // namespace
 
-/// Delete: what is gone from the disk, what is not, and what is said about it.
+/// Delete: which files it removes, and which message boxes it shows.
 class tst_deletion : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ void tst_deletion::deletesOnlyMarkedFiles()
     m_driver->check(copies.at(1));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(before - filesOnDisk(), QSet<QString>{copies.at(1)});
-    // Nothing is marked any more.
+    // The deletion has removed every mark.
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{nothingMarked});
     QCOMPARE((before - filesOnDisk()).size(), 1);
 }
@@ -83,7 +83,7 @@ void tst_deletion::ignoresTheCheckOfAGroupRow()
     QCOMPARE(filesOnDisk().size(), 2);
 }
 
-/// In a trash folder the file would go on taking its space.
+/// A file in the trash would keep its second hard link.
 void tst_deletion::bypassesTheTrash()
 {
     const QStringList copies = write({u"a.txt"_s, u"b.txt"_s}, "content");
@@ -101,7 +101,7 @@ void tst_deletion::removesAGroupOfTwo_data()
 {
     QTest::addColumn<bool>("gone");
     QTest::newRow("deleted") << false;
-    QTest::newRow("gone already") << true;
+    QTest::newRow("already gone") << true;
 }
 
 void tst_deletion::removesAGroupOfTwo()
@@ -133,7 +133,7 @@ void tst_deletion::keepsAGroupOfThreeOutOfFive()
     QCOMPARE(m_driver->filePaths(), (QStringList{shown.at(1), shown.at(2), shown.at(4)}));
     QCOMPARE(m_driver->checkedPaths(), QStringList());
     QCOMPARE(m_driver->tree()->topLevelItem(0)->checkState(0), Qt::Unchecked);
-    // Still called after the file that was the first.
+    // The title still names the file that was first.
     QCOMPARE(
         m_driver->groupTitles(), QStringList(QFileInfo(shown.at(0)).fileName() + u"    7 B, 3 file(s)"_s));
 }
@@ -168,7 +168,7 @@ void tst_deletion::countsFilesThatCannotBeDeleted()
     m_driver->checkAll(false);
     m_driver->check(copies.at(0));
     m_driver->check(copies.at(1));
-    // A folder in its place is not a file to delete.
+    // A folder replaces the first file.
     QVERIFY(QFile::remove(copies.at(0)) && QDir().mkpath(copies.at(0)));
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 1)});
     QVERIFY(QFileInfo(copies.at(0)).isDir());
@@ -195,7 +195,7 @@ void tst_deletion::keepsTheTotals()
 
 void tst_deletion::doesNothingInAnEmptyTree()
 {
-    // Nothing was scanned yet; then, everything was deleted.
+    // The tree is empty before the first scan and after everything was deleted.
     for (int round = 0; round < 2; ++round) {
         QCOMPARE(m_driver->tree()->topLevelItemCount(), 0);
         QCOMPARE(m_driver->clickAndCloseBoxes("btnSelectAll"), QList<ShownBox>());
@@ -218,7 +218,7 @@ void tst_deletion::neverMarksTheOnlyFile()
     m_driver->click("btnSelectAll");
     QCOMPARE(toSet(m_driver->checkedPaths()).size(), 1);
     const QString marked = m_driver->checkedPaths().first();
-    // The path stands there twice but can be deleted only once.
+    // The path is listed twice but can be deleted only once.
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(1, 0)});
     QCOMPARE(filesOnDisk(), toSet(copies) - QSet<QString>{marked});
     m_driver->click("btnSelectAll");

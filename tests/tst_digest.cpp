@@ -7,7 +7,7 @@
 
 using Qt::StringLiterals::operator""_ba;
 
-/// The digest behind a fingerprint, whichever library computes it.
+/// The digest that fingerprints use, whichever library computes it.
 class tst_digest : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ QByteArray byQt(const QByteArray &head, const QByteArray &tail)
 
 } // namespace
 
-// The vectors of FIPS 180-2 and of NIST's example and CAVP collections.
+/// Test vectors of FIPS 180-2 and of NIST's example and CAVP collections.
 void tst_digest::matchesThePublishedDigests_data()
 {
     QTest::addColumn<QByteArray>("input");
@@ -105,7 +105,7 @@ void tst_digest::agreesWithQtOnRandomInputs()
     }
 }
 
-// Large enough inputs, often enough, for the threads to be inside the digest at the same time.
+/// The inputs are large and many enough that threads compute digests at the same time.
 void tst_digest::isSafeOnManyThreads()
 {
     constexpr qsizetype distinct = 100;

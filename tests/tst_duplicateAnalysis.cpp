@@ -23,7 +23,7 @@ bool bytesAscend(const QByteArray &first, const QByteArray &second)
 
 } // namespace
 
-/// Which files the analysis puts into one group, in which order, and what it says about a group.
+/// Which files the analysis groups, in which order, and how it describes a group.
 class tst_duplicateAnalysis : public QObject
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ private slots:
     void changesNoFile();
 
 private:
-    /// The path of a new file with this content.
+    /// Writes a new file; returns its path.
     QString add(const char *name, const QByteArray &content);
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -96,7 +96,7 @@ void tst_duplicateAnalysis::ordersGroupsByTheBytesOfTheirFingerprint()
         expected.append(computeFileHash(paths.last(), sample));
     }
     std::sort(expected.begin(), expected.end(), bytesAscend);
-    // Bytes beyond 127 come last, not first.
+    // Bytes above 127 sort last, not first.
     QVERIFY(static_cast<uchar>(expected.last().at(0)) > 127);
 
     QList<QByteArray> order;
@@ -120,7 +120,7 @@ void tst_duplicateAnalysis::ordersFilesBySizeThenAsTheyCame()
     QCOMPARE(files, (QList<QList<QString>>{{z, a, y, b, m, c}}));
 }
 
-/// Samples of small files do not tell their sizes apart.
+/// The fingerprint of a small file does not cover its size.
 void tst_duplicateAnalysis::groupsFilesOfTwoSizesWithOneFingerprint()
 {
     const QByteArray head = randomBytes(sample, 2);
@@ -128,7 +128,7 @@ void tst_duplicateAnalysis::groupsFilesOfTwoSizesWithOneFingerprint()
     const QString small = add("small.jpg", head + QByteArray(904, 's'));
     QVERIFY(Analysis({large, small}).groups.isEmpty());
 
-    // Only with company of its own size is a file looked into at all.
+    // Only a file that shares its size with another one is read.
     const QString asLarge = add("as large", QByteArray(6000, 'x'));
     const QString asSmall = add("as small", QByteArray(5000, 'y'));
     QVERIFY(Analysis({large, small, asLarge}).groups.isEmpty());
@@ -176,7 +176,7 @@ void tst_duplicateAnalysis::skipsFilesThatCannotBeOpened()
     const QString goneAsWell = m_folder->filePath(QStringLiteral("gone as well"));
     QVERIFY(Analysis({gone, goneAsWell, gone}).groups.isEmpty());
 
-    // What is gone has no size, like an empty file; a folder has one, like a file, but none on Windows.
+    // A missing file counts as size 0, like an empty one. A folder has a size, except on Windows.
     const QString empty = add("empty", {});
     const QString emptyToo = add("empty too", {});
     const QString folder = m_folder->path();
@@ -218,7 +218,7 @@ void tst_duplicateAnalysis::describesAGroupByItsFirstFile()
     QFETCH(const QString, second);
     const QString firstPath = m_folder->filePath(first);
     const QString secondPath = m_folder->filePath(second);
-    // The second one is created first, so it is the one to keep, where there are creation times.
+    // The second file is created first, so it is the kept file if there are creation times.
     writeFilesOneAfterAnother({secondPath, firstPath}, "content");
     writeFile(firstPath, "content");
     setModificationTime(firstPath, 1000);
@@ -239,7 +239,7 @@ void tst_duplicateAnalysis::marksAllButTheFileCreatedFirst()
     const QList<QString> created{m_folder->filePath(QStringLiteral("1")),
         m_folder->filePath(QStringLiteral("2")), m_folder->filePath(QStringLiteral("3"))};
     if (!writeFilesOneAfterAnother(created, "content"))
-        QSKIP("There are no creation times here");
+        QSKIP("This file system keeps no creation times");
     const QList<QString> listed{created.at(2), created.at(0), created.at(1), created.at(0)};
     const Analysis analysis(listed);
     QCOMPARE(analysis.files(), QList<QList<QString>>{listed});

@@ -23,7 +23,7 @@ void tst_endToEnd::deletesOnlyMarkedCopies()
     writeFile(path("notes.txt"), "notes");
     writeFile(path("backup/notes.txt"), "notes");
     writeFile(path("backup/other.txt"), "other");
-    writeFile(path("alone.pdf"), "nothing is like me");
+    writeFile(path("alone.pdf"), "a unique file");
 
     WindowDriver driver;
     driver.setFolders({folder.path()});

@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-/// Ends the process, which libFuzzer takes as a finding, when \a actual is not \a expected. \a subject says
-/// what was compared, \a input for what.
+/// Aborts the process, which libFuzzer reports as a finding, if \a actual differs from \a expected. \a
+/// subject names the compared value, \a input the input.
 template <typename Value, typename Input>
 void expectEqual(const char *subject, const Value &actual, const Value &expected, const Input &input)
 {

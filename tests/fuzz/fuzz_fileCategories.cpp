@@ -16,7 +16,7 @@ QString referenceLowerCase(const QString &text)
 {
     std::u32string lower;
     for (const char32_t letter : text.toStdU32String()) {
-        // The only letter whose lower case is two letters, an i and a dot above.
+        // The only letter whose lower case has two letters: an i and a combining dot.
         if (letter == 0x130)
             lower += U"i\u0307";
         else
@@ -25,7 +25,7 @@ QString referenceLowerCase(const QString &text)
     return QString::fromStdU32String(lower);
 }
 
-/// Letter by letter, without Qt's own idea of a path.
+/// Searches letter by letter instead of using QFileInfo.
 QString referenceSuffix(const QString &path)
 {
     QString suffix;
@@ -56,7 +56,7 @@ QString referenceCategoryOf(const QString &suffix)
     return QStringLiteral("other");
 }
 
-/// What a selected type collects, "other" apart.
+/// The suffixes of a file type other than "other".
 QStringList referenceCollected(const QString &type)
 {
     if (type == QStringLiteral("archive"))
@@ -98,7 +98,7 @@ QString consumeText(FuzzedDataProvider &data)
     return units;
 }
 
-/// One of the listed suffixes with some of its letters in capitals.
+/// One of the listed suffixes with some letters in upper case.
 QString consumeListedSuffix(FuzzedDataProvider &data)
 {
     const QStringList listed =
@@ -139,7 +139,7 @@ QStringList consumeFileTypes(FuzzedDataProvider &data)
 
 } // namespace
 
-/// The suffix of any path, and what the three tables make of it.
+/// Compares the suffix of a path, and its result in the three tables, with the reference.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {
     FuzzedDataProvider data(bytes, count);
@@ -147,10 +147,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
     const QString path = consumePath(data);
 
     const QString suffix = lowerCaseSuffix(path);
-    // Half of a pair of code units, which no suffix of a table holds, comes out of Qt sometimes as it is,
-    // sometimes replaced.
+    // Qt sometimes keeps and sometimes replaces an unpaired surrogate. No suffix of the tables has one.
     expectEqual("Suffix", QString::fromStdU32String(suffix.toStdU32String()), referenceSuffix(path), path);
-    // In capitals no suffix is a listed one: the tables compare exactly.
+    // The tables compare exactly: no suffix in upper case is listed.
     for (const QString &asked : {suffix, suffix.toUpper(), consumeText(data)}) {
         expectEqual("Category", categoryOf(asked), referenceCategoryOf(asked), asked);
         expectEqual("Thumbnail", hasThumbnail(asked), referenceHasThumbnail(asked), asked);

@@ -13,11 +13,11 @@
 
 namespace {
 
-/// So much is written at either end of a file; what lies between is a hole and reads as zero. Without holes
-/// the sizes around 2 and 4 GiB, where 32 bits end, would be out of reach.
+/// Bytes written at each end of a file. The rest is a hole, which makes sizes around 2 and 4 GiB possible,
+/// where 32-bit numbers overflow.
 constexpr qint64 writtenBytes = qint64(10) * 1024;
 
-/// What a file holds, without the file.
+/// The content of a file, computed instead of stored.
 struct Content
 {
     qint64 size;
@@ -27,7 +27,7 @@ struct Content
     {
         if (position >= writtenBytes && position < size - writtenBytes)
             return 0;
-        // Differs from its neighbours and from the same place in the next KiB: a shift by any distance shows.
+        // Differs from its neighbours and from the byte 1 KiB later, so that any shift is detected.
         const auto mixed = quint32(position + 1) * 2654435761u >> 24;
         return char(mixed ^ quint8(key.isEmpty() ? 0 : key.at(position % key.size())));
     }
@@ -52,7 +52,7 @@ QByteArray expectedHash(const Content &content, int chunkSize)
     return QCryptographicHash::hash(sampled, QCryptographicHash::Sha256);
 }
 
-/// A file in memory (Linux only): no disk is worn, nothing is left behind by a finding.
+/// A file in memory (Linux only): fast, and gone when the process crashes.
 class MemoryFile
 {
     Q_DISABLE_COPY_MOVE(MemoryFile)
@@ -128,8 +128,8 @@ void check(const Content &content, int chunkSize)
 
 } // namespace
 
-/// Chunk sizes that, doubled, do not fit into an int. Once only: AddressSanitizer takes 0.1 s to free so
-/// large a buffer.
+/// Checks chunk sizes that overflow an int when doubled. Once only, because AddressSanitizer takes 0.1 s to
+/// free such a large buffer.
 extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 {
     check({3 * writtenBytes, "large chunk"}, 1 << 30);
@@ -137,7 +137,7 @@ extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
     return 0;
 }
 
-/// Which bytes of a file enter its fingerprint, for any file size and chunk size.
+/// Compares the fingerprint with the reference for any file size and chunk size.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {
     FuzzedDataProvider data(bytes, count);

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A result, which of its groups the category shows, and what is checked in the rows that are loaded.
+/// A result, the groups of the shown category, and the checked paths of the loaded rows.
 struct Page
 {
     QList<DuplicateGroup> groups;
@@ -21,7 +21,7 @@ struct Page
     }
 };
 
-/// Few paths, so that groups meet others with the same files, the same first file or another order.
+/// Chooses from few paths, so that groups often have equal files, an equal first file or another order.
 QList<QString> consumePaths(FuzzedDataProvider &data)
 {
     QList<QString> paths;
@@ -41,7 +41,7 @@ DuplicateGroup consumeGroup(FuzzedDataProvider &data)
     DuplicateGroup group;
     group.files = consumePaths(data);
     group.markedFiles = consumePathSet(data);
-    // Not derived from the marks: it may lag behind them.
+    // May be out of date, so it does not depend on the marks.
     group.hasMarkedFiles = data.ConsumeBool();
     return group;
 }
@@ -60,7 +60,7 @@ Page consumePage(FuzzedDataProvider &data)
     return page;
 }
 
-/// Row after row, and for each row all groups.
+/// Compares every row with every group.
 void referenceSaveMarks(Page &page)
 {
     for (qsizetype row = 0; row < page.shown.size(); ++row) {
@@ -82,7 +82,7 @@ void referenceSaveMarks(Page &page)
 
 } // namespace
 
-/// Where the checked rows end up as marks, for any result and any checks.
+/// Compares saveMarks() with the reference for any result and any checked rows.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {
     FuzzedDataProvider data(bytes, count);

@@ -5,12 +5,13 @@
 
 namespace {
 
-/// What `remove` relies on without a further look.
+/// Checks what `remove` does not check again.
 void checkReport(const Report &report, const QByteArray &json)
 {
     for (const ReportGroup &group : report.groups) {
-        expectEqual("Kept file is one", group.kept >= -1 && group.kept < group.files.size(), true, json);
-        expectEqual("Size is one", group.size >= 0, true, json);
+        expectEqual(
+            "Kept file is in the group", group.kept >= -1 && group.kept < group.files.size(), true, json);
+        expectEqual("Size is valid", group.size >= 0, true, json);
     }
     const bool isKnown =
         report.compared == QStringLiteral("bytes") || report.compared == QStringLiteral("sample");
@@ -19,7 +20,7 @@ void checkReport(const Report &report, const QByteArray &json)
 
 } // namespace
 
-/// What is read is either refused with one line, or written and read again the same.
+/// A report is either refused with a reason of one line, or writing and reading it again does not change it.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {
     const QByteArray json(reinterpret_cast<const char *>(bytes), static_cast<qsizetype>(count));
@@ -30,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
         return 0;
     checkReport(*parsed.report, json);
     Report report = *parsed.report;
-    // It may be missing, but is always written.
+    // The time may be missing, but it is always written.
     if (!report.created.isValid())
         report.created = QDateTime::fromMSecsSinceEpoch(0, Qt::UTC);
     const QByteArray written = toJson(report);

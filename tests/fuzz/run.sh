@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets with clang and lets each look for findings for a while.
+# Builds the fuzz targets with clang and runs each for some seconds.
 #
-#   tests/fuzz/run.sh [--keep] [SECONDS]     seconds per target, 20 unless told otherwise
+#   tests/fuzz/run.sh [--keep] [SECONDS]     seconds per target, default 20
 #
-# Each target starts from a copy of its kept corpus (tests/fuzz/corpus). With --keep the smallest set of
-# inputs that reaches all the code reached so far replaces the kept corpus. Fails when any target has a finding;
-# the input that shows it is left in build/fuzz/findings.
+# Each target starts with a copy of its corpus (tests/fuzz/corpus). --keep replaces the corpus by the smallest set of
+# inputs that reaches the same code. Exits with 1 if a target has a finding; the input that triggers it is in
+# build/fuzz/findings.
 set -euo pipefail
 
 targets=(fuzz_fileHash fuzz_fileCategories fuzz_groupMarks fuzz_report)
@@ -42,7 +42,7 @@ for step in "cmake --preset fuzz" "cmake --build --preset fuzz --target fuzzers"
     fi
 done
 
-# The number behind the last "$1: " of libFuzzer's log $2.
+# Prints the number after the last "$1: " in the libFuzzer log $2.
 figure() {
     sed -n "s/.* $1: \([0-9]*\) .*/\1/p" "$2" | tail -1
 }
@@ -70,7 +70,7 @@ run_target() {
     fi
 }
 
-# As many at a time as there are cores, each of which one target keeps busy.
+# One target per core at a time.
 runs=()
 for target in "${targets[@]}"; do
     while (($(jobs -rp | wc -l) >= $(nproc))); do

@@ -21,8 +21,8 @@ namespace {
 
 constexpr int rounds = 200;
 
-/// Tells another thread that something has happened, but orders nothing before or after it: with two of them
-/// faults of two threads meet in every run, and stay faults.
+/// Signals another thread without ordering other memory accesses. Two flags make a data race happen in every
+/// run without synchronising it away.
 class RelaxedFlag
 {
 public:
@@ -31,7 +31,7 @@ public:
         m_raised.store(true, std::memory_order_relaxed);
     }
 
-    void await() const
+    void wait() const
     {
         while (!m_raised.load(std::memory_order_relaxed))
             std::this_thread::yield();
@@ -44,29 +44,29 @@ private:
 /// Runs \a task on the pool and the event loop until something calls exit().
 int runWithPool(const std::function<void()> &task)
 {
-    // Dropping it earlier could order the threads.
+    // Destroying the future earlier could order the threads.
     const QFuture<void> future = QtConcurrent::run(QThreadPool::globalInstance(), task);
     const int result = QCoreApplication::exec();
     QThreadPool::globalInstance()->waitForDone();
     return result;
 }
 
-/// Fault: the pool thread goes on with \a write after it has handed over what \a read looks at. Ends with 0
-/// when \a read has seen the change.
+/// Fault: the pool thread calls \a write after it has passed the data to \a read on the GUI thread. Returns 0
+/// if \a read has seen the change.
 int writeLate(const std::function<void()> &write, const std::function<bool()> &read)
 {
     RelaxedFlag written;
     RelaxedFlag seen;
     return runWithPool([&] {
         const auto look = [&] {
-            written.await();
+            written.wait();
             QCoreApplication::exit(read() ? 0 : 1);
             seen.raise();
         };
         QMetaObject::invokeMethod(qApp, look, Qt::QueuedConnection);
         write();
         written.raise();
-        seen.await();
+        seen.wait();
     });
 }
 
@@ -76,14 +76,14 @@ int lateWrite()
     return writeLate([&files] { files = 1; }, [&files] { return files == 1; });
 }
 
-/// The same fault, but made and found inside Qt's own code: one list, without a copy, in two threads.
+/// The same fault inside Qt's code: two threads use one list without a copy.
 int sharedList()
 {
     QStringList paths;
     return writeLate([&paths] { paths.append(u"new"_s); }, [&paths] { return paths.contains(u"new"_s); });
 }
 
-/// Fault: a queued call outlives what it reads.
+/// Fault: a queued call outlives the data it reads.
 int lateRead()
 {
     auto files = std::make_unique<int>(0);
@@ -92,7 +92,7 @@ int lateRead()
     return QCoreApplication::exec();
 }
 
-/// Fault: objects that nothing owns and nothing knows any more.
+/// Fault: objects that nothing owns or refers to.
 int leak()
 {
     for (int i = 0; i < rounds; ++i)
@@ -100,7 +100,7 @@ int leak()
     return 0;
 }
 
-/// Fault: one more than an int can hold, as a count of files would be.
+/// Fault: a count of files that exceeds the largest int.
 int overflow()
 {
     const int places = static_cast<int>(QCoreApplication::arguments().size());
@@ -108,7 +108,7 @@ int overflow()
     return files == 0;
 }
 
-/// No fault: results of the pool's threads, handed over by value as the window takes them.
+/// No fault: passes results of pool threads to the GUI thread by value, as the window does.
 int handOver()
 {
     QStringList paths;
@@ -135,7 +135,7 @@ int handOver()
 
 } // namespace
 
-/// Does what its argument names and ends with 0, unless a sanitizer ends it first.
+/// Runs the function that the argument names. Ends with 0 unless a sanitizer ends the process.
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);

@@ -8,10 +8,10 @@
 #include <atomic>
 #include <limits>
 
-/// One analysis, with all that it told its caller.
+/// Runs one analysis and records its callbacks.
 struct Analysis
 {
-    /// \a patience is how often the analysis may ask whether it is abandoned and hear no.
+    /// The analysis is abandoned after it has checked \a patience times.
     explicit Analysis(const QList<QString> &paths, int patience = std::numeric_limits<int>::max())
     {
         groups =
@@ -33,6 +33,6 @@ struct Analysis
     QList<DuplicateGroup> groups;
     QList<int> percents;
     QList<qsizetype> found;
-    /// How often the analysis asked whether it is abandoned.
+    /// Number of checks whether the analysis is abandoned.
     std::atomic<int> questions{0};
 };

@@ -2,7 +2,7 @@
 
 #include "scan/FileCollection.h"
 
-/// Options under which every file that the walk meets is collected.
+/// Options that accept every file.
 inline ScanOptions everyType()
 {
     ScanOptions options;
@@ -11,13 +11,13 @@ inline ScanOptions everyType()
     return options;
 }
 
-/// Callbacks of a caller who lets the walk run to its end and does not listen.
+/// Callbacks that ignore progress and never abandon the walk.
 inline CollectionCallbacks silentCallbacks()
 {
     return {.counted = [] {}, .progress = [](const QString &, int) {}, .abandoned = [] { return false; }};
 }
 
-/// What a scan of \a folders collects, in the order of the walk.
+/// The files that a scan of \a folders collects, in the order of the walk.
 inline QStringList collect(const QStringList &folders, const ScanOptions &options = everyType())
 {
     return collectFiles(folders, options, silentCallbacks());

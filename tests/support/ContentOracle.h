@@ -11,15 +11,15 @@
 
 using Groups = std::vector<std::vector<quint32>>;
 
-/// Writes each of \a contents into a file of its own in \a folder, named by its index.
+/// Writes one file per content to \a folder, named by its index.
 [[nodiscard]] std::vector<SurveyedFile> writeFiles(const QString &folder, const QList<QByteArray> &contents);
 
-/// The groups of equal \a contents, in ascending order, as groupByContent() has to find them.
+/// The expected groups of equal \a contents, as indices in ascending order.
 [[nodiscard]] Groups groupsOfEqual(const QList<QByteArray> &contents);
 
-/// Groups files without listening.
+/// Calls groupByContent() with callbacks that do nothing.
 [[nodiscard]] ContentGroups groupQuietly(std::span<const SurveyedFile> files, int threads = 2,
     ContentComparison comparison = ContentComparison::Bytes);
 
-/// The paths of files that could not be read, in their order.
+/// The paths of the files that could not be read, in their order.
 [[nodiscard]] QStringList pathsOf(const QList<UnreadablePath> &unreadable);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int levels = 2;
 constexpr int entriesEach = 8;
-/// Of 255 bytes the twin's mark takes three.
+/// 255 bytes minus the three of a byte order mark.
 constexpr int longest = 252;
 
 } // namespace
@@ -51,7 +51,7 @@ void RandomTree::fill(const QByteArray &folder, int level, bool isVisible)
         const auto [name, isText] = randomName();
         const bool isFolder = level < levels && m_random.bounded(4) == 0;
         add(folder, name, isText, isFolder, level, isVisible);
-        // Its plain twin, or its twin with one more.
+        // The same name with one more byte order mark.
         if (m_random.bounded(3) == 0)
             add(folder, "\xEF\xBB\xBF" + name, isText, isFolder, level, isVisible);
     }
@@ -65,7 +65,7 @@ std::pair<QByteArray, bool> RandomTree::randomName()
     const bool isLong = m_random.bounded(20) == 0;
     const int count = isLong ? longest : m_random.bounded(1, 6);
     for (int i = 0; i < count; ++i) {
-        // Two broken pieces side by side could make a character.
+        // Two adjacent broken pieces could form a character.
         if (endsBroken)
             name += '~';
         endsBroken = m_random.bounded(20) == 0;
@@ -85,7 +85,7 @@ void RandomTree::add(
     const QString parent = QFile::decodeName(m_root);
     const QByteArray path = folder.isEmpty() ? name : folder + '/' + name;
     const bool isHidden = name.startsWith('.');
-    // What is there already stays what it is.
+    // Existing entries stay unchanged.
     if (name == "." || name == ".." || m_all.contains(path))
         return;
     m_all.insert(path);

@@ -8,22 +8,22 @@
 
 #include <utility>
 
-/// What names are made of that are text.
+/// Parts of names that are valid UTF-8.
 [[nodiscard]] QByteArrayList textPieces();
-/// Bytes that are no UTF-8: out of place, overlong, surrogates, beyond U+10FFFF, truncated.
+/// Parts that are not valid UTF-8: stray bytes, overlong forms, surrogates, beyond U+10FFFF, truncated.
 [[nodiscard]] QByteArrayList brokenPieces();
 
-/// A tree of hostile names and what a walk has to make of it, known byte by byte.
+/// Random files and folders with hostile names, and the files that a walk must find.
 class RandomTree
 {
 public:
-    /// Fills \a tree, the same way for the same \a seed.
+    /// Fills \a tree. The same \a seed gives the same names.
     RandomTree(const HostileTree &tree, quint32 seed);
 
-    /// Paths below the tree of the files that a walk yields, sorted.
+    /// Raw paths, relative to the tree, of the files that a walk must find, sorted.
     [[nodiscard]] QList<QByteArray> visibleFiles();
 
-    /// Files and folders that are met but left out because of their names.
+    /// Number of files and folders that a walk must skip because their names are not text.
     [[nodiscard]] int undecodable() const
     {
         return m_undecodable;
@@ -31,7 +31,7 @@ public:
 
 private:
     void fill(const QByteArray &folder, int level, bool isVisible);
-    /// A name, and whether it is text.
+    /// A name, and true if it is text.
     std::pair<QByteArray, bool> randomName();
     void add(const QByteArray &folder, const QByteArray &name, bool isText, bool isFolder, int level,
         bool isVisible);

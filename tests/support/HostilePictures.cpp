@@ -11,7 +11,7 @@ QByteArray bigEndian(quint32 number)
     return bytes;
 }
 
-/// The check sum that ends every chunk of a PNG.
+/// The checksum at the end of every PNG chunk.
 quint32 crc32(const QByteArray &bytes)
 {
     quint32 crc = 0xffffffff;
@@ -47,7 +47,7 @@ QByteArray pngWithoutPixels(const QSize &size)
 QByteArray blackPng(const QSize &size)
 {
     const qsizetype bytesPerRow = 1 + (size.width() + 7) / 8;
-    // What qCompress() puts in front of the stream is its own.
+    // qCompress() prefixes the stream with the size.
     const QByteArray pixels = qCompress(QByteArray(bytesPerRow * size.height(), '\0'), 1).mid(4);
     return pngStart(size, 1, 0) + pngChunk("IDAT", pixels) + pngChunk("IEND", {});
 }

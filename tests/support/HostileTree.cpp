@@ -33,7 +33,7 @@ QByteArray targetOf(int folder, const char *name)
     return target.left(length);
 }
 
-/// Calls \a visit with the folder, the name and the kind of each entry; takes the descriptor over.
+/// Calls \a visit with the folder, the name and the metadata of each entry. Closes the descriptor.
 template <typename Visit>
 void forEachEntry(int folder, Visit visit)
 {
@@ -73,7 +73,7 @@ void removeContents(int parent)
     });
 }
 
-/// Makes one folder and returns a descriptor of it in place of its parent's.
+/// Creates a folder; returns its descriptor and closes that of its parent.
 int enterNewFolder(int parent, const char *name)
 {
     const bool made = mkdirat(parent, name, S_IRWXU) == 0;
@@ -125,7 +125,7 @@ bool makeFolderWithRawName(const QString &folder, const QByteArray &name)
 
 HostileTree::~HostileTree() = default;
 
-// By the paths: no tree goes deeper than they reach, because writeDeepFile() makes none.
+// Paths suffice, because writeDeepFile() creates no deep trees here.
 DiskState HostileTree::state() const
 {
     DiskState state;
@@ -170,7 +170,7 @@ bool makeDevice(const QString &)
 HostileTree::HostileTree()
 {
     if (!m_folder.isValid())
-        qFatal("Cannot make a folder: %s", qPrintable(m_folder.errorString()));
+        qFatal("Cannot create a folder: %s", qPrintable(m_folder.errorString()));
 }
 
 QString HostileTree::path(const QString &name) const

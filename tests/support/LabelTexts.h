@@ -6,8 +6,7 @@
 #include <QObject>
 #include <QStringList>
 
-/// Notes the different texts that a label has shown, in order, as long as every change is made in a queued
-/// call.
+/// Records the texts of a label, in order, if every change happens in a queued call.
 class LabelTexts : public QObject
 {
 public:
@@ -17,7 +16,7 @@ public:
         QCoreApplication::instance()->installEventFilter(this);
     }
 
-    /// From the text at the first queued call to the present one.
+    /// The texts from the first queued call until now, without repetitions.
     [[nodiscard]] QStringList texts()
     {
         noteText();

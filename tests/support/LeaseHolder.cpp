@@ -13,8 +13,8 @@
 
 namespace {
 
-/// What the process does. It is a copy of the test's, so it calls nothing but the system. Says by a byte on
-/// \a answer whether it has the lease.
+/// The code of the forked process, which may only use system calls. Writes one byte to \a answer: 'y' if it
+/// holds the lease, 'n' otherwise.
 [[noreturn]] void holdLease(const char *path, const QByteArray &content, int answer)
 {
     sigset_t leaseSignal;

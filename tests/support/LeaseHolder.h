@@ -3,18 +3,18 @@
 #include <QByteArray>
 #include <QString>
 
-/// A process that holds a write lease on a file, as file servers do. As soon as somebody wants to open the
-/// file, it writes what it has kept back, and then gives the lease up.
+/// A process that holds a write lease on a file, as file servers do. When another process opens the file, it
+/// writes the pending content and then releases the lease.
 class LeaseHolder
 {
 public:
-    /// \a content replaces what the file at \a path holds.
+    /// \a content is written to the file at \a path before the lease is released.
     LeaseHolder(const QString &path, const QByteArray &content);
     /// Ends the process.
     ~LeaseHolder();
     Q_DISABLE_COPY_MOVE(LeaseHolder)
 
-    /// False where there are no leases.
+    /// False if the system does not support leases.
     [[nodiscard]] bool holdsLease() const
     {
         return m_holdsLease;

@@ -5,18 +5,18 @@
 
 #include <functional>
 
-/// Notices when a window shows its loading panel, and when a load takes the panel down.
+/// Detects when a window shows its loading panel and when a load closes the panel.
 ///
-/// A load of a category closes the panel (or its invisible stand-in) and then processes pending events: what
-/// is queued in onClosed runs in the middle of the load.
+/// A load of a category closes the panel, or a panel that was never shown, and then processes pending events.
+/// Calls that onClosed queues run in the middle of the load.
 class LoadingPanelEvents : public QObject
 {
 public:
     explicit LoadingPanelEvents(QWidget *window);
 
-    /// The panel has just become visible.
+    /// Called when the panel becomes visible.
     std::function<void(QWidget *panel)> onShown;
-    /// The panel, or a panel that was never shown, is being closed.
+    /// Called when the panel, or a panel that was never shown, is closed.
     std::function<void()> onClosed;
 
 protected:

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <QUrl>
 
-/// Catches the addresses that QDesktopServices would open on the desktop, while it lives.
+/// Records the URLs that QDesktopServices would open, during its lifetime.
 class OpenedUrls : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     explicit OpenedUrls(const QStringList &schemes);
     ~OpenedUrls() override;
 
-    /// In the order of opening.
+    /// The URLs in the order of opening.
     QList<QUrl> urls;
 
 public slots:

@@ -11,12 +11,14 @@ inline constexpr std::array typeBoxes{
 inline constexpr std::array skipBoxes{
     "chkSkipSystem", "chkSkipApps", "chkSkipHiddenFolder", "chkSkipDesktop"};
 
+/// The widget of the dialog with this object name.
 template <typename Widget = QCheckBox>
 Widget *child(const QWidget *dialog, const char *name)
 {
     return dialog->findChild<Widget *>(QLatin1StringView(name));
 }
 
+/// Sets the check boxes with these object names.
 template <typename Names>
 void checkAll(const QWidget *dialog, const Names &names, bool checked)
 {
@@ -24,7 +26,7 @@ void checkAll(const QWidget *dialog, const Names &names, bool checked)
         child(dialog, name)->setChecked(checked);
 }
 
-/// One character per type box and skip box, in the order of the arrays: "x" for a checked one.
+/// One character per type box and skip box in the order of the arrays: "x" if checked, "-" otherwise.
 inline QString checks(const QWidget *dialog)
 {
     QString text;

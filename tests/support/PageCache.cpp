@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Whether the first byte of an open file is in memory. To try and read it would fetch it.
-bool isInMemory(int file)
+/// True if the first byte of an open file is cached. Reading the byte would cache it.
+bool isCached(int file)
 {
     void *const page = mmap(nullptr, 1, PROT_READ, MAP_SHARED, file, 0);
     if (page == MAP_FAILED)
@@ -29,11 +29,11 @@ bool dropFromPageCache(const QString &path)
     const int file = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return false;
-    // Only what the disk has already can be taken away.
-    const bool left =
-        fsync(file) == 0 && posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED) == 0 && !isInMemory(file);
+    // Only data that is on the disk can be dropped.
+    const bool dropped =
+        fsync(file) == 0 && posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED) == 0 && !isCached(file);
     close(file);
-    return left;
+    return dropped;
 }
 
 #else

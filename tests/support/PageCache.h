@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// Takes the content of a file out of memory, so that whoever reads it next waits for the disk. False when it
-/// is still there, as some systems and file systems have it.
+/// Removes the content of a file from the page cache, so that the next read waits for the disk. False if the
+/// system or the file system does not support it.
 bool dropFromPageCache(const QString &path);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int patienceMilliseconds = 30'000;
 
-/// A task starts on the global pool and goes on on the threads of the scans, which wait for the pool's work.
+/// A scan starts on the global pool and continues on a scan thread, which waits for work of the pool.
 void waitForAllTasks()
 {
     QThreadPool::globalInstance()->waitForDone();

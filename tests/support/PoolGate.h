@@ -5,11 +5,10 @@
 #include <atomic>
 #include <memory>
 
-/// Holds the global thread pool back, so that a scan can be looked at in any of its stages for as long as it
-/// takes.
+/// Blocks the global thread pool until released, so that a test can inspect a stage of a scan.
 ///
-/// While it lives, the pool and the threads of the scans run their tasks one after the other in the order of
-/// their start, and none before the gate opens. Destroying it opens the gate for good.
+/// During its lifetime the pool and the scan threads run one task at a time, in the order of their start, and
+/// none before the gate opens. The destructor opens the gate.
 class PoolGate
 {
 public:
@@ -17,13 +16,13 @@ public:
     ~PoolGate();
     Q_DISABLE_COPY_MOVE(PoolGate)
 
-    /// Lets the tasks that wait now run to their end, and holds back those that are started later. No event
-    /// is processed meanwhile: what the tasks queue for the GUI thread is still to come.
+    /// Runs the tasks that are queued now and blocks later ones. Processes no events: calls that the tasks
+    /// queue for the GUI thread stay pending.
     void runQueuedTasks();
     void open();
 
-    /// Whether the gate has opened by itself, as it does after half a minute: whoever was held up by it, a
-    /// GUI thread that waits for the pool for instance, has to go on for the test to fail.
+    /// True if the gate has opened by itself after 30 seconds. Without this time limit, a test whose GUI
+    /// thread waits for the pool would hang instead of failing.
     [[nodiscard]] bool timedOut() const;
 
 private:
@@ -37,6 +36,6 @@ private:
 
     const int m_threads;
     const int m_scanThreads;
-    /// Shared with the task that blocks the pool, which may outlive the gate for an instant.
+    /// Shared with the task that blocks the pool, which may outlive this object briefly.
     std::shared_ptr<Lock> m_lock;
 };

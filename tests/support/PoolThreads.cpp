@@ -26,21 +26,21 @@ PoolSize::~PoolSize()
 
 void runOnPoolThreads(int copies, const std::function<void()> &task)
 {
-    // Not std::latch: MinGW's misses a wake-up now and then.
-    const auto there = std::make_shared<QSemaphore>();
+    // Not std::latch: that of MinGW sometimes misses a wake-up.
+    const auto arrived = std::make_shared<QSemaphore>();
     const auto started = std::make_shared<QSemaphore>();
     const auto returned = std::make_shared<QSemaphore>();
     for (int i = 0; i < copies; ++i) {
-        QThreadPool::globalInstance()->start([task, there, started, returned] {
-            there->release();
+        QThreadPool::globalInstance()->start([task, arrived, started, returned] {
+            arrived->release();
             started->acquire();
             task();
             returned->release();
         });
     }
     const auto timeout = static_cast<int>(std::chrono::milliseconds(patience).count());
-    const bool allThere = there->tryAcquire(copies, timeout);
+    const bool allArrived = arrived->tryAcquire(copies, timeout);
     started->release(copies);
-    if (!allThere || !returned->tryAcquire(copies, timeout))
+    if (!allArrived || !returned->tryAcquire(copies, timeout))
         qFatal("A task on the thread pool hangs");
 }

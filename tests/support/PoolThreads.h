@@ -17,7 +17,6 @@ private:
     const int m_before;
 };
 
-/// Runs \a task on \a copies threads of the global pool at the same time: none of them starts the task before
-/// all are there. Aborts the program when they do not all return within half a minute, for a thread that
-/// waits for ever would keep the program from ending as well.
+/// Runs \a task on \a copies threads of the global pool at the same time. Aborts the program if they do not
+/// all return within 30 seconds, because a hanging thread would also prevent the program from ending.
 void runOnPoolThreads(int copies, const std::function<void()> &task);

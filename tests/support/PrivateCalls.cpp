@@ -5,7 +5,7 @@
 
 namespace {
 
-// An explicit instantiation may name a private member, and so hand it out.
+// An explicit instantiation may name a private member: it defines a friend function that returns the member.
 
 using HideLoadingOverlay = void (MainWindow::*)();
 HideLoadingOverlay hideFunction();

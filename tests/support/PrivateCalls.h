@@ -5,10 +5,10 @@
 class MainWindow;
 struct Volume;
 
-// Functions of the window that no control calls with what a test has to hand in.
+// Private functions of the window that tests call with their own arguments.
 
-/// From any thread.
+/// Callable from any thread.
 void hideLoadingOverlay(MainWindow &window);
 
-/// Fills the start page's folder list as if the system had mounted \a volumes.
+/// Fills the folder list of the start page as if \a volumes were mounted.
 void listVolumes(MainWindow &window, const QList<Volume> &volumes);

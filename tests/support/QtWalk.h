@@ -3,7 +3,7 @@
 #include <QDirIterator>
 #include <QStringList>
 
-/// What Qt's own walk of \a folder yields, which is what a walk has to yield, in that order.
+/// The files below \a folder in the order of QDirIterator, which a walk must reproduce.
 inline QStringList filesByQt(const QString &folder)
 {
     QStringList files;

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QRandomGenerator>
 
-/// The same bytes for the same \a seed on every machine; no two positions are alike by plan.
+/// Pseudo-random bytes. The same \a seed gives the same bytes on every machine.
 inline QByteArray randomBytes(qsizetype size, quint32 seed)
 {
     QRandomGenerator random(seed);

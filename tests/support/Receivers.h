@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 
-/// Number of connections to a button's clicked().
+/// Number of connections to clicked() of a button.
 inline int clickedReceivers(const QAbstractButton *button)
 {
     // Makes a protected function of QObject accessible.

@@ -7,19 +7,21 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// What a test of the results page starts from, to inherit: a folder of its own and a window that scans it.
+/// Base of test classes of the results page: a temporary folder and a window that scans it.
 class ScannedFolder
 {
 protected:
-    /// Makes both anew: the folder is empty, the window shows its start page.
+    /// Creates an empty folder and a window that shows its start page.
     void reset();
 
     [[nodiscard]] QString path(const QString &name) const;
     QStringList write(const QStringList &names, const QByteArray &content) const;
     [[nodiscard]] QSet<QString> filesOnDisk() const;
+    /// Scans the folder; false on timeout.
     [[nodiscard]] bool scan();
 
     [[nodiscard]] QTreeWidgetItem *group(int index) const;
+    /// Number of loaded groups.
     [[nodiscard]] int groups() const;
 
     QScopedPointer<QTemporaryDir> m_folder;

@@ -20,19 +20,19 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-// The program's own functions go before those of the system's library.
+// Functions of the program take precedence over those of the C library.
 
 namespace {
 
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the system's functions have no owner.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the replaced functions have no object.
 QMutex mutex;
-QSemaphore answer;
+QSemaphore unblocked;
 QList<SimulatedDisk::Range> prefetched;
-/// How many entries were read of each folder.
+/// Number of entries read from each folder.
 std::map<const DIR *, qsizetype> entriesRead;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-/// An entry whose name may be longer than the type says.
+/// A directory entry with space for a name longer than dirent64 declares.
 struct LongEntry
 {
     alignas(dirent64) std::array<char, sizeof(dirent64) + 1024> bytes;
@@ -57,7 +57,7 @@ bool isNamed(int descriptor, const char *name)
     return ::readlink(link.c_str(), path.data(), path.size() - 1) > 0 && isNamed(path.data(), name);
 }
 
-/// The next of longFileNames(); null at the end.
+/// The next entry of longFileNames(); null at the end.
 dirent64 *nextLongName(DIR *stream)
 {
     thread_local LongEntry buffer;
@@ -87,7 +87,7 @@ QList<QByteArray> SimulatedDisk::longFileNames()
 
 void SimulatedDisk::unblock()
 {
-    answer.release();
+    unblocked.release();
 }
 
 QList<SimulatedDisk::Range> SimulatedDisk::takePrefetched()
@@ -96,7 +96,7 @@ QList<SimulatedDisk::Range> SimulatedDisk::takePrefetched()
     return std::exchange(prefetched, {});
 }
 
-// The C library's own parameter names are reserved.
+// The parameter names of the C library are reserved.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 
 extern "C" dirent64 *readdir64(DIR *stream)
@@ -112,8 +112,8 @@ extern "C" dirent64 *readdir64(DIR *stream)
         }
     }
     if (isNamed(folder, SimulatedDisk::blocked)) {
-        answer.acquire();
-        answer.release();
+        unblocked.acquire();
+        unblocked.release();
     }
     dirent64 *const entry = systemFunction<decltype(readdir64)>("readdir64")(stream);
     if (entry && isNamed(folder, SimulatedDisk::unknownTypes))

@@ -1,6 +1,6 @@
 #pragma once
 
-/// How many times as long as usual the program may take: a sanitizer looks at every access to memory.
+/// Factor for time limits: sanitizers check every memory access.
 #if defined(__SANITIZE_THREAD__)
 inline constexpr int slowdown = 10;
 #elif defined(__SANITIZE_ADDRESS__)

@@ -28,7 +28,7 @@ bool makeSocket(const QString &path)
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, name.constData(), static_cast<std::size_t>(name.size()));
     const int server = socket(AF_UNIX, SOCK_STREAM, 0);
-    // The bound name stays when the server is closed.
+    // The name remains after the socket is closed.
     const bool bound =
         server >= 0 && bind(server, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
     if (server >= 0)

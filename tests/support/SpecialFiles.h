@@ -3,17 +3,17 @@
 #include <QByteArray>
 #include <QString>
 
-// Entries of a folder that not every system knows. Those that make one return whether it is there afterwards.
+// Entries that not every system supports. All functions return false on failure.
 
-/// Makes a named pipe that nobody has opened.
+/// Creates a named pipe that no process has open.
 bool makePipe(const QString &path);
-/// Makes the socket of a server that is not running.
+/// Creates the socket of a server that is not running.
 bool makeSocket(const QString &path);
-/// Makes a symbolic link to \a target, which is taken as it is and need not exist.
+/// Creates a symbolic link to \a target, which need not exist.
 bool makeLink(const QString &target, const QString &path);
-/// Makes \a path one more name of the file \a existing.
+/// Creates a hard link \a path to the file \a existing.
 bool makeHardLink(const QString &existing, const QString &path);
-/// Writes a file whose name is these bytes, whether they make sense as text or not.
+/// Writes a file whose name consists of these bytes, which need not be text.
 bool writeFileWithRawName(const QString &folder, const QByteArray &name, const QByteArray &content);
-/// Removes such a file, which a QTemporaryDir cannot; true when it is gone.
+/// Removes a file that QTemporaryDir cannot remove because of its name.
 bool removeFileWithRawName(const QString &folder, const QByteArray &name);

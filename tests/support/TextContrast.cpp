@@ -20,11 +20,11 @@
 
 namespace {
 
-constexpr int magnification = 4;    // the strokes of letters get pixels of the pure colour
-constexpr double sameSurface = 1.1; // contrast inside a gradient or of a shaded panel
-constexpr int mostEdgePixels = 40;  // fewer pixels of one colour are the edge of a letter
+constexpr int magnification = 4;    // makes letters contain pixels of the text colour
+constexpr double sameSurface = 1.1; // contrast within a gradient or a shaded panel
+constexpr int mostEdgePixels = 40;  // pixels of one colour at the edges of letters
 
-struct Place
+struct TextArea
 {
     QString name;
     QRect rect; ///< in the window
@@ -56,8 +56,8 @@ QRgb mostFrequent(const QHash<QRgb, int> &counts, std::optional<QRgb> except = {
     return best;
 }
 
-/// Takes each line's most frequent colour for what is behind the text: gradients run from top to bottom.
-ShownText measure(const Place &place, const QImage &picture)
+/// The most frequent colour of each line of pixels is the background: gradients run from top to bottom.
+ShownText measure(const TextArea &area, const QImage &picture)
 {
     QList<QHash<QRgb, int>> lines;
     QHash<QRgb, int> letters;
@@ -73,9 +73,9 @@ ShownText measure(const Place &place, const QImage &picture)
         lines.append(counts);
     }
     const QRgb text = mostFrequent(letters);
-    ShownText shown{place.name, QColor(text), QColor(text), 21, place.enabled};
+    ShownText shown{area.name, QColor(text), QColor(text), 21, area.enabled};
     if (letters.value(text) < mostEdgePixels)
-        return {place.name, {}, {}, 1, place.enabled}; // nothing can be seen
+        return {area.name, {}, {}, 1, area.enabled}; // no visible text
     for (const QHash<QRgb, int> &counts : lines) {
         const QColor background(mostFrequent(counts, text));
         const double contrast = contrastRatio(QColor(text), background);
@@ -110,47 +110,47 @@ QRect textRect(const QComboBox &box)
     return box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
 }
 
-/// A row's name, without arrow, check box and thumbnail.
-void addRows(const QTreeWidget &tree, const QPoint &origin, QList<Place> &places)
+/// Adds the names of the rows, without arrow, check box and thumbnail.
+void addRows(const QTreeWidget &tree, const QPoint &origin, QList<TextArea> &areas)
 {
     for (QTreeWidgetItem *item = tree.topLevelItem(0); item; item = tree.itemBelow(item)) {
         const QRect rect = tree.visualItemRect(item) & tree.viewport()->rect();
         if (rect.height() < 20)
             continue;
         const int left = item->parent() ? 80 : 45;
-        places.append({item->text(0), rect.adjusted(left, 0, 0, 0).translated(origin), !item->isDisabled()});
+        areas.append({item->text(0), rect.adjusted(left, 0, 0, 0).translated(origin), !item->isDisabled()});
     }
 }
 
-QList<Place> placesOf(QWidget &widget, const QWidget &window)
+QList<TextArea> textAreasOf(QWidget &widget, const QWidget &window)
 {
     const QPoint origin = widget.mapTo(&window, QPoint());
-    const auto place = [&](const QRect &rect) {
+    const auto area = [&](const QRect &rect) {
         const QString text = widget.property("text").toString();
         const QString name = widget.objectName().isEmpty() ? text : widget.objectName();
-        return QList<Place>{{name, rect.translated(origin), widget.isEnabled()}};
+        return QList<TextArea>{{name, rect.translated(origin), widget.isEnabled()}};
     };
-    QList<Place> places;
+    QList<TextArea> areas;
     if (const auto *const label = qobject_cast<QLabel *>(&widget); label && !label->text().isEmpty())
-        return place(label->contentsRect());
+        return area(label->contentsRect());
     if (const auto *const button = qobject_cast<QAbstractButton *>(&widget);
-        button && std::ranges::any_of(button->text(), isLetter)) // an emoji has colours of its own
-        return place(textRect(*button));
+        button && std::ranges::any_of(button->text(), isLetter)) // an emoji has its own colours
+        return area(textRect(*button));
     if (const auto *const edit = qobject_cast<QLineEdit *>(&widget); edit && !edit->displayText().isEmpty())
-        return place(edit->rect().adjusted(2, 2, -2, -2));
+        return area(edit->rect().adjusted(2, 2, -2, -2));
     if (const auto *const box = qobject_cast<QComboBox *>(&widget))
-        return place(textRect(*box));
+        return area(textRect(*box));
     if (const auto *const bar = qobject_cast<QProgressBar *>(&widget))
-        return place(QRect(bar->width() / 2 - 16, 3, 32, bar->height() - 6));
+        return area(QRect(bar->width() / 2 - 16, 3, 32, bar->height() - 6));
     if (const auto *const menu = qobject_cast<QMenu *>(&widget)) {
         const QList<QAction *> actions = menu->actions();
         for (QAction *action : actions)
-            places.append(
+            areas.append(
                 {action->text(), menu->actionGeometry(action).translated(origin), action->isEnabled()});
     }
     if (const auto *const tree = qobject_cast<QTreeWidget *>(&widget))
-        addRows(*tree, tree->viewport()->mapTo(&window, QPoint()), places);
-    return places;
+        addRows(*tree, tree->viewport()->mapTo(&window, QPoint()), areas);
+    return areas;
 }
 
 } // namespace
@@ -166,7 +166,7 @@ QList<ShownText> shownTexts(QWidget &window)
 {
     QImage picture(window.size() * magnification, QImage::Format_RGB32);
     picture.setDevicePixelRatio(magnification);
-    picture.fill(Qt::black); // what X11 shows where nothing is painted
+    picture.fill(Qt::black); // what X11 shows in unpainted areas
     window.render(&picture);
 
     QList<ShownText> texts;
@@ -175,10 +175,10 @@ QList<ShownText> shownTexts(QWidget &window)
     for (QWidget *widget : std::as_const(widgets)) {
         if (!widget->isVisible() || widget->window() != &window)
             continue;
-        for (const Place &place : placesOf(*widget, window)) {
-            const QRect rect = place.rect & window.rect();
+        for (const TextArea &area : textAreasOf(*widget, window)) {
+            const QRect rect = area.rect & window.rect();
             texts.append(measure(
-                place, picture.copy(QRect(rect.topLeft() * magnification, rect.size() * magnification))));
+                area, picture.copy(QRect(rect.topLeft() * magnification, rect.size() * magnification))));
         }
     }
     return texts;

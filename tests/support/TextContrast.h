@@ -6,12 +6,12 @@
 
 class QWidget;
 
-/// A text that a window shows, and how well it stands out.
+/// A visible text of a window and its contrast.
 struct ShownText
 {
-    QString name; ///< object name of its widget, or the text itself where there is none
+    QString name; ///< object name of its widget, or the text if the widget has no name
     QColor color;
-    QColor background; ///< the one behind it from which it stands out least
+    QColor background; ///< the background colour with the least contrast
     double contrast;   ///< contrast ratio of WCAG 2.1, 1 to 21
     bool enabled;
 };

@@ -43,7 +43,7 @@ void setPermissions(const QString &path, QFile::Permissions permissions)
     if (!set)
         qFatal("Cannot set the permissions of %s", qPrintable(path));
 #else
-    Q_UNUSED(set) // there are fewer of them, and none that keeps its owner from reading
+    Q_UNUSED(set) // Windows has no permission that denies read access to the owner.
 #endif
 }
 

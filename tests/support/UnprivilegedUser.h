@@ -4,10 +4,10 @@
 
 class QString;
 
-/// Makes this process an ordinary user for its lifetime when root runs it, so that permissions count.
+/// Drops the root privileges of the process during its lifetime, so that permissions apply.
 ///
-/// That user owns nothing: what it is to reach has to be open to everybody. Where the process may not change
-/// its user nothing happens, so a test has to see for itself that it is kept out.
+/// The process runs as a user that owns no file, so tests must make their files accessible to all users. Does
+/// nothing if the process may not change its user: a test must check that access is denied.
 class UnprivilegedUser
 {
 public:
@@ -19,9 +19,9 @@ private:
     const bool m_changed;
 };
 
-/// Lets every user read and search the folder, and only its owner change it.
+/// Lets every user read the folder and only its owner change it.
 void allowAccess(const QString &folder);
-/// Lets every user read and search the folder, and nobody but root change it.
+/// Lets every user read the folder and only root change it.
 void allowReadingOnly(const QString &folder);
-/// Takes every permission off the file or folder.
+/// Removes every permission of the file or folder.
 void denyAccess(const QString &path);

@@ -18,10 +18,11 @@ constexpr int debuggerMilliseconds = 60'000;
 void writeStacks()
 {
 #ifdef Q_OS_LINUX
-    // The debugger is a child of this process, which it could not look into otherwise.
+    // Allows the debugger, a child of this process, to attach to it.
     ::prctl(PR_SET_PTRACER, PR_SET_PTRACER_ANY, 0, 0, 0);
 #endif
-    // Stops this thread too, so no time limit here would help against the backtrace of an endless recursion.
+    // gdb stops this thread as well, so only a limit on the frames ends the backtrace of an infinite
+    // recursion.
     QProcess debugger;
     debugger.setProcessChannelMode(QProcess::MergedChannels);
     debugger.start(
@@ -29,11 +30,11 @@ void writeStacks()
                                    QString::number(QCoreApplication::applicationPid()), QStringLiteral("-ex"),
                                    QStringLiteral("thread apply all backtrace 60")});
     if (!debugger.waitForStarted()) {
-        std::fputs("gdb is missing: nothing can show the stacks of the threads.\n", stderr);
+        std::fputs("gdb is not installed, so the stacks of the threads cannot be shown.\n", stderr);
         return;
     }
     if (!debugger.waitForFinished(debuggerMilliseconds))
-        std::fputs("gdb did not come to an end; this is what it has shown so far.\n", stderr);
+        std::fputs("gdb did not finish. Its output so far:\n", stderr);
     std::fputs(debugger.readAll().constData(), stderr);
 }
 
@@ -42,7 +43,7 @@ void writeStacks()
 Watchdog::Watchdog(qint64 patienceMilliseconds)
     : m_patience(patienceMilliseconds)
 {
-    m_sinceSign.start();
+    m_sinceAlive.start();
     start();
 }
 
@@ -59,7 +60,7 @@ Watchdog::~Watchdog()
 void Watchdog::alive(const QString &doing)
 {
     const QMutexLocker locker(&m_mutex);
-    m_sinceSign.restart();
+    m_sinceAlive.restart();
     m_doing = doing;
 }
 
@@ -67,12 +68,12 @@ void Watchdog::run()
 {
     QMutexLocker locker(&m_mutex);
     while (!m_ending) {
-        const qint64 left = m_patience - m_sinceSign.elapsed();
+        const qint64 left = m_patience - m_sinceAlive.elapsed();
         if (left <= 0) {
-            std::fprintf(stderr, "No sign of life for %lld ms; the last was: %s\n",
+            std::fprintf(stderr, "No call of alive() for %lld ms. The last one: %s\n",
                 static_cast<long long>(m_patience), qPrintable(m_doing));
             writeStacks();
-            // Not into the test framework's handler, which would look for the stacks once more.
+            // Skips the handler of the test framework, which would print the stacks again.
             std::signal(SIGABRT, SIG_DFL);
             std::abort();
         }

@@ -6,16 +6,16 @@
 #include <QThread>
 #include <QWaitCondition>
 
-/// Aborts the program when a thread that has to give signs of life stops doing so, and writes the stacks of
-/// all threads to the standard error output first, where a debugger is installed.
+/// Aborts the program if a thread stops calling alive(). First prints the stacks of all threads to standard
+/// error if gdb is installed.
 class Watchdog : public QThread
 {
 public:
-    /// Waits at most \a patienceMilliseconds from one sign of life to the next.
+    /// \a patienceMilliseconds is the maximum time between two calls of alive().
     explicit Watchdog(qint64 patienceMilliseconds);
     ~Watchdog() override;
 
-    /// A sign of life. \a doing is written out should it have been the last.
+    /// Resets the time limit. \a doing is printed if no call follows in time.
     void alive(const QString &doing);
 
 protected:
@@ -25,7 +25,7 @@ private:
     const qint64 m_patience;
     QMutex m_mutex;
     QWaitCondition m_wake;
-    QElapsedTimer m_sinceSign;
+    QElapsedTimer m_sinceAlive;
     QString m_doing;
     bool m_ending = false;
 };

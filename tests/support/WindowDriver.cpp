@@ -99,7 +99,7 @@ void WindowDriver::removeAllFolders()
 {
     auto *const list = find<QListWidget>("listScanFolders");
     while (list->count() > 0) {
-        // Those that listFolders() has added have no button.
+        // Rows added by listFolders() have no button.
         if (auto *const button = list->itemWidget(list->item(0))->findChild<QPushButton *>())
             button->click();
         else
@@ -129,7 +129,7 @@ void WindowDriver::listFolders(const QStringList &paths)
 {
     removeAllFolders();
     auto *const list = find<QListWidget>("listScanFolders");
-    // The scan takes the text of a row's first label for the path.
+    // The scan reads the path from the first label of a row.
     for (const QString &path : paths) {
         auto *const item = new QListWidgetItem(list);
         auto *const row = new QWidget;

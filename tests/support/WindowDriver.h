@@ -21,15 +21,15 @@ struct ShownBox
     friend bool operator==(const ShownBox &, const ShownBox &) = default;
 };
 
-/// The box that Delete ends with.
+/// The message box after a deletion.
 [[nodiscard]] ShownBox deletionBox(int files, int failed);
 
-/// Has \a timers time out at once.
+/// Makes \a timers time out now.
 void fire(const QList<QTimer *> &timers);
 
-/// Works the real window the way a person does, finding every control by its object name.
+/// Drives the real window as a user would. Finds controls by their object names.
 ///
-/// Functions that wait return false when the awaited did not happen within their time limit.
+/// Functions that wait return false on timeout.
 class WindowDriver
 {
 public:
@@ -40,7 +40,7 @@ public:
         return m_window;
     }
 
-    /// The control with this object name; aborts the program when there is none.
+    /// The control with this object name; aborts the program if there is none.
     template <typename Widget = QWidget>
     [[nodiscard]] Widget *find(const char *name)
     {
@@ -51,39 +51,39 @@ public:
     }
 
     void click(const char *buttonName);
-    /// Calls a slot of the window that no control reaches directly.
+    /// Calls a slot of the window that no control triggers directly.
     void callSlot(const char *slotName);
-    /// The window's timers with this interval.
+    /// The timers of the window with this interval.
     [[nodiscard]] QList<QTimer *> timers(int milliseconds);
 
     [[nodiscard]] QTreeWidget *tree();
     [[nodiscard]] QString labelText(const char *name);
-    /// Object name of the page that is shown.
+    /// Object name of the current page.
     [[nodiscard]] QString page();
 
-    /// The places to scan, read from the rows as the scan reads them.
+    /// The listed folders, read from the rows as the scan reads them.
     [[nodiscard]] QStringList folders();
-    /// Removes every place with its own delete button.
+    /// Removes every folder with its delete button.
     void removeAllFolders();
-    /// Adds a place with the Add button and the folder dialog.
+    /// Adds a folder with the Add button and the folder dialog.
     void addFolder(const QString &path);
-    /// Makes \a paths the only places to scan.
+    /// Replaces the listed folders by \a paths, with the folder dialog.
     void setFolders(const QStringList &paths);
-    /// The same without a dialog for each of them, for tests that need many windows or places.
+    /// Like setFolders(), but without dialogs: faster for many windows or folders.
     void listFolders(const QStringList &paths);
 
-    /// Opens the scan options, lets \a choose change them and closes the dialog with OK.
+    /// Opens the scan options, calls \a choose with the dialog and closes it with OK.
     void chooseOptions(const std::function<void(QWidget *dialog)> &choose);
 
-    /// Presses Scan and waits for the first rows of the results page.
+    /// Starts a scan and waits for its first rows; see waitForResults().
     bool scan(int milliseconds = 30'000);
-    /// Waits until a delivered result has its first rows (or the row that says there are none).
+    /// Waits until the results page shows the first rows, or the row "No duplicate files".
     bool waitForResults(int milliseconds = 30'000);
 
-    /// Puts every group of the shown category into the tree, batch by batch.
+    /// Loads all groups of the shown category, batch by batch.
     void loadAllBatches();
 
-    /// The same as a hand on the scroll bar does, the window laying its rows out in between.
+    /// Loads all groups by scrolling to the end again and again, as a user would.
     void scrollToTheEnd();
 
     /// Texts of the group rows.
@@ -94,16 +94,18 @@ public:
     [[nodiscard]] QStringList checkedPaths();
     /// The first loaded file row with this path, or null.
     [[nodiscard]] QTreeWidgetItem *fileRow(const QString &path);
+    /// Sets the check box of the first row with this path.
     void check(const QString &path, bool checked = true);
-    /// Gives every loaded file row the same state.
+    /// Sets the check boxes of all loaded file rows.
     void checkAll(bool checked);
 
-    /// Presses a button and closes the message boxes that it brings up; returns them.
+    /// Clicks a button and closes the message boxes that it opens; returns them.
     QList<ShownBox> clickAndCloseBoxes(const char *buttonName);
 
 private:
     MainWindow m_window;
 };
 
-/// Runs \a action while every modal dialog that comes up is handed to \a handle, which has to close it.
+/// Runs \a action and calls \a handle with every modal dialog that opens. \a handle must close the dialog, or
+/// it is called again.
 void withModalDialogs(const std::function<void()> &action, const std::function<void(QWidget *)> &handle);

@@ -24,8 +24,9 @@ void reportWindow()
 
 } // namespace
 
-/// Looks into a program from within: once its event loop runs, prints whether its window is shown and which
-/// folders it lists, and ends it. Loaded with "-plugin windowreport".
+/// Plugin that prints whether the window is visible and which folders it lists, then ends the program. Loaded
+/// with
+/// "-plugin windowreport".
 class WindowReport : public QGenericPlugin
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
-/// Looks for duplicates among the files named on the command line and prints how many have a copy: the
-/// analysis alone, to be watched from outside.
+/// Runs the analysis on the files given as arguments and prints how many have a copy. A test traces its
+/// system calls.
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);

@@ -1,5 +1,5 @@
-// Preloaded into a program: a disk that never answers when the file or folder is opened whose name the
-// environment gives, like a network drive whose server is gone.
+// Library to preload into a program. Opening the file or folder with the name $QUILLORY_HANGING_NAME never
+// returns, as on a network drive whose server is gone.
 
 #include <cstdarg>
 #include <cstdlib>
@@ -20,8 +20,8 @@ const char *variable(const char *name)
     return value ? value : "";
 }
 
-/// Never returns if \a path has the name that does not answer. Creates a file to say that it was reached.
-void answerOrHang(const char *path)
+/// Never returns if \a path has the hanging name. First creates the file $QUILLORY_HANG_REACHED.
+void hangIfNamed(const char *path)
 {
     const std::string_view hangingName = variable("QUILLORY_HANGING_NAME");
     const std::string_view opened = path;
@@ -32,7 +32,7 @@ void answerOrHang(const char *path)
         ::pause();
 }
 
-/// The function that the one with this \a name here stands in front of.
+/// The function of the C library that the function \a name in this file replaces.
 template <typename Function>
 Function next(const char *name)
 {
@@ -41,7 +41,7 @@ Function next(const char *name)
 
 int openOrHang(const char *function, const char *path, int flags, va_list arguments)
 {
-    answerOrHang(path);
+    hangIfNamed(path);
     const bool hasMode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
     const mode_t mode = hasMode ? va_arg(arguments, mode_t) : 0;
     return next<int (*)(const char *, int, ...)>(function)(path, flags, mode);
@@ -49,12 +49,13 @@ int openOrHang(const char *function, const char *path, int flags, va_list argume
 
 } // namespace
 
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's names are reserved.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the parameter names of the C library are
+// reserved.
 extern "C" {
 
 DIR *opendir(const char *path)
 {
-    answerOrHang(path);
+    hangIfNamed(path);
     return next<DIR *(*)(const char *)>("opendir")(path);
 }
 

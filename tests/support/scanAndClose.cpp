@@ -12,7 +12,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Closes the window the way a window manager does; the event loop then has no reason to go on.
+/// Closes the window as a window manager does, which ends the event loop.
 void closeWindow(WindowDriver &driver)
 {
     std::puts("closing");
@@ -20,13 +20,13 @@ void closeWindow(WindowDriver &driver)
     driver.window().close();
 }
 
-/// The program, which scans a folder and closes its window by itself:
+/// Scans a folder and closes its own window:
 ///
 ///     scan_and_close FOLDER TIMES start|analysis|results|FILE MILLISECONDS
 ///
-/// lists FOLDER as often as TIMES says, presses Scan, and closes the window so long after that, after the
-/// analysis has begun, after the results page has come up or after FILE has come into being. Writes "closing"
-/// to the standard output at that moment.
+/// Lists FOLDER TIMES times and starts a scan. Closes the window MILLISECONDS after the start of the scan,
+/// the start of the analysis, the appearance of the results page or the creation of FILE. Prints "closing" at
+/// that moment.
 int run(int argc, char **argv)
 {
     const QApplication application(argc, argv);

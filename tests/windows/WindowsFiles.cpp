@@ -13,7 +13,7 @@ std::wstring nativePath(const QString &path)
     return QDir::toNativeSeparators(path).toStdWString();
 }
 
-/// A path that Windows takes as it is.
+/// A path that Windows does not normalise.
 std::wstring exactPath(const QString &folder, const QString &name)
 {
     return L"\\\\?\\" + nativePath(QDir(folder).absolutePath() + u'/') + name.toStdWString();

@@ -3,23 +3,23 @@
 #include <QByteArray>
 #include <QString>
 
-/// Whether this is Wine, which does not do everything as Windows does.
+/// True under Wine, which differs from Windows in some details.
 [[nodiscard]] bool runsUnderWine();
 
-/// Sets or clears the read-only attribute, as the Properties dialog of the Explorer does.
+/// Sets or clears the read-only attribute, as the Properties dialog of Explorer does.
 void setReadOnly(const QString &path, bool readOnly);
 
-/// Writes a file whose name Windows takes as it is, which it otherwise does not: dots and blanks at its end,
-/// or the name of a device. False when that cannot be.
+/// Writes a file whose name Windows would otherwise change: with dots or blanks at its end, or with the name
+/// of a device. False on failure.
 [[nodiscard]] bool writeFileWithExactName(
     const QString &folder, const QString &name, const QByteArray &content);
-/// Removes such a file.
+/// Removes a file written by writeFileWithExactName(); false on failure.
 bool removeFileWithExactName(const QString &folder, const QString &name);
 
-/// What another program that has a file open lets others do with it.
+/// What a program that has a file open allows others to do with it.
 enum class Sharing { Nothing, Reading };
 
-/// A file that another program holds open, as long as this lives.
+/// Holds a file open during its lifetime, as another program would.
 class OpenFile
 {
 public:

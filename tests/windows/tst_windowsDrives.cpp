@@ -12,18 +12,18 @@
 
 #include <algorithm>
 
-/// Drives as the places to scan, and the rules that keep a scan out of the folders of Windows.
+/// Drives as folders to scan, and the rules that skip the folders of Windows.
 class tst_windowsDrives : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void rootsAreListed();
-    void secondDriveIsListed();
-    void skipRuleKeepsScanOutOfFolder_data();
-    void skipRuleKeepsScanOutOfFolder();
-    void skipSystemKeepsScanOfDriveOutOfWindowsFolder_data();
-    void skipSystemKeepsScanOfDriveOutOfWindowsFolder();
+    void listsTheRoots();
+    void listsTheSecondDrive();
+    void skipsTheFolderOfARule_data();
+    void skipsTheFolderOfARule();
+    void skipsTheWindowsFolderInAScanOfTheDrive_data();
+    void skipsTheWindowsFolderInAScanOfTheDrive();
 };
 
 namespace {
@@ -42,7 +42,7 @@ void chooseSkipRule(WindowDriver &driver, const QString &ruleBox)
         });
 }
 
-/// Two equal archives in a new folder below \a parent; invalid when Windows lets nobody write there.
+/// Writes two equal archives to a new folder below \a parent; invalid if Windows denies access.
 class PlantedPair
 {
 public:
@@ -64,7 +64,7 @@ public:
     {
         return m_folder.path();
     }
-    /// How many of \a paths are of the pair.
+    /// Number of \a paths that belong to the pair.
     [[nodiscard]] qsizetype countIn(const QStringList &paths) const
     {
         return std::count_if(paths.cbegin(), paths.cend(), [this](const QString &path) {
@@ -78,7 +78,7 @@ private:
 
 } // namespace
 
-void tst_windowsDrives::rootsAreListed()
+void tst_windowsDrives::listsTheRoots()
 {
     WindowDriver driver;
     const QStringList folders = driver.folders();
@@ -90,16 +90,16 @@ void tst_windowsDrives::rootsAreListed()
     }
 }
 
-void tst_windowsDrives::secondDriveIsListed()
+void tst_windowsDrives::listsTheSecondDrive()
 {
     const QString drive = qEnvironmentVariable("QUILLORY_TEST_SECOND_DRIVE");
     if (drive.isEmpty())
-        QSKIP("QUILLORY_TEST_SECOND_DRIVE names no second drive of this machine, such as D:/");
+        QSKIP("QUILLORY_TEST_SECOND_DRIVE is not set to a second drive, such as D:/");
     WindowDriver driver;
     QVERIFY(driver.folders().contains(drive));
 }
 
-void tst_windowsDrives::skipRuleKeepsScanOutOfFolder_data()
+void tst_windowsDrives::skipsTheFolderOfARule_data()
 {
     QTest::addColumn<QString>("parent");
     QTest::addColumn<QString>("rule");
@@ -122,7 +122,7 @@ void tst_windowsDrives::skipRuleKeepsScanOutOfFolder_data()
     QTest::newRow("desktop without the rule") << desktop << skipSystem << false;
 }
 
-void tst_windowsDrives::skipRuleKeepsScanOutOfFolder()
+void tst_windowsDrives::skipsTheFolderOfARule()
 {
     QFETCH(const QString, parent);
     QFETCH(const QString, rule);
@@ -130,7 +130,7 @@ void tst_windowsDrives::skipRuleKeepsScanOutOfFolder()
     const PlantedPair inside(parent);
     const PlantedPair outside(QDir::tempPath());
     if (!inside.isValid())
-        QSKIP("Windows lets only administrators write there");
+        QSKIP("Only administrators may write to this folder");
 
     WindowDriver driver;
     driver.setFolders({inside.folder(), outside.folder()});
@@ -140,7 +140,7 @@ void tst_windowsDrives::skipRuleKeepsScanOutOfFolder()
     QCOMPARE(outside.countIn(driver.filePaths()), 2);
 }
 
-void tst_windowsDrives::skipSystemKeepsScanOfDriveOutOfWindowsFolder_data()
+void tst_windowsDrives::skipsTheWindowsFolderInAScanOfTheDrive_data()
 {
     QTest::addColumn<QString>("rule");
     QTest::addColumn<bool>("skipped");
@@ -149,10 +149,10 @@ void tst_windowsDrives::skipSystemKeepsScanOfDriveOutOfWindowsFolder_data()
     QTest::newRow("rule off") << QString() << false;
 }
 
-void tst_windowsDrives::skipSystemKeepsScanOfDriveOutOfWindowsFolder()
+void tst_windowsDrives::skipsTheWindowsFolderInAScanOfTheDrive()
 {
     if (!runsUnderWine() && qEnvironmentVariableIsEmpty("QUILLORY_TEST_WHOLE_DRIVE"))
-        QSKIP("A real system drive takes minutes; set QUILLORY_TEST_WHOLE_DRIVE=1 to scan it");
+        QSKIP("Scanning a real system drive takes minutes; set QUILLORY_TEST_WHOLE_DRIVE=1 to do it");
     QFETCH(const QString, rule);
     QFETCH(const bool, skipped);
     const PlantedPair inside(QStringLiteral("C:/Windows/Temp"));

@@ -7,21 +7,21 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Names that a program of the narrow or of the short kind would lose: found, shown and deleted like others.
+/// Long names and names outside Latin-1 are found, shown and deleted like others.
 class tst_windowsFileNames : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void areFoundShownAndDeleted_data();
-    void areFoundShownAndDeleted();
-    void areLeftOutWhenTheyLeadElsewhere_data();
-    void areLeftOutWhenTheyLeadElsewhere();
+    void findsShowsAndDeletesFiles_data();
+    void findsShowsAndDeletesFiles();
+    void skipsNamesThatLeadToAnotherFile_data();
+    void skipsNamesThatLeadToAnotherFile();
 };
 
 namespace {
 
-/// A relative path of folders, longer than the 260 characters that old programs stop at.
+/// A relative path of folders longer than 260 characters, the limit of the old Windows functions.
 QString deepFolders()
 {
     return QStringList(8, QString(50, u'd')).join(u'/');
@@ -29,31 +29,31 @@ QString deepFolders()
 
 } // namespace
 
-void tst_windowsFileNames::areFoundShownAndDeleted_data()
+void tst_windowsFileNames::findsShowsAndDeletesFiles_data()
 {
     QTest::addColumn<QString>("name");
 
     QTest::newRow("path of 400 characters") << deepFolders() + QStringLiteral("/photo.jpg");
     QTest::newRow("name of 240 characters") << QString(236, u'n') + QStringLiteral(".txt");
-    QTest::newRow("long and not Latin") << deepFolders() + QStringLiteral("/照片.jpg");
+    QTest::newRow("long and Chinese") << deepFolders() + QStringLiteral("/照片.jpg");
     QTest::newRow("Cyrillic") << QStringLiteral("отпуск/Фотография.jpg");
     QTest::newRow("Chinese") << QStringLiteral("照片/生日.jpg");
     QTest::newRow("Arabic, right to left") << QStringLiteral("صور/عيد ميلاد.jpg");
     QTest::newRow("Devanagari") << QStringLiteral("चित्र/जन्मदिन.jpg");
-    QTest::newRow("beyond 16 bits") << QStringLiteral("\U0001F4C1/\U0001F382\U0001F389.jpg");
+    QTest::newRow("surrogate pairs") << QStringLiteral("\U0001F4C1/\U0001F382\U0001F389.jpg");
     QTest::newRow("combining accents") << QStringLiteral("e\u0301te\u0301.jpg");
     QTest::newRow("capital suffix") << QStringLiteral("PHOTO.JPG");
     QTest::newRow("placeholder") << QStringLiteral("100%1 %2.txt");
 }
 
-void tst_windowsFileNames::areFoundShownAndDeleted()
+void tst_windowsFileNames::findsShowsAndDeletesFiles()
 {
     QFETCH(const QString, name);
     const QTemporaryDir folder;
     const QString original = folder.filePath(QStringLiteral("original/") + name);
     const QString copy = folder.filePath(QStringLiteral("copy/") + name);
-    writeFile(original, "twice");
-    writeFile(copy, "twice");
+    writeFile(original, "content");
+    writeFile(copy, "content");
 
     WindowDriver driver;
     driver.setFolders({folder.path()});
@@ -68,9 +68,9 @@ void tst_windowsFileNames::areFoundShownAndDeleted()
     QCOMPARE(QFile::exists(original) + QFile::exists(copy), 1);
 }
 
-void tst_windowsFileNames::areLeftOutWhenTheyLeadElsewhere_data()
+void tst_windowsFileNames::skipsNamesThatLeadToAnotherFile_data()
 {
-    QTest::addColumn<QString>("plainTwin");
+    QTest::addColumn<QString>("otherName");
     QTest::addColumn<QString>("name");
 
     QTest::newRow("dot at the end") << QStringLiteral("stop") << QStringLiteral("stop.");
@@ -80,18 +80,18 @@ void tst_windowsFileNames::areLeftOutWhenTheyLeadElsewhere_data()
     QTest::newRow("unpaired surrogate") << QStringLiteral("plain.txt") << QString(QChar(0xD83D));
 }
 
-/// By its path such a file would be read, shown and deleted as its plain twin.
-void tst_windowsFileNames::areLeftOutWhenTheyLeadElsewhere()
+/// The path of such a file leads to another file, which the program would read, show and delete instead.
+void tst_windowsFileNames::skipsNamesThatLeadToAnotherFile()
 {
-    QFETCH(const QString, plainTwin);
+    QFETCH(const QString, otherName);
     QFETCH(const QString, name);
     const QTemporaryDir folder;
-    writeFile(folder.filePath(plainTwin), "twice");
-    if (!writeFileWithExactName(folder.path(), name, "twice"))
-        QSKIP("There are no such names here");
+    writeFile(folder.filePath(otherName), "content");
+    if (!writeFileWithExactName(folder.path(), name, "content"))
+        QSKIP("This system does not allow the name");
     const QStringList collected = collect({folder.path()});
     QVERIFY(removeFileWithExactName(folder.path(), name));
-    QCOMPARE(collected, QStringList{folder.filePath(plainTwin)});
+    QCOMPARE(collected, QStringList{folder.filePath(otherName)});
 }
 
 QTEST_MAIN(tst_windowsFileNames)

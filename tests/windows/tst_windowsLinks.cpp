@@ -11,14 +11,14 @@
 
 #include <qt_windows.h>
 
-/// Links and junctions lead a scan neither to a file nor into a folder.
+/// A scan follows neither symbolic links nor junctions.
 class tst_windowsLinks : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void symbolicLinksAreNotFollowed();
-    void junctionsAreNotEntered();
+    void doesNotFollowSymbolicLinks();
+    void doesNotEnterJunctions();
 };
 
 namespace {
@@ -40,7 +40,7 @@ bool makeJunction(const QString &junction, const QString &target)
 
 } // namespace
 
-void tst_windowsLinks::symbolicLinksAreNotFollowed()
+void tst_windowsLinks::doesNotFollowSymbolicLinks()
 {
     if (runsUnderWine())
         QSKIP("Wine shows symbolic links as plain files and folders");
@@ -49,13 +49,14 @@ void tst_windowsLinks::symbolicLinksAreNotFollowed()
     writeFile(file, "file");
     if (!makeSymbolicLink(folder.filePath(QStringLiteral("scanned/link.txt")), file, false) ||
         !makeSymbolicLink(folder.filePath(QStringLiteral("scanned/parent")), folder.path(), true))
-        QSKIP("Windows lets only administrators and developers make symbolic links");
+        QSKIP("Only administrators and developers may create symbolic links");
 
     QCOMPARE(collect({folder.filePath(QStringLiteral("scanned"))}), QStringList{file});
 }
 
-/// A junction to a folder around it would be walked dozens of times, and two of them practically without end.
-void tst_windowsLinks::junctionsAreNotEntered()
+/// A scan that entered a junction to a parent folder would repeat it dozens of times; with two of them it
+/// would practically never end.
+void tst_windowsLinks::doesNotEnterJunctions()
 {
     const QTemporaryDir folder;
     const QString scanned = folder.filePath(QStringLiteral("scanned"));
@@ -65,7 +66,7 @@ void tst_windowsLinks::junctionsAreNotEntered()
     if (!makeJunction(scanned + QStringLiteral("/around"), scanned) ||
         !makeJunction(scanned + QStringLiteral("/around too"), folder.path()) ||
         !makeJunction(scanned + QStringLiteral("/aside"), folder.filePath(QStringLiteral("elsewhere"))))
-        QSKIP("There are no junctions here");
+        QSKIP("This file system has no junctions");
     if (!QFileInfo(scanned + QStringLiteral("/around")).isJunction())
         QSKIP("Wine shows junctions as plain folders");
     const QStringList collected = collect({scanned});

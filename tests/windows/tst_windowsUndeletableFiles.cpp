@@ -8,22 +8,22 @@
 
 #include <optional>
 
-/// Files that Windows refuses to delete stay, and are counted.
+/// Files that Windows refuses to delete are kept and counted as failed.
 class tst_windowsUndeletableFiles : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void countsAsFailedAndStays_data();
-    void countsAsFailedAndStays();
-    void fileHeldOpenWithoutSharingIsNoDuplicate();
+    void keepsTheFileAndCountsAFailure_data();
+    void keepsTheFileAndCountsAFailure();
+    void skipsAFileThatIsOpenWithoutSharing();
 };
 
 namespace {
 
-enum class Obstacle { ReadOnly, OpenForNobodyElse, OpenForReaders };
+enum class Obstacle { ReadOnly, OpenWithoutSharing, OpenForReaders };
 
-/// Puts an obstacle in the way of a file's deletion, as long as it lives.
+/// Prevents the deletion of a file during its lifetime.
 class Obstruction
 {
 public:
@@ -49,23 +49,23 @@ private:
 
 } // namespace
 
-void tst_windowsUndeletableFiles::countsAsFailedAndStays_data()
+void tst_windowsUndeletableFiles::keepsTheFileAndCountsAFailure_data()
 {
     QTest::addColumn<Obstacle>("obstacle");
 
     QTest::newRow("read-only attribute") << Obstacle::ReadOnly;
-    QTest::newRow("open in another program, for itself alone") << Obstacle::OpenForNobodyElse;
-    QTest::newRow("open in another program that lets others read") << Obstacle::OpenForReaders;
+    QTest::newRow("open in another program without sharing") << Obstacle::OpenWithoutSharing;
+    QTest::newRow("open in another program, shared for reading") << Obstacle::OpenForReaders;
 }
 
-void tst_windowsUndeletableFiles::countsAsFailedAndStays()
+void tst_windowsUndeletableFiles::keepsTheFileAndCountsAFailure()
 {
     QFETCH(const Obstacle, obstacle);
     const QTemporaryDir folder;
     writeFile(folder.filePath(QStringLiteral("stuck.txt")), "stuck");
     writeFile(folder.filePath(QStringLiteral("copy of stuck.txt")), "stuck");
-    writeFile(folder.filePath(QStringLiteral("free.txt")), "free as a bird");
-    writeFile(folder.filePath(QStringLiteral("copy of free.txt")), "free as a bird");
+    writeFile(folder.filePath(QStringLiteral("free.txt")), "free content");
+    writeFile(folder.filePath(QStringLiteral("copy of free.txt")), "free content");
 
     WindowDriver driver;
     driver.setFolders({folder.path()});
@@ -83,7 +83,7 @@ void tst_windowsUndeletableFiles::countsAsFailedAndStays()
     QVERIFY(!QFile::exists(free));
 }
 
-void tst_windowsUndeletableFiles::fileHeldOpenWithoutSharingIsNoDuplicate()
+void tst_windowsUndeletableFiles::skipsAFileThatIsOpenWithoutSharing()
 {
     const QTemporaryDir folder;
     const QString open = folder.filePath(QStringLiteral("open.txt"));
