@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "tests/support/CommandRun.h"
 #include "tests/support/TestFiles.h"
 
 #include <QCoreApplication>
@@ -8,48 +9,35 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using Qt::StringLiterals::operator""_ba;
 using Qt::StringLiterals::operator""_s;
 
 namespace {
-
-constexpr int patienceMilliseconds = 120'000;
-
-struct Outcome
-{
-    int exitCode = -1;
-    QString output;
-    QString errors;
-};
 
 CommandLine parse(const QStringList &arguments)
 {
     return parseCommandLine(QStringList{u"quillory"_s} + arguments);
 }
 
-/// Runs the program. The \a environment is added to one that knows no display.
-Outcome start(const QStringList &arguments, const QStringList &environment = {})
+/// Runs the program without a display, with \a variables added to its environment.
+CommandRun start(const QStringList &arguments, const QStringList &variables = {})
 {
-    QProcess program;
-    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        variables.remove(QLatin1StringView(name));
-    for (const QString &each : environment)
-        variables.insert(each.section(u'=', 0, 0), each.section(u'=', 1));
-    program.setProcessEnvironment(variables);
-    program.start(QStringLiteral(QUILLORY), arguments);
-    if (!program.waitForFinished(patienceMilliseconds) || program.exitStatus() != QProcess::NormalExit) {
-        program.kill();
-        program.waitForFinished();
-        return {};
-    }
-    // Windows ends lines with two characters.
-    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()).remove(u'\r'),
-        QString::fromUtf8(program.readAllStandardError()).remove(u'\r')};
+    QStringList environment = QProcess::systemEnvironment();
+    environment.removeIf([](const QString &variable) {
+        const QString name = variable.section(u'=', 0, 0);
+        return name == u"DISPLAY" || name == u"WAYLAND_DISPLAY" || name == u"QT_QPA_PLATFORM";
+    });
+    CommandRun run =
+        runCommand(QStringLiteral(QUILLORY), arguments, {.environment = environment, .variables = variables});
+    // Windows ends lines with CR LF.
+    run.output.replace('\r', QByteArrayView());
+    run.errors.replace('\r', QByteArrayView());
+    return run;
 }
 
 } // namespace
 
-/// What the program makes of its arguments: by call, and as a process without a display.
+/// The arguments of the program: as parsed, and as seen by a process without a display.
 class tst_commandLine : public QObject
 {
     Q_OBJECT
@@ -79,7 +67,7 @@ private:
     QScopedPointer<QTemporaryDir> m_folder;
 };
 
-/// A folder of its own for each test, which is the current one: relative paths start there.
+/// Makes a new folder the working folder: relative paths start there.
 void tst_commandLine::init()
 {
     QDir::setCurrent(QCoreApplication::applicationDirPath());
@@ -104,7 +92,7 @@ void tst_commandLine::writesFoldersAsTheDialogDoes_data()
     QTest::newRow("relative") << u"inner folder"_s << u"/inner folder"_s;
     QTest::newRow("slash at the end") << u"inner folder/"_s << u"/inner folder"_s;
     QTest::newRow("slashes at the end") << u"inner folder/deep//"_s << u"/inner folder/deep"_s;
-    QTest::newRow("the current one") << u"."_s << QString();
+    QTest::newRow("working folder") << u"."_s << QString();
     QTest::newRow("up and down") << u"inner folder/../inner folder/./deep"_s << u"/inner folder/deep"_s;
 }
 
@@ -125,11 +113,11 @@ void tst_commandLine::keepsOrderAndRepetition()
     QCOMPARE(parse({inner, outer, inner}).folders, (QStringList{inner, outer, inner}));
 }
 
-/// The text "link/.." suggests the folder of the link; the system means the parent of the link's target.
+/// "link/.." is the parent of the target of the link, not the folder of the link.
 void tst_commandLine::resolvesALinkBeforeItsParent()
 {
 #ifdef Q_OS_WIN
-    QSKIP("Windows resolves '..' in the text, too");
+    QSKIP("Windows resolves '..' in the text of the path");
 #endif
     const QString link = m_folder->filePath(u"link"_s);
     QVERIFY(QFile::link(m_folder->filePath(u"inner folder/deep"_s), link));
@@ -151,7 +139,8 @@ void tst_commandLine::refusesWrongArguments_data()
     QTest::newRow("unknown option beside a folder") << QStringList{u"."_s, u"-x"_s} << u"x"_s;
     QTest::newRow("value missing") << QStringList{u"-style"_s} << u"style"_s;
     QTest::newRow("no such folder") << QStringList{u"nowhere"_s} << u"no such folder: nowhere"_s;
-    QTest::newRow("no such folder among others") << QStringList{u"."_s, u"nowhere"_s, u"."_s} << u"nowhere"_s;
+    QTest::newRow("no such folder between others")
+        << QStringList{u"."_s, u"nowhere"_s, u"."_s} << u"nowhere"_s;
     QTest::newRow("a file") << QStringList{u"file"_s} << u"not a folder: file"_s;
     QTest::newRow("nothing") << QStringList{QString()} << u"no such folder: "_s;
 }
@@ -195,59 +184,58 @@ void tst_commandLine::passesQtOptionsToQt()
 void tst_commandLine::printsHelpAndVersionWithoutADisplay_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("begin");
-    QTest::newRow("--help") << QStringList{u"--help"_s} << u"Usage: quillory [OPTION]... [FOLDER]...\n"_s;
-    QTest::newRow("-h") << QStringList{u"-h"_s} << u"Usage: "_s;
-    QTest::newRow("--help with a folder") << QStringList{u"nowhere"_s, u"--help"_s} << u"Usage: "_s;
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("--help") << QStringList{u"--help"_s} << "Usage: quillory [OPTION]... [FOLDER]...\n"_ba;
+    QTest::newRow("-h") << QStringList{u"-h"_s} << "Usage: "_ba;
+    QTest::newRow("--help with a folder") << QStringList{u"nowhere"_s, u"--help"_s} << "Usage: "_ba;
     QTest::newRow("--version") << QStringList{u"--version"_s}
-                               << QStringLiteral("Quillory " PROGRAM_VERSION "\n");
-    QTest::newRow("-v") << QStringList{u"-v"_s} << QStringLiteral("Quillory " PROGRAM_VERSION "\n");
+                               << QByteArrayLiteral("Quillory " PROGRAM_VERSION "\n");
+    QTest::newRow("-v") << QStringList{u"-v"_s} << QByteArrayLiteral("Quillory " PROGRAM_VERSION "\n");
 }
 
 void tst_commandLine::printsHelpAndVersionWithoutADisplay()
 {
     QFETCH(const QStringList, arguments);
-    QFETCH(const QString, begin);
-    const Outcome outcome = start(arguments);
-    QCOMPARE(outcome.exitCode, 0);
-    QVERIFY2(outcome.output.startsWith(begin), qPrintable(outcome.output));
-    QVERIFY(outcome.output.endsWith(u'\n'));
-    QCOMPARE(outcome.errors, QString());
+    QFETCH(const QByteArray, begin);
+    const CommandRun run = start(arguments);
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.output.startsWith(begin), run.output.constData());
+    QVERIFY(run.output.endsWith('\n'));
+    QCOMPARE(run.errors, QByteArray());
 }
 
 void tst_commandLine::failsWithoutAWindow_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("error");
+    QTest::addColumn<QByteArray>("error");
     QTest::newRow("no such folder") << QStringList{u"."_s, u"nowhere"_s}
-                                    << u"quillory: no such folder: nowhere\n"_s;
-    QTest::newRow("a file") << QStringList{u"file"_s} << u"quillory: not a folder: file\n"_s;
+                                    << "quillory: no such folder: nowhere\n"_ba;
+    QTest::newRow("a file") << QStringList{u"file"_s} << "quillory: not a folder: file\n"_ba;
     QTest::newRow("unknown option") << QStringList{u"--nonsense"_s}
-                                    << u"quillory: Unknown option 'nonsense'. Try --help.\n"_s;
+                                    << "quillory: Unknown option 'nonsense'. Try --help.\n"_ba;
 }
 
 void tst_commandLine::failsWithoutAWindow()
 {
     QFETCH(const QStringList, arguments);
-    QFETCH(const QString, error);
-    const Outcome outcome = start(arguments);
-    QCOMPARE(outcome.exitCode, 2);
-    QCOMPARE(outcome.errors, error);
-    QCOMPARE(outcome.output, QString());
+    QFETCH(const QByteArray, error);
+    const CommandRun run = start(arguments);
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.errors, error);
+    QCOMPARE(run.output, QByteArray());
 }
 
 void tst_commandLine::opensTheWindowWithTheFolders()
 {
 #ifdef WINDOW_REPORT
     const QString folder = m_folder->filePath(u"inner folder"_s);
-    const Outcome outcome =
+    const CommandRun run =
         start({u"-platform"_s, u"offscreen"_s, u"-plugin"_s, u"windowreport"_s, folder, u"."_s},
             {u"QT_PLUGIN_PATH="_s + QStringLiteral(WINDOW_REPORT)});
-    QCOMPARE(
-        outcome.output.split(u'\n', Qt::SkipEmptyParts), (QStringList{u"shown"_s, folder, m_folder->path()}));
-    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(linesIn(run.output), (QStringList{u"shown"_s, folder, m_folder->path()}));
+    QCOMPARE(run.exitCode, 0);
 #else
-    QSKIP("The plugin that looks into the program is built for Linux only");
+    QSKIP("The plugin that inspects the program is built for Linux only");
 #endif
 }
 

@@ -1,25 +1,24 @@
 #include "analysis/DuplicateGroup.h"
+#include "tests/support/FilesWithoutCreationTime.h"
 #include "tests/support/SpecialFiles.h"
 #include "tests/support/TestFiles.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include <QDateTime>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <array>
 #include <memory>
 
 namespace {
 
-QDateTime modificationTime(const QString &path)
+QDateTime day(int days)
 {
-    return QFileInfo(path).fileTime(QFileDevice::FileModificationTime);
+    return QDateTime(QDate(2001, 1, 1).addDays(days), QTime(12, 0));
 }
 
 } // namespace
 
-/// Which copy of a group is kept, and which ones are marked for deletion.
+/// Which file of a group is kept, and which are marked.
 class tst_duplicateGroup : public QObject
 {
     Q_OBJECT
@@ -65,10 +64,10 @@ QStringList tst_duplicateGroup::paths(const QString &names) const
     return result;
 }
 
-/// The files "1", "2" and "3" in the order of their creation; "t" is created together with "2".
+/// Writes the files "1", "2" and "3" in this order; "t" has the creation time of "2".
 bool tst_duplicateGroup::writeAgedFiles()
 {
-    // One more name of a file is the one sure way to a second creation time that is equal.
+    // A hard link is the only reliable way to get an equal creation time.
     return writeFilesOneAfterAnother(paths(QStringLiteral("123")), "copy") &&
            makeHardLink(path('2'), path('t'));
 }
@@ -88,7 +87,7 @@ void tst_duplicateGroup::keepsTheFileCreatedFirst_data()
     row("321", 2);
     row("231", 2);
     row("312", 1);
-    // Equal times: the earlier one in the list stays.
+    // Equal times: the earlier file in the list is kept.
     row("2t", 0);
     row("t2", 0);
     row("32t", 1);
@@ -103,70 +102,26 @@ void tst_duplicateGroup::keepsTheFileCreatedFirst()
 {
     QFETCH(const QString, names);
     if (!writeAgedFiles())
-        QSKIP("There are no creation times or no hard links here");
+        QSKIP("This file system keeps no creation times or no hard links");
     QTEST(int(indexOfKeptCopy(paths(names))), "kept");
 }
 
 void tst_duplicateGroup::usesTheCreationTimeNotTheModificationTime()
 {
     if (!writeAgedFiles())
-        QSKIP("There are no creation times or no hard links here");
+        QSKIP("This file system keeps no creation times or no hard links");
     setModificationTime(path('1'), 3000);
     setModificationTime(path('2'), 2000);
     setModificationTime(path('3'), 1000);
     QCOMPARE(indexOfKeptCopy(paths(QStringLiteral("321"))), 2);
 }
 
-namespace {
-
-/// Three files of the kernel: they have no creation time, and their owner may set their modification time.
-///
-/// They are held open, for a closed one may be forgotten together with the time that was set.
-class FilesWithoutCreationTime
-{
-public:
-    FilesWithoutCreationTime()
-    {
-        for (QFile &file : m_files)
-            m_usable = file.open(QIODevice::ReadOnly) && m_usable;
-    }
-
-    /// Sets the modification times; false when there are no such files.
-    bool setTimes(const std::array<QDateTime, 3> &times)
-    {
-        for (std::size_t i = 0; i < m_files.size() && m_usable; ++i) {
-            QFile &file = m_files.at(i);
-            m_usable = file.setFileTime(times.at(i), QFileDevice::FileModificationTime) &&
-                       !QFileInfo(file).fileTime(QFileDevice::FileBirthTime).isValid() &&
-                       modificationTime(file.fileName()) == times.at(i);
-        }
-        return m_usable;
-    }
-
-    [[nodiscard]] QString path(std::size_t i) const
-    {
-        return m_files.at(i).fileName();
-    }
-
-private:
-    std::array<QFile, 3> m_files{QStringLiteral("/proc/self/comm"), QStringLiteral("/proc/self/cmdline"),
-        QStringLiteral("/proc/self/environ")};
-    bool m_usable = true;
-};
-
-QDateTime day(int days)
-{
-    return QDateTime(QDate(2001, 1, 1).addDays(days), QTime(12, 0));
-}
-
-} // namespace
-
 void tst_duplicateGroup::usesTheModificationTimeWithoutCreationTimes()
 {
     FilesWithoutCreationTime files;
     const QList<QString> list{files.path(0), files.path(1), files.path(2)};
     if (!files.setTimes({day(3), day(2), day(1)}))
-        QSKIP("There are no files without creation time here");
+        QSKIP("This system has no files without creation time");
     QCOMPARE(indexOfKeptCopy(list), 2);
     QVERIFY(files.setTimes({day(3), day(1), day(2)}));
     QCOMPARE(indexOfKeptCopy(list), 1);
@@ -176,14 +131,14 @@ void tst_duplicateGroup::usesTheModificationTimeWithoutCreationTimes()
     QCOMPARE(indexOfKeptCopy(list), 0);
 }
 
-/// Each file counts with the time that it has.
+/// A file without creation time takes part with its modification time.
 void tst_duplicateGroup::comparesCreationTimesWithModificationTimes()
 {
     FilesWithoutCreationTime files;
     const QDateTime now = QDateTime::currentDateTime();
     if (!writeAgedFiles() || !files.setTimes({day(5), now.addYears(1), day(6)}))
-        QSKIP("There are no files with or without creation time here");
-    // Modified long before anything else, but created just now.
+        QSKIP("This system has no files with, or none without, creation time");
+    // Modified before all others, but created just now.
     setModificationTime(path('1'), -1'000'000'000);
     QCOMPARE(indexOfKeptCopy({path('1'), files.path(0)}), 1);
     QCOMPARE(indexOfKeptCopy({files.path(0), path('1')}), 0);
@@ -207,12 +162,12 @@ void tst_duplicateGroup::keepsAnExistingFileRatherThanAVanishedOne_data()
     row("xy", 0);
 }
 
-/// The files "x" and "y" are gone: who keeps them keeps nothing, and marks the last copy that is left.
+/// The files "x" and "y" are missing. Keeping them would mark the last copy.
 void tst_duplicateGroup::keepsAnExistingFileRatherThanAVanishedOne()
 {
     QFETCH(const QString, names);
     if (!writeAgedFiles())
-        QSKIP("There are no creation times or no hard links here");
+        QSKIP("This file system keeps no creation times or no hard links");
     QTEST(int(indexOfKeptCopy(paths(names))), "kept");
 }
 
@@ -232,7 +187,7 @@ void tst_duplicateGroup::marksAllButTheKeptPath_data()
     row("2t", "t");
     row("32t", "3t");
     row("231", "23");
-    // A folder that is listed twice: what is kept must not be marked under its other entry.
+    // A folder that is listed twice: the kept file must not be marked through its second entry.
     row("11", "");
     row("111", "");
     row("121", "2");
@@ -245,7 +200,7 @@ void tst_duplicateGroup::marksAllButTheKeptPath()
     QFETCH(const QString, names);
     QFETCH(const QString, marked);
     if (!writeAgedFiles())
-        QSKIP("There are no creation times or no hard links here");
+        QSKIP("This file system keeps no creation times or no hard links");
     const QStringList markedPaths = paths(marked);
     DuplicateGroup group;
     group.files = paths(names);

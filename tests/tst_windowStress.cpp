@@ -1,21 +1,14 @@
+#include "tests/stress/StressUser.h"
 #include "tests/support/MessageFilter.h"
 #include "tests/support/PoolThreads.h"
-#include "tests/support/Slowdown.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/Watchdog.h"
-#include "tests/support/WindowDriver.h"
 
-#include <QDialog>
 #include <QDir>
 #include <QDirIterator>
-#include <QMessageBox>
 #include <QRandomGenerator>
-#include <QScrollBar>
 #include <QStorageInfo>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
-#include <QThreadPool>
 
 using Qt::StringLiterals::operator""_s;
 
@@ -24,48 +17,23 @@ namespace {
 constexpr int folders = 100;
 constexpr int pairsPerFolder = 100;
 constexpr int filesInAll = folders * pairsPerFolder * 2;
-constexpr int patienceMilliseconds = 30'000 * slowdown;
-constexpr int closingMilliseconds = 2000 * slowdown;
-// Enough duplicates must be left to the last window.
-constexpr int deletionsAtMost = 150;
 
-/// The buttons to press. A button that is listed more often is pressed more often.
-const QList<const char *> &buttons()
-{
-    static const QList<const char *> names{"btnStartScan", "btnStartScan", "btnStartScan", "btnStartScan",
-        "btnStopScan", "btnScanOptions", "btnBack", "btnSelectAll", "btnUnselect", "btnRemoveSelected",
-        "btnAll", "btnAll", "btnPictures", "btnVideos", "btnDocuments", "btnOthers"};
-    return names;
-}
-
-/// In memory where there is room: thousands of files take longest to be taken off a busy disk again.
+/// In memory if there is enough space: removing thousands of files from a busy disk is slow.
 QString templateOfFolder()
 {
-    constexpr qint64 ample = 1'000'000'000;
+    constexpr qint64 enough = 1'000'000'000;
     const QStorageInfo memory(u"/dev/shm"_s);
-    const bool room = memory.isValid() && memory.isReady() && memory.bytesAvailable() > ample;
-    return (room ? memory.rootPath() : QDir::tempPath()) + u"/tst_windowStress-XXXXXX"_s;
+    const bool fits = memory.isValid() && memory.isReady() && memory.bytesAvailable() > enough;
+    return (fits ? memory.rootPath() : QDir::tempPath()) + u"/tst_windowStress-XXXXXX"_s;
 }
-
-/// Counts what the test has reached, to prove that it covers every state.
-struct Reached
-{
-    int scans = 0;
-    int stops = 0;
-    int results = 0;
-    int deletions = 0;
-    int closedDuringScan = 0;
-    int closedWithResults = 0;
-    qint64 slowestClosing = 0;
-};
 
 } // namespace
 
-/// A user who presses whatever can be pressed at random moments, and closes the window at random moments. No
-/// crash, no hang, and of every content a file is left in the end.
+/// Stress test: presses buttons and closes windows at random moments. No crash, no hang, and one file of each
+/// content is left at the end.
 ///
-/// QUILLORY_STRESS_ROUNDS sets the number of windows in all, QUILLORY_STRESS_SEED repeats the steps, though
-/// not their exact moments. Thousands of rounds need a longer QTEST_FUNCTION_TIMEOUT (milliseconds) as well.
+/// QUILLORY_STRESS_ROUNDS sets the number of windows. QUILLORY_STRESS_SEED repeats the steps, but not their
+/// exact times. Thousands of rounds also need a longer QTEST_FUNCTION_TIMEOUT (milliseconds).
 class tst_windowStress : public QObject
 {
     Q_OBJECT
@@ -79,29 +47,9 @@ private slots:
 
 private:
     void writeTree();
-    void openWindow();
-    void round();
-    void step();
-    void pressSomething();
-    void press(const char *button);
-    void scroll();
-    void letTimePass();
-    void waitForResults();
-    void closeDialog(QWidget *dialog);
-    void closeWindow();
-    void sign(const QString &doing);
-    [[nodiscard]] int below(qsizetype limit)
-    {
-        return static_cast<int>(m_random.bounded(static_cast<quint32>(limit)));
-    }
 
     QTemporaryDir m_folder{templateOfFolder()};
-    QScopedPointer<Watchdog> m_watchdog;
-    QScopedPointer<WindowDriver> m_driver;
-    QRandomGenerator m_random;
-    QStringList m_log;
-    QString m_failure;
-    Reached m_reached;
+    QScopedPointer<StressUser> m_user;
     int m_rounds = 102;
 };
 
@@ -114,12 +62,11 @@ void tst_windowStress::initTestCase()
                              ? qEnvironmentVariable("QUILLORY_STRESS_SEED").toUInt()
                              : QRandomGenerator::global()->generate();
     qInfo("QUILLORY_STRESS_SEED=%u QUILLORY_STRESS_ROUNDS=%d", seed, m_rounds);
-    m_random.seed(seed);
     writeTree();
-    m_watchdog.reset(new Watchdog(patienceMilliseconds));
+    m_user.reset(new StressUser(m_folder.filePath(u"tree"_s), folders, seed));
 }
 
-/// Pairs of small files of a few sizes, so that there are large size classes and groups of every category.
+/// Writes pairs of small files of a few sizes, which gives large size classes and groups of every category.
 void tst_windowStress::writeTree()
 {
     static const QStringList suffixes{u"jpg"_s, u"mp4"_s, u"txt"_s, u"dat"_s};
@@ -147,143 +94,9 @@ void tst_windowStress::survivesRandomActions()
     QFETCH(const int, threads);
     const PoolSize pool(threads);
     for (int i = 0; i < m_rounds / 3; ++i) {
-        m_log.clear();
-        m_failure.clear();
-        openWindow();
-        round();
-        closeWindow();
-        QVERIFY2(m_failure.isEmpty(), qPrintable(m_failure + u"after: "_s + m_log.join(u", "_s)));
+        m_user->useWindow();
+        QVERIFY2(m_user->failure().isEmpty(), qPrintable(m_user->failure()));
     }
-}
-
-/// Two of three windows scan a small part of the tree and so have results in no time.
-void tst_windowStress::openWindow()
-{
-    m_driver.reset(new WindowDriver);
-    QStringList places;
-    for (int n = below(2) ? 1 : 10; n > 0; --n)
-        places.append(m_folder.filePath(u"tree/%1"_s.arg(below(folders))));
-    m_driver->listFolders(below(3) ? places : QStringList{m_folder.filePath(u"tree"_s)});
-    sign(u"open"_s);
-}
-
-void tst_windowStress::round()
-{
-    press("btnStartScan");
-    if (below(4) == 0)
-        waitForResults();
-    for (int steps = below(16); steps > 0; --steps) {
-        letTimePass();
-        step();
-    }
-    letTimePass();
-}
-
-void tst_windowStress::step()
-{
-    switch (below(10)) {
-    case 0:
-        waitForResults();
-        break;
-    case 1:
-        scroll();
-        break;
-    default:
-        pressSomething();
-    }
-}
-
-void tst_windowStress::pressSomething()
-{
-    QList<const char *> within;
-    for (const char *button : buttons()) {
-        if (m_driver->find(button)->isVisible() && m_driver->find(button)->isEnabled())
-            within.append(button);
-    }
-    // With nothing but Stop within reach, no scan would ever come to its end.
-    if (within.size() > 1 || (within.size() == 1 && below(2)))
-        press(within.at(below(within.size())));
-}
-
-void tst_windowStress::press(const char *button)
-{
-    sign(QLatin1StringView(button));
-    const QLatin1StringView name(button);
-    if (name == u"btnRemoveSelected") {
-        if (m_reached.deletions == deletionsAtMost)
-            return;
-        // With another category shown, a deletion would take the whole tree's copies at once.
-        m_driver->click("btnAll");
-        ++m_reached.deletions;
-    }
-    m_reached.scans += name == u"btnStartScan" ? 1 : 0;
-    m_reached.stops += name == u"btnStopScan" ? 1 : 0;
-    withModalDialogs(
-        [this, button] { m_driver->click(button); }, [this](QWidget *dialog) { closeDialog(dialog); });
-}
-
-/// Leaves the dialog open for a while, so that scans go on and results arrive behind it.
-void tst_windowStress::closeDialog(QWidget *dialog)
-{
-    if (below(6) != 0)
-        return;
-    if (auto *const box = qobject_cast<QMessageBox *>(dialog))
-        box->button(QMessageBox::Ok)->click();
-    else if (auto *const options = qobject_cast<QDialog *>(dialog))
-        options->done(below(2) ? QDialog::Accepted : QDialog::Rejected);
-}
-
-void tst_windowStress::scroll()
-{
-    sign(u"scroll"_s);
-    QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    bar->setValue(below(2) ? bar->maximum() : below(bar->maximum() + 1));
-}
-
-void tst_windowStress::letTimePass()
-{
-    static const QList<int> durations{0, 0, 1, 3, 10, 30, 100};
-    const int milliseconds = durations.at(below(durations.size()));
-    sign(u"%1 ms"_s.arg(milliseconds));
-    // Without any event in between, two presses come closer together than a hand could make them.
-    if (milliseconds > 0)
-        QTest::qWait(milliseconds);
-}
-
-void tst_windowStress::waitForResults()
-{
-    sign(u"wait for results"_s);
-    const auto scanIsOver = [this] {
-        m_watchdog->alive(m_log.join(u", "_s));
-        return m_driver->page() != u"scanpage";
-    };
-    if (!QTest::qWaitFor(scanIsOver, 2 * patienceMilliseconds))
-        m_failure += u"No results came "_s;
-    m_reached.results += m_driver->page() == u"duplicatespage" ? 1 : 0;
-}
-
-void tst_windowStress::closeWindow()
-{
-    m_reached.closedDuringScan += m_driver->page() == u"scanpage" ? 1 : 0;
-    m_reached.closedWithResults += m_driver->page() == u"duplicatespage" ? 1 : 0;
-    sign(u"close"_s);
-    QElapsedTimer timer;
-    timer.start();
-    m_driver.reset();
-    // Not waitForDone(), which would also take the idle threads down, one after the other.
-    while (QThreadPool::globalInstance()->activeThreadCount() > 0 && timer.elapsed() <= closingMilliseconds)
-        QThread::msleep(1);
-    m_reached.slowestClosing = std::max(m_reached.slowestClosing, timer.elapsed());
-    if (timer.elapsed() > closingMilliseconds)
-        m_failure += u"The window was not gone in time "_s;
-    // Whatever was still queued for the window must not reach it.
-    QCoreApplication::processEvents();
-}
-
-void tst_windowStress::sign(const QString &doing)
-{
-    m_log.append(doing);
-    m_watchdog->alive(m_log.join(u", "_s));
 }
 
 /// The test changes no check box, so one file of each pair is never marked.
@@ -302,23 +115,24 @@ void tst_windowStress::keepsAFileOfEachContent()
     QCOMPARE(contents.size(), filesInAll / 2);
     QVERIFY(QFile::exists(m_folder.filePath(u"bystander.txt"_s)));
     qInfo("deleted files %d", filesInAll - left);
-    QVERIFY(left < filesInAll || m_reached.deletions == 0);
+    QVERIFY(left < filesInAll || m_user->counts().deletions == 0);
 }
 
 void tst_windowStress::cleanupTestCase()
 {
-    m_watchdog.reset();
+    const StressCounts counts = m_user->counts();
+    m_user.reset();
     qInfo("scans %d, stops %d, results %d, deletions %d, closed during a scan %d, closed with results %d, "
           "slowest closing %lld ms",
-        m_reached.scans, m_reached.stops, m_reached.results, m_reached.deletions, m_reached.closedDuringScan,
-        m_reached.closedWithResults, static_cast<long long>(m_reached.slowestClosing));
+        counts.scans, counts.stops, counts.results, counts.deletions, counts.closedDuringScan,
+        counts.closedWithResults, static_cast<long long>(counts.slowestClosing));
     if (m_rounds >= 100) {
-        QVERIFY(m_reached.scans > m_rounds);
-        QVERIFY(m_reached.stops > 0);
-        QVERIFY(m_reached.results > 0);
-        QVERIFY(m_reached.deletions > 0);
-        QVERIFY(m_reached.closedDuringScan > 0);
-        QVERIFY(m_reached.closedWithResults > 0);
+        QVERIFY(counts.scans > m_rounds);
+        QVERIFY(counts.stops > 0);
+        QVERIFY(counts.results > 0);
+        QVERIFY(counts.deletions > 0);
+        QVERIFY(counts.closedDuringScan > 0);
+        QVERIFY(counts.closedWithResults > 0);
     }
 }
 

@@ -10,29 +10,27 @@
 
 class ImmutableFile;
 
-/// What must lie in some folders on the disk, and the hand that changes it: every change goes through here,
-/// to the disk and to the expectation alike.
-///
-/// remove() is the exception. It only expects a file to be gone, because the program is to delete it.
+/// The expected content of some folders on the disk. Every function changes the disk and the expectation,
+/// except remove(), which changes the expectation only: the tested program deletes the file.
 class ExpectedDisk
 {
 public:
-    /// Starts with \a folders empty on the disk as well.
+    /// Empties \a folders on the disk as well.
     explicit ExpectedDisk(const QStringList &folders);
     ~ExpectedDisk();
     Q_DISABLE_COPY_MOVE(ExpectedDisk)
 
     void write(const QString &path, const QByteArray &content);
     void vanish(const QString &path);
-    /// Puts a folder with a file in it where the file was, which no deletion of a file can remove.
+    /// Replaces the file by a folder with a file in it. Deleting \a path then fails.
     void turnIntoFolder(const QString &path);
-    /// Makes the file impossible to delete; false when this system cannot.
+    /// Makes the file impossible to delete; false if there is no such file or this system cannot do it.
     bool lock(const QString &path);
 
-    /// Expects the program to have tried to delete \a path; false when that cannot have succeeded.
+    /// Expects that the program has tried to delete \a path; false if that must have failed.
     bool remove(const QString &path);
 
-    /// Content of the file at \a path; null when there is none.
+    /// Content of the file at \a path; null if there is none.
     [[nodiscard]] QByteArray content(const QString &path) const
     {
         return m_files.value(path);
@@ -42,11 +40,11 @@ public:
         return m_files.keys();
     }
 
-    /// What is wrong with the names and kinds of what lies on the disk; empty when all is as expected.
+    /// Missing and unexpected files on the disk, one per line; empty if there are none.
     [[nodiscard]] QString differences() const;
-    /// The same for the files' content.
+    /// Files with unexpected content, one per line; empty if there are none.
     [[nodiscard]] QString contentDifferences() const;
-    /// Takes every lock off and empties the folders.
+    /// Makes all files deletable again and empties the folders.
     void clear();
 
 private:

@@ -1,5 +1,7 @@
 #include "tests/model/RandomUser.h"
 
+#include "tests/model/PageDescription.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QScrollBar>
@@ -13,103 +15,53 @@ constexpr int stepsPerSequence = 5;
 
 } // namespace
 
-RandomUser::RandomUser(const QString &root, const QStringList &places, quint32 seed)
+RandomUser::RandomUser(const QString &root, const QStringList &folders, quint32 seed)
     : m_bystanders({root + u"/untouched"_s})
     , m_disk({root + u"/a"_s, root + u"/b"_s})
     , m_model(m_disk, m_driver.labelText("labelStatsInfo"))
     , m_random(seed)
+    , m_files(root, m_disk, m_random)
 {
     for (const char *name : {"photo.jpg", "copy of photo.jpg", "a/f0.txt"})
         m_bystanders.write(root + u"/untouched/"_s + QLatin1StringView(name), "the same everywhere");
-    for (const QString &place : places) {
-        m_places.append(root + u'/' + place);
-        QDir().mkpath(m_places.last());
+    for (const QString &folder : folders) {
+        m_folders.append(root + u'/' + folder);
+        QDir().mkpath(m_folders.last());
     }
-    m_driver.setFolders(m_places);
-}
-
-QString RandomUser::freshPath()
-{
-    static const QStringList suffixes{u".jpg"_s, u".JPG"_s, u".mp4"_s, u".mp3"_s, u".txt"_s, u".zip"_s,
-        u".heic"_s, u".tar.gz"_s, QString(), u".Docx"_s, u". mp3"_s, u" %1.pdf"_s};
-    static const QStringList folders{u"/a/"_s, u"/a/inside/"_s, u"/a/inside/deep/"_s, u"/b/"_s};
-    const QString root = m_places.first().left(m_places.first().lastIndexOf(u'/'));
-    return root + oneOf(folders) + u'f' + QString::number(m_files++) + oneOf(suffixes);
-}
-
-/// Content whose fingerprint all files of a group share; what the fingerprint does not look at differs.
-QByteArray RandomUser::content(int group, int file)
-{
-    const QByteArray mark = "group " + QByteArray::number(group) + ' ';
-    const QByteArray ownMark = "file " + QByteArray::number(file);
-    switch (group % 12) {
-    case 0: // Only the first 4096 bytes count, in size classes of their own.
-        return mark.leftJustified(4096, '.') + ownMark.leftJustified(904 + 1000 * (file % 2), '.');
-    case 1: // The middle does not count.
-        return mark.leftJustified(4096, '.') + ownMark.leftJustified(2000, '.') + QByteArray(4096, 't');
-    case 2: // The end does.
-        return mark.leftJustified(6000, '.') + ownMark.leftJustified(4096, '.');
-    case 3: // No copies, but all of one size.
-        return (ownMark + ' ' + mark).leftJustified(30, '.');
-    case 4:
-        return group % 24 == 4 ? QByteArray("") : mark + ownMark;
-    default:
-        return mark.leftJustified(10 + 40 * (group % 5), '.');
-    }
-}
-
-void RandomUser::fillFolders()
-{
-    m_disk.clear();
-    m_files = 0;
-    static const QList<int> groupCounts{0, 3, 8, 19, 20, 21, 35, 45, 60, 70};
-    static const QList<int> copyCounts{2, 2, 2, 3, 3, 4, 7};
-    QList<QByteArray> contents;
-    const int groups = oneOf(groupCounts);
-    for (int group = 0; group < groups; ++group) {
-        const int copies = oneOf(copyCounts);
-        for (int file = 0; file < copies; ++file)
-            contents.insert(below(contents.size() + 1), content(group, file));
-    }
-    for (qsizetype i = 0; i < contents.size(); ++i) {
-        m_disk.write(freshPath(), contents.at(i));
-        // Creation times of one group must be equal in some cases and differ in others.
-        if (i % 40 == 20)
-            QTest::qSleep(5);
-    }
+    m_driver.setFolders(m_folders);
 }
 
 void RandomUser::goBack()
 {
     m_driver.click("btnBack");
     if (m_driver.page() != u"page" || m_driver.tree()->topLevelItemCount() != 0)
-        m_failures.append(u"Back has not opened the start page and emptied the tree"_s);
+        m_failures.append(u"Back did not open the start page or did not empty the tree"_s);
     m_model.goBack();
 }
 
-void RandomUser::scan(bool fillAnew)
+void RandomUser::scan(bool newFiles)
 {
-    if (fillAnew)
+    if (newFiles)
         m_log.clear();
     if (m_driver.page() == u"duplicatespage")
         goBack();
-    if (fillAnew)
-        fillFolders();
+    if (newFiles)
+        m_files.replaceAll();
     QStringList collected;
-    for (const QString &place : std::as_const(m_places)) {
-        QDirIterator files(place, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    for (const QString &folder : std::as_const(m_folders)) {
+        QDirIterator files(folder, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
         while (files.hasNext())
             collected.append(files.next());
     }
     m_driver.click("btnStartScan");
-    if (below(8) == 0) {
-        m_log.append(u"stop the scan, whose results come all the same"_s);
+    if (m_random.below(8) == 0) {
+        m_log.append(u"stop the scan; its results arrive later"_s);
         m_driver.click("btnStopScan");
         if (m_driver.page() != u"page")
-            m_failures.append(u"Stop has not opened the start page"_s);
+            m_failures.append(u"Stop did not open the start page"_s);
     }
     if (!m_driver.waitForResults())
-        m_failures.append(u"the scan brings no results"_s);
+        m_failures.append(u"the scan delivered no results"_s);
     m_model.deliver(collected);
     m_log.append(u"scan %1 files"_s.arg(collected.size()));
     compare();
@@ -130,7 +82,7 @@ void RandomUser::sequence()
 
 void RandomUser::step()
 {
-    const int dice = below(100);
+    const int dice = m_random.below(100);
     if (dice < 24)
         clickCategory();
     else if (dice < 40)
@@ -148,24 +100,24 @@ void RandomUser::step()
     else if (dice < 99)
         changeDisk();
     else
-        scan(below(3) == 0);
+        scan(m_random.below(3) == 0);
 }
 
 void RandomUser::clickCategory()
 {
     static const QList<CategoryButton> buttons = categoryButtonsByKey();
-    // "All" more often: it has the most groups.
-    const CategoryButton button = below(2) ? buttons.first() : oneOf(buttons);
+    // Half of the clicks choose "All", which has the most groups.
+    const CategoryButton button = m_random.below(2) ? buttons.first() : m_random.oneOf(buttons);
     m_log.append(u"show "_s + button.key);
     m_driver.click(button.name);
     m_model.showCategory(button.key);
 }
 
-/// One change of the scroll bar may load one batch or two, as the view has laid out the first by then or not.
+/// One change of the scroll bar loads one batch or two, depending on when the view lays out the first.
 void RandomUser::scroll()
 {
     QScrollBar *const bar = m_driver.tree()->verticalScrollBar();
-    const int value = below(3) ? bar->maximum() : below(bar->maximum() + 1);
+    const int value = m_random.below(3) ? bar->maximum() : m_random.below(bar->maximum() + 1);
     m_log.append(u"scroll from %1 to %2 of %3"_s.arg(bar->value()).arg(value).arg(bar->maximum()));
     const bool nearEnd = value != bar->value() && bar->maximum() > 0 && value > 0.9 * bar->maximum() &&
                          bar->maximum() - (m_driver.tree()->viewport()->height() + value) < 100;
@@ -180,12 +132,12 @@ void RandomUser::scroll()
 
 void RandomUser::checkSomeFiles()
 {
-    for (int n = below(4); m_model.rowCount() > 0 && n >= 0; --n) {
-        const int group = below(m_model.rowCount());
+    for (int n = m_random.below(4); m_model.rowCount() > 0 && n >= 0; --n) {
+        const int group = m_random.below(m_model.rowCount());
         if (m_model.fileRowCount(group) == 0)
             continue;
-        const int file = below(m_model.fileRowCount(group));
-        const bool checked = below(3) > 0;
+        const int file = m_random.below(m_model.fileRowCount(group));
+        const bool checked = m_random.below(3) > 0;
         QTreeWidgetItem *const row = m_driver.tree()->topLevelItem(group)->child(file);
         m_log.append((checked ? u"check "_s : u"uncheck "_s) + row->text(0));
         row->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
@@ -197,8 +149,8 @@ void RandomUser::checkGroup()
 {
     if (m_model.rowCount() == 0)
         return;
-    const int group = below(m_model.rowCount());
-    const bool checked = below(2);
+    const int group = m_random.below(m_model.rowCount());
+    const bool checked = m_random.below(2);
     m_log.append(u"%1 group row %2"_s.arg(checked ? u"check"_s : u"uncheck"_s).arg(group));
     m_driver.tree()->topLevelItem(group)->setCheckState(0, checked ? Qt::Checked : Qt::Unchecked);
     m_model.checkGroupRow(group, checked);
@@ -237,8 +189,8 @@ void RandomUser::changeDisk()
         return;
     QStringList files = m_disk.files();
     files.sort();
-    const QString path = oneOf(files);
-    switch (below(4)) {
+    const QString path = m_random.oneOf(files);
+    switch (m_random.below(4)) {
     case 0:
         m_log.append(u"lock "_s + path);
         m_disk.lock(path);

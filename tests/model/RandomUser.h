@@ -1,12 +1,12 @@
 #pragma once
 
 #include "tests/model/ExpectedDisk.h"
+#include "tests/model/RandomFiles.h"
 #include "tests/model/ResultsModel.h"
+#include "tests/support/RandomChoice.h"
 #include "tests/support/WindowDriver.h"
 
-#include <QRandomGenerator>
-
-/// How often what matters most has happened, to know that the random steps get there.
+/// Counts the most important events, to prove that the random steps reach them.
 struct Reached
 {
     int sequences = 0;
@@ -23,41 +23,28 @@ struct Reached
     }
 };
 
-/// One window, its places to scan, and the model beside it.
+/// Performs random steps in a window and in a model of it, and compares the two.
 class RandomUser
 {
 public:
-    /// Scans \a places below \a root. The same \a seed does the same again.
-    RandomUser(const QString &root, const QStringList &places, quint32 seed);
+    /// Scans \a folders, which are relative to \a root. The same \a seed gives the same steps.
+    RandomUser(const QString &root, const QStringList &folders, quint32 seed);
 
-    /// Scans the places, with the folders filled anew or as they are.
-    void scan(bool fillAnew = true);
-    /// A few steps, then a look at the content of every file.
+    /// Scans the folders, by default with new files.
+    void scan(bool newFiles = true);
+    /// Performs a few steps, then checks the content of every file.
     void sequence();
     [[nodiscard]] const Reached &reached() const
     {
         return m_reached;
     }
+    /// The steps and the differences found; empty if there are none.
     [[nodiscard]] QString failure() const
     {
         return m_failures.isEmpty() ? QString() : (m_log + m_failures).join(u'\n');
     }
 
 private:
-    [[nodiscard]] int below(qsizetype limit)
-    {
-        return static_cast<int>(m_random.bounded(static_cast<quint32>(limit)));
-    }
-    template <typename T>
-    [[nodiscard]] T oneOf(const QList<T> &list)
-    {
-        return list.at(below(list.size()));
-    }
-
-    void fillFolders();
-    [[nodiscard]] QByteArray content(int group, int file);
-    [[nodiscard]] QString freshPath();
-
     void step();
     void clickCategory();
     void scroll();
@@ -76,9 +63,9 @@ private:
     ExpectedDisk m_bystanders;
     ExpectedDisk m_disk;
     ResultsModel m_model;
-    QRandomGenerator m_random;
-    QStringList m_places;
-    int m_files = 0;
+    RandomChoice m_random;
+    RandomFiles m_files;
+    QStringList m_folders;
     Reached m_reached;
     QStringList m_log;
     QStringList m_failures;

@@ -8,21 +8,21 @@
 #include <QString>
 #include <QStringList>
 
-/// What the results page must show and do, in the plainest way that can be written: lists that are searched
-/// from end to end, nothing cached, nothing shared with the program.
+/// A reference for the results page, written as simply as possible: linear searches, no caches, no code
+/// shared with the program.
 class ResultsModel
 {
 public:
-    /// \a totals is what the form shows before the first scan.
+    /// \a totals is the text of the form before the first scan.
     ResultsModel(ExpectedDisk &disk, const QString &totals)
         : m_disk(disk)
         , m_totals(totals)
     {
     }
 
-    /// A scan has collected these files and its result was loaded under "all".
+    /// The result of a scan of these files was loaded under "all".
     void deliver(const QStringList &collected);
-    /// Back was pressed. The next thing to happen is a scan.
+    /// Back was pressed. Only deliver() may follow.
     void goBack()
     {
         m_totals.clear();
@@ -31,7 +31,7 @@ public:
     void loadNextBatch();
     void selectAll();
     [[nodiscard]] QList<ShownBox> unselect();
-    /// Expects the deletion on the disk too.
+    /// Expects the files to be deleted from the disk as well.
     [[nodiscard]] QList<ShownBox> removeSelected();
     void checkFileRow(qsizetype group, qsizetype file, bool checked);
     void checkGroupRow(qsizetype group, bool checked);
@@ -53,7 +53,7 @@ public:
         return m_rows.at(group).files.size();
     }
 
-    /// The tree row by row, then totals and status. Same form as describe(WindowDriver &).
+    /// The rows of the tree, then totals and status, in the format of PageDescription.h.
     [[nodiscard]] QStringList describe() const;
 
 private:
@@ -98,14 +98,3 @@ private:
     QString m_status;
     QString m_selectedKey = QStringLiteral("all");
 };
-
-/// The same description of what the real window shows.
-[[nodiscard]] QStringList describe(WindowDriver &driver);
-
-/// Keys of the category buttons with the buttons' object names.
-struct CategoryButton
-{
-    QString key;
-    const char *name;
-};
-[[nodiscard]] QList<CategoryButton> categoryButtonsByKey();

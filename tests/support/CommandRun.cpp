@@ -8,7 +8,8 @@ CommandRun runCommand(const QString &program, const QStringList &arguments, cons
 {
     constexpr int patience = 300'000;
     QProcess process;
-    process.setEnvironment(QProcess::systemEnvironment() + setup.variables);
+    process.setEnvironment(
+        (setup.environment.isEmpty() ? QProcess::systemEnvironment() : setup.environment) + setup.variables);
     if (!setup.folder.isEmpty())
         process.setWorkingDirectory(setup.folder);
     if (!setup.outputFile.isEmpty())
@@ -24,4 +25,9 @@ CommandRun runCommand(const QString &program, const QStringList &arguments, cons
 CommandRun runScript(const QString &script, const QStringList &arguments, const CommandSetup &setup)
 {
     return runCommand(u"bash"_s, QStringList{u"-c"_s, script, u"bash"_s} + arguments, setup);
+}
+
+QStringList linesIn(const QByteArray &output)
+{
+    return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
 }

@@ -18,6 +18,8 @@ struct CommandSetup
 {
     /// Its working folder; empty: that of the test.
     QString folder = {};
+    /// Environment as "NAME=value"; empty: that of the test.
+    QStringList environment = {};
     /// "NAME=value", beside the environment of the test.
     QStringList variables = {};
     /// File that standard output goes to; empty: CommandRun::output.
@@ -33,3 +35,6 @@ struct CommandSetup
 /// Runs \a script with bash; its $1, $2 and so on are \a arguments.
 [[nodiscard]] CommandRun runScript(
     const QString &script, const QStringList &arguments, const CommandSetup &setup = {});
+
+/// The lines of an output, without empty ones.
+[[nodiscard]] QStringList linesIn(const QByteArray &output);
