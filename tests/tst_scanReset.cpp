@@ -1,11 +1,11 @@
 #include "scan/FileCollection.h"
+#include "tests/support/CopiesToScan.h"
 #include "tests/support/DuplicateFiles.h"
 #include "tests/support/LoadingPanelEvents.h"
 #include "tests/support/PoolGate.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #ifdef __GLIBC__
@@ -29,7 +29,7 @@ qint64 secondsShown(WindowDriver &driver)
 } // namespace
 
 /// Nothing of one scan reaches into the next one.
-class tst_scanReset : public QObject
+class tst_scanReset : public QObject, private CopiesToScan
 {
     Q_OBJECT
 
@@ -40,15 +40,11 @@ private slots:
     void endsTheStatusAnimationOfThePreviousScan();
     void clearsTheMarks();
     void stopsUpdatesOfTheClosedLoadingPanel();
-
-private:
-    QScopedPointer<QTemporaryDir> m_folder;
 };
 
 void tst_scanReset::init()
 {
-    m_folder.reset(new QTemporaryDir);
-    writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+    reset();
 }
 
 void tst_scanReset::countsFilesFromZero()

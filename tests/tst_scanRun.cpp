@@ -1,11 +1,11 @@
 #include "scan/FileCollection.h"
+#include "tests/support/CopiesToScan.h"
 #include "tests/support/DuplicateFiles.h"
 #include "tests/support/PoolGate.h"
 #include "tests/support/WindowDriver.h"
 
 #include <QProgressBar>
 #include <QSemaphore>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 #include <QThreadPool>
@@ -31,7 +31,7 @@ const QStringList idleTexts{u"0"_s, u"0"_s, u"00:00:00"_s, QString(), QString()}
 } // namespace
 
 /// One scan as the scan page shows it: start, progress, Stop, analysis, hand-over to the results page.
-class tst_scanRun : public QObject
+class tst_scanRun : public QObject, private CopiesToScan
 {
     Q_OBJECT
 
@@ -47,16 +47,11 @@ private slots:
     void clearsThePreviousRunAtTheNextStart();
     void showsTheLastOfOverlappingScans();
     void survivesStartsAndStopsInQuickSuccession();
-
-private:
-    QScopedPointer<QTemporaryDir> m_folder;
-    QStringList m_paths;
 };
 
 void tst_scanRun::init()
 {
-    m_folder.reset(new QTemporaryDir);
-    m_paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+    reset();
 }
 
 void tst_scanRun::startsOnACleanScanPage()

@@ -1,4 +1,5 @@
 #include "scan/FileCollection.h"
+#include "tests/support/CopiesToScan.h"
 #include "tests/support/DuplicateFiles.h"
 #include "tests/support/LabelTexts.h"
 #include "tests/support/PoolGate.h"
@@ -8,7 +9,6 @@
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -39,7 +39,7 @@ void stopTimers(WindowDriver &driver)
 } // namespace
 
 /// What the scan page shows during a scan: dots, time, counters, the percentage and the current file.
-class tst_scanStatus : public QObject
+class tst_scanStatus : public QObject, private CopiesToScan
 {
     Q_OBJECT
 
@@ -50,15 +50,11 @@ private slots:
     void namesTheFileBeingScanned();
     void followsTheWalk();
     void followsTheAnalysis();
-
-private:
-    QScopedPointer<QTemporaryDir> m_folder;
 };
 
 void tst_scanStatus::init()
 {
-    m_folder.reset(new QTemporaryDir);
-    writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
+    reset();
 }
 
 void tst_scanStatus::animatesTheStatusWithUpToThreeDots()
