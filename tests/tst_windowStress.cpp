@@ -79,7 +79,7 @@ void tst_windowStress::writeTree()
                 writeFile(path + name + ending, content.leftJustified(200 + pair % 7));
         }
     }
-    writeFile(m_folder.filePath(u"bystander.txt"_s), "not to be scanned");
+    writeFile(m_folder.filePath(u"untouched.txt"_s), "not to be scanned");
 }
 
 void tst_windowStress::survivesRandomActions_data()
@@ -113,7 +113,7 @@ void tst_windowStress::keepsAFileOfEachContent()
         ++left;
     }
     QCOMPARE(contents.size(), filesInAll / 2);
-    QVERIFY(QFile::exists(m_folder.filePath(u"bystander.txt"_s)));
+    QVERIFY(QFile::exists(m_folder.filePath(u"untouched.txt"_s)));
     qInfo("deleted files %d", filesInAll - left);
     QVERIFY(left < filesInAll || m_user->counts().deletions == 0);
 }

@@ -16,14 +16,14 @@ constexpr int stepsPerSequence = 5;
 } // namespace
 
 RandomUser::RandomUser(const QString &root, const QStringList &folders, quint32 seed)
-    : m_bystanders({root + u"/untouched"_s})
+    : m_untouched({root + u"/untouched"_s})
     , m_disk({root + u"/a"_s, root + u"/b"_s})
     , m_model(m_disk, m_driver.labelText("labelStatsInfo"))
     , m_random(seed)
     , m_files(root, m_disk, m_random)
 {
     for (const char *name : {"photo.jpg", "copy of photo.jpg", "a/f0.txt"})
-        m_bystanders.write(root + u"/untouched/"_s + QLatin1StringView(name), "the same everywhere");
+        m_untouched.write(root + u"/untouched/"_s + QLatin1StringView(name), "the same everywhere");
     for (const QString &folder : folders) {
         m_folders.append(root + u'/' + folder);
         QDir().mkpath(m_folders.last());
@@ -75,7 +75,7 @@ void RandomUser::sequence()
         step();
         compare();
     }
-    if (const QString wrong = m_bystanders.contentDifferences() + m_disk.contentDifferences();
+    if (const QString wrong = m_untouched.contentDifferences() + m_disk.contentDifferences();
         !wrong.isEmpty())
         m_failures.append(wrong);
 }
@@ -217,7 +217,7 @@ void RandomUser::compare()
         m_failures.append(u"line %1 of %2 must be: %3\nbut is:           %4"_s.arg(QString::number(line),
             QString::number(expected.size()), expected.value(line), shown.value(line)));
     }
-    if (const QString wrong = m_disk.differences() + m_bystanders.differences(); !wrong.isEmpty())
+    if (const QString wrong = m_disk.differences() + m_untouched.differences(); !wrong.isEmpty())
         m_failures.append(wrong);
 }
 

@@ -60,7 +60,7 @@ private:
     void compareBoxes(const QList<ShownBox> &shown, const QList<ShownBox> &expected);
 
     WindowDriver m_driver;
-    ExpectedDisk m_bystanders;
+    ExpectedDisk m_untouched;
     ExpectedDisk m_disk;
     ResultsModel m_model;
     RandomChoice m_random;
