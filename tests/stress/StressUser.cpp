@@ -36,7 +36,6 @@ StressUser::StressUser(const QString &tree, int folders, quint32 seed)
     : m_tree(tree)
     , m_folders(folders)
     , m_random(seed)
-    , m_watchdog(patienceMilliseconds)
 {
 }
 
@@ -44,6 +43,7 @@ void StressUser::useWindow()
 {
     m_log.clear();
     m_failure.clear();
+    m_watchdog.emplace(patienceMilliseconds);
     openWindow();
     press("btnStartScan");
     if (m_random.below(4) == 0)
@@ -54,6 +54,7 @@ void StressUser::useWindow()
     }
     letTimePass();
     closeWindow();
+    m_watchdog.reset();
 }
 
 /// Two of three windows scan a small part of the tree, so their results arrive quickly.
@@ -142,7 +143,7 @@ void StressUser::waitForResults()
 {
     record(u"wait for results"_s);
     const auto scanIsOver = [this] {
-        m_watchdog.alive(m_log.join(u", "_s));
+        m_watchdog->alive(m_log.join(u", "_s));
         return m_driver->page() != u"scanpage";
     };
     if (!QTest::qWaitFor(scanIsOver, 2 * patienceMilliseconds))
@@ -171,5 +172,5 @@ void StressUser::closeWindow()
 void StressUser::record(const QString &step)
 {
     m_log.append(step);
-    m_watchdog.alive(m_log.join(u", "_s));
+    m_watchdog->alive(m_log.join(u", "_s));
 }

@@ -7,6 +7,8 @@
 #include <QScopedPointer>
 #include <QStringList>
 
+#include <optional>
+
 /// Counts of what the test has reached, to prove that it covers every state.
 struct StressCounts
 {
@@ -54,7 +56,7 @@ private:
     const QString m_tree;
     const int m_folders;
     RandomChoice m_random;
-    Watchdog m_watchdog;
+    std::optional<Watchdog> m_watchdog; ///< while a window is in use
     QScopedPointer<WindowDriver> m_driver;
     QStringList m_log;
     QString m_failure;

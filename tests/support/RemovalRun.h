@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// The tests for Windows run under Wine, where nothing can be moved to the recycle bin.
+/// The Windows tests run under Wine, which has no recycle bin.
 #ifdef Q_OS_WIN
 constexpr bool hasTrash = false;
 #else
