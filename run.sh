@@ -1,17 +1,17 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the program and starts it. Without a display it drives the window itself and leaves
-# screenshots of every page.
+# Installs missing packages, builds the program and starts it. Without a display, operates the window on a virtual one
+# and saves screenshots. See --help.
 set -euo pipefail
 
 usage() {
     cat <<'TEXT'
 ./run.sh [--tour] [FOLDER...]
 
-Opens the window; it lists the FOLDERs, or all volumes without FOLDER. Where there is no display, and with
---tour, a script drives the window on a virtual display instead: it scans the FOLDERs and shows their
-duplicates (it deletes nothing), or, without FOLDER, scans a generated sample and deletes its copies.
-Screenshots of every page are left in build/tour/; those of the sample on a dark desktop and on a small
-screen are in folders of their own there.
+Starts the program with the FOLDERs on its start page, or with all volumes if no FOLDER is given.
+
+Without a display, or with --tour, a program operates the window on a virtual display and saves screenshots of
+all pages in build/tour/. It scans the FOLDERs and deletes nothing. If no FOLDER is given, it scans a generated
+sample and deletes its copies, also on a dark desktop and on a small screen (in subfolders of build/tour/).
 TEXT
 }
 
@@ -44,9 +44,9 @@ if [ -z "$tour" ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     exec build/release/quillory "${folders[@]}"
 fi
 
-tools/setup.sh build run tour
+tools/setup.sh build run display
 tools/build.sh release quillory quillory-cli quillory-tour
-[ -n "$tour" ] || echo "There is no display: driving the window on a virtual one"
+[ -n "$tour" ] || echo "No display found: operating the window on a virtual one"
 readonly program=build/release/tools/tour/quillory-tour
 if [ ${#folders[@]} -eq 0 ]; then
     tools/with-display.sh "$program" --dark --output build/tour/dark-desktop >/dev/null

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds everything with warnings as errors and runs the tests. Arguments go to ctest:
-# ./test.sh -R endToEnd
-# ./test.sh --coverage builds and runs them once more with counters and ends with the lines and branches they reach.
+# Installs missing packages, builds everything with warnings as errors and runs the tests.
+#
+#   ./test.sh [CTEST-ARGUMENT...]    for example -R fileHash: the tests whose names match
+#   ./test.sh --coverage             measures the line and branch coverage of all tests
 set -euo pipefail
 
 fail() {
@@ -12,20 +13,20 @@ fail() {
 cd "$(dirname "${BASH_SOURCE[0]}")"
 case ${1--} in
 -h | --help)
-    sed -n '2,/^[^#]/s/^# //p' test.sh
+    sed -n '2,/^[^#]/s/^# \{0,1\}//p' test.sh
     exit
     ;;
 --coverage)
-    [ $# -eq 1 ] || fail "--coverage goes alone"
+    [ $# -eq 1 ] || fail "--coverage takes no further arguments"
     tools/setup.sh build run test coverage
     exec tools/coverage.sh
     ;;
 -*) ;;
-*) fail "unknown argument: $1 (arguments go to ctest; one test by its name: ./test.sh -R $1)" ;;
+*) fail "unknown argument: $1 (to run tests by name: ./test.sh -R $1)" ;;
 esac
 
 tools/setup.sh build run test
-# ctest itself ignores what it does not know and would run every test.
+# ctest ignores unknown options and would run all tests.
 known=" $(ctest --help | tr -s ',=[\n' ' ') "
 for argument in "$@"; do
     option=${argument%%=*}

@@ -4,11 +4,11 @@
 
 #include <chrono>
 
-/// Time from its construction, or from the last lap, in seconds.
+/// Measures laps: the time since construction or since the last lap.
 class Stopwatch
 {
 public:
-    /// Seconds since the last call, or since construction.
+    /// Ends a lap and returns its seconds.
     double lap()
     {
         const auto now = std::chrono::steady_clock::now();
@@ -21,5 +21,5 @@ private:
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
-/// The most memory that the process has occupied so far.
+/// Peak resident memory of the process so far, in KiB.
 qint64 peakMemoryKibibytes();

@@ -4,8 +4,8 @@
 
 #include <QFile>
 
-// From paths to groups, with files that are alike in different ways. The time has to grow with the number of
-// files in every one of them.
+// The analysis, from paths to groups, of files whose sizes and contents are distributed in different ways.
+// In all cases the time must grow linearly with the number of files.
 
 namespace {
 
@@ -24,19 +24,19 @@ void analyse(benchmark::State &state, FileTree &tree)
     state.counters["groups"] = static_cast<double>(groups);
 }
 
-/// As many sizes as there can be: to count all duplicates again after each of them would be quadratic.
+/// As many sizes as possible. Counting all duplicates again after each size would be quadratic.
 void writePairOfOwnSize(const QString &path, int number)
 {
     writeWithHole(path, QByteArray::number(number / 2), 10 + number / 2);
 }
 
-/// Nothing to open.
+/// No file is opened.
 void writeUniqueSize(const QString &path, int number)
 {
     writeWithHole(path, {}, number);
 }
 
-/// Every one has to be opened, for nothing.
+/// All files are opened, but none has a copy.
 void writeUniqueContent(const QString &path, int number)
 {
     writeQuickly(path, QByteArray::number(number).rightJustified(16, '0'));

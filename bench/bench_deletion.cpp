@@ -1,13 +1,12 @@
 #include "bench/support/Benchmarks.h"
 #include "results/GroupDeletion.h"
 
-// Deleting without a disk: the files are not there, so that what is left is one failing system call per
-// marked file and the work on the list of groups. To take groups out of its middle one by one would be
-// quadratic.
+// Deletion without disk access: the files do not exist, so only one failing system call per marked file and
+// the work on the list of groups remain. Removing groups from the list one by one would be quadratic.
 
 namespace {
 
-/// Groups of three files; of the even ones two files are marked, which ends the group, of the odd ones one.
+/// Groups of three files. Even groups have two marked files and disappear; odd ones have one.
 QList<DuplicateGroup> makeGroups(int count)
 {
     QList<DuplicateGroup> groups(count);

@@ -5,9 +5,9 @@
 
 #include <QCryptographicHash>
 
-// One file of several sizes (flat beyond 8192 bytes), many files, and the digest alone: as this build
-// computes it and as Qt alone would. In a build without libcrypto (QUILLORY_USE_LIBCRYPTO=OFF) the last two
-// are the same.
+// Fingerprints of one file at several sizes (constant time beyond 8192 bytes), fingerprints of many files,
+// and digests, both with this build's SHA-256 and with Qt's. Without libcrypto (QUILLORY_USE_LIBCRYPTO=OFF),
+// the two digests are the same.
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-// What every category switch does first: the checks of the loaded rows become marks of the groups. To look
-// for groups with the same files by comparing each row with every group would be quadratic.
+// Saving the check boxes of the loaded rows as marks, which every change of the category does first.
+// Comparing each row with every group, to find groups with the same files, would be quadratic.
 
 namespace {
 

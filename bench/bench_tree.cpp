@@ -8,8 +8,8 @@
 
 namespace {
 
-/// The first batch only. With pairs of copies, what grows are passes over the groups; with copies of one
-/// file, its rows.
+/// Loads the first batch. With pairs of copies, the passes over the groups grow; with copies of one file, its
+/// rows.
 void loadCategory(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
@@ -19,7 +19,7 @@ void loadCategory(benchmark::State &state, ScannedWindow &window)
     }
 }
 
-/// From the first batch to the last.
+/// Loads all batches, from the first to the last.
 void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));
@@ -32,7 +32,7 @@ void scrollThroughAll(benchmark::State &state, ScannedWindow &window)
     }
 }
 
-/// Saves the marks of every row and removes all rows.
+/// Saves the check boxes of all rows and removes the rows.
 void reloadAfterScrolling(benchmark::State &state, ScannedWindow &window)
 {
     WindowDriver &driver = window.withFiles(sizeOf(state));

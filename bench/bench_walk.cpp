@@ -5,8 +5,7 @@
 
 #include <ctime>
 
-// Both passes over a tree in memory: what the walk itself costs, and what the location and hidden-file rules
-// add.
+// Both passes over a tree in memory, without rules and with the desktop and hidden-file rules.
 
 namespace {
 
@@ -42,7 +41,7 @@ void walk(benchmark::State &state, FileTree &tree, const ScanOptions &options)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-/// Turn by turn and by the work alone, so that it does not matter what else the machine does.
+/// Runs both in turn and compares CPU times, which other work on the machine hardly affects.
 void compareRules(benchmark::State &state, FileTree &tree)
 {
     const QStringList folders = tree.folders(sizeOf(state));

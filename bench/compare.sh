@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Compares the engine with other programs that find duplicates, turn by turn on the same files, measures the window,
-# and writes the tables of docs/benchmarks.md. What it installs stands in tools/packages.txt under "bench"; the
-# folders it makes to measure on (14 GB) stay in the user's cache folder.
+# Compares the engine with other programs that find duplicates, in interleaved rounds on the same files, measures the
+# window, and writes the tables of docs/benchmarks.md. Installs the "bench" packages of tools/packages.txt. The test
+# files (14 GB) stay in the user's cache folder.
 set -euo pipefail
 
 parts=(usr small large pairs photos growth window)
@@ -73,7 +73,7 @@ parse() {
         *) fail "unknown argument: $1 (arguments: $usage)" ;;
         esac
     done
-    # A part of the tables must not take the place of all of them unasked.
+    # Some of the tables must not replace all of them by default.
     if [ -z "$output" ] && [ -z "$partial" ]; then
         output=$document
     fi
@@ -82,11 +82,11 @@ parse() {
     fi
 }
 
-# Makes one corpus unless it is there; a half-made one is thrown away.
+# make_corpus NAME: creates a corpus unless it exists. Discards an incomplete one.
 make_corpus() {
     local folder=$cache/$1-1
     if [ ! -d "$folder" ]; then
-        echo "Making files to measure on: $folder" >&2
+        echo "Creating test files: $folder" >&2
         rm -rf "$folder.part"
         mkdir -p "$folder.part"
         python3 bench/make_corpus.py "$1" "$folder.part"
@@ -95,21 +95,21 @@ make_corpus() {
     fi
 }
 
-# Runs one program on the folders of a corpus and adds a line to the measurements:
-# run CORPUS STATE ROUND TOOL FOLDER...
+# run CORPUS STATE ROUND TOOL FOLDER...: runs one program on the folders of a corpus and adds its measurements to
+# runs.tsv. STATE is warm or cold.
 run() {
     local corpus=$1 state=$2 round=$3 tool=$4
     shift 4
-    local said=$work/$corpus.$tool.txt
+    local output_file=$work/$corpus.$tool.txt
     local command
     case $tool in
     quillory) command=("$programs/scan_folders" "$@") ;;
     quillory-find)
         command=("$project/build/bench/cli/quillory-cli" find --min-size 0 --format paths --progress never "$@")
         ;;
-    floor) command=("$programs/floor" "$@") ;;
+    lower-bound) command=("$programs/lower_bound" "$@") ;;
     read-all) command=("$programs/read_all" "$@") ;;
-    # Alike as far as their options go: no hidden files, empty files and hard links count as copies.
+    # As similar as the options allow: no hidden files; empty files and hard links count as copies.
     jdupes-TT) command=(jdupes -r -q -m -A -H -z -T -T "$@") ;;
     jdupes) command=(jdupes -r -q -m -A -H -z "$@") ;;
     fdupes) command=(fdupes -r -q -m -A -H "$@") ;;
@@ -122,16 +122,16 @@ run() {
         echo 3 >/proc/sys/vm/drop_caches
     fi
     local figures
-    figures=$(python3 "$project/bench/measure_run.py" "$said" "${command[@]}")
-    # The first round only warms up.
+    figures=$(python3 "$project/bench/measure_run.py" "$output_file" "${command[@]}")
+    # Round 0 is the warm-up.
     if [ "$round" -gt 0 ]; then
         printf '%s\t%s\t%s\t%s\n' "$corpus" "$state" "$tool" "$figures" >>"$work/runs.tsv"
     fi
 }
 
-readonly tools=(quillory quillory-find floor jdupes-TT rdfind jdupes fdupes rmlint read-all find)
+readonly tools=(quillory quillory-find lower-bound jdupes-TT rdfind jdupes fdupes rmlint read-all find)
 
-# Rounds of all programs in turn, so that whatever the machine does at one time hits all of them.
+# compare CORPUS FOLDER...: interleaves the programs, so that other load on the machine affects all of them.
 compare() {
     local corpus=$1 round tool
     shift
@@ -148,14 +148,14 @@ compare() {
     done
 }
 
-# The same kind of files, eight times as many.
+# Measures 1, 2, 4 and 8 parts of the small files.
 measure_growth() {
     local parts_used round tool list
     echo "Measuring growth" >&2
     for ((round = 0; round <= rounds; round++)); do
         for parts_used in 1 2 4 8; do
             mapfile -t list < <(small_parts "$parts_used")
-            for tool in quillory quillory-find floor; do
+            for tool in quillory quillory-find lower-bound; do
                 run "growth-$parts_used" warm "$round" "$tool" "${list[@]}"
             done
         done
@@ -203,11 +203,11 @@ measure() {
 
 parse "$@"
 if [ "$cold_rounds" -gt 0 ] && ! { [ -w /proc/sys/vm/drop_caches ] && [ "$(id -u)" -eq 0 ]; }; then
-    echo "Only root can empty the cache: the cold rounds are left out" >&2
+    echo "Skipping the cold rounds: only root can empty the cache" >&2
     cold_rounds=0
 fi
 tools/setup.sh build run bench
-tools/build.sh bench scan_folders quillory-cli floor read_all gui_heartbeat >&2
+tools/build.sh bench scan_folders quillory-cli lower_bound read_all gui_heartbeat >&2
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 measure

@@ -1,8 +1,8 @@
 """Turns the measurements of compare.sh into the tables of docs/benchmarks.md.
 
-compare_table.py --check FILE           is the file one that tables can be put into?
-compare_table.py --into FILE FOLDER     puts the tables of the measurements in FOLDER between the marks of the file
-compare_table.py --print FOLDER         prints them
+compare_table.py --check FILE           fails unless the file has the two marks between which the tables belong
+compare_table.py --into FILE FOLDER     writes the tables of the measurements in FOLDER between the marks
+compare_table.py --print FOLDER         prints the tables
 """
 
 import collections
@@ -21,14 +21,14 @@ CORPORA = {
     "small": "200,000 small files",
     "large": "2,000 files of 1 MiB",
     "pairs": "Two pairs of 2 GiB",
-    "photos": "A tree like one of photos",
-    "given": "Folders of one's own",
+    "photos": "A collection of photos",
+    "given": "The given folders",
 }
 
 TOOLS = {
     "quillory": "**Quillory's engine**",
     "quillory-find": "**`quillory-cli find`**",
-    "floor": "`bench/floor`",
+    "lower-bound": "`bench/lower_bound`",
     "jdupes-TT": "`jdupes -TT`",
     "rdfind": "`rdfind -dryrun`",
     "jdupes": "`jdupes`",
@@ -39,56 +39,58 @@ TOOLS = {
 }
 
 WORK = """\
-| program | what it reads of a file that shares its size with another | what it then knows |
+| program | what it reads of a file whose size is not unique | result |
 |---|---|---|
-| Quillory's engine | up to 4 KiB all of it, up to 8 KiB the first 4 KiB, else the first and the last 4 KiB; SHA-256 | **samples** alike, whatever the sizes |
-| `quillory-cli find` | the first 16 KiB, then files that are alike so far in step, until they differ | **compares** all bytes |
-| `bench/floor` | the same as the engine, one file after the other on each core with plain system calls and without progress reports | **samples** alike, whatever the sizes |
+| Quillory's engine | up to 4 KiB all, up to 8 KiB the first 4 KiB, otherwise the first and the last 4 KiB; SHA-256 | equal **samples**, of any size |
+| `quillory-cli find` | the first 16 KiB, then the files that are equal so far in parallel, until they differ | **compares** all bytes |
+| `bench/lower_bound` | the same as the engine, one file at a time on each core, with plain system calls and without progress reports | equal **samples**, of any size |
 | `jdupes -TT` | the first 4 KiB, a 64-bit hash | **samples**: equal size and beginning |
-| `rdfind -dryrun` | the first and the last 64 bytes, then all of what is alike so far, SHA-1 | **compares** by hash |
-| `jdupes` | the first 4 KiB, then all of it for a 64-bit hash, then once more byte by byte | **compares** |
-| `fdupes` | the first 4 KiB, then all of it for MD5, then once more byte by byte | **compares** |
-| `rmlint` | all of what is alike so far, piece by piece, BLAKE2b | **compares** by hash |
-| `bench/read_all` | every file once, on all cores, and does nothing with it | nothing |
-| `find -type f` | nothing, it only walks the folders | names only |
+| `rdfind -dryrun` | the first and the last 64 bytes, then all of the files that are equal so far, SHA-1 | **compares** by hash |
+| `jdupes` | the first 4 KiB, then all for a 64-bit hash, then all again byte by byte | **compares** |
+| `fdupes` | the first 4 KiB, then all for MD5, then all again byte by byte | **compares** |
+| `rmlint` | all of the files that are equal so far, in pieces, BLAKE2b | **compares** by hash |
+| `bench/read_all` | every file once, on all cores, and discards it | nothing |
+| `find -type f` | nothing, it only lists the folders | names only |
 
-"Quillory takes" is the engine's median as a multiple of the program's: below 1 the engine is faster; "`find` takes" is
-that of `quillory-cli find`. "Work" is the time
-on all cores together, "reads" is what the kernel has handed out. The memory of small programs cannot be told.
+"Quillory takes" is the engine's median as a multiple of the program's: below 1, the engine is faster. "`find` takes"
+is that of `quillory-cli find`. "Work" is the CPU time of all cores. "Reads" is the number of bytes that the kernel
+returned. The memory of small programs cannot be measured.
 
-A program that samples takes some different files for the same: those that differ outside the samples, for Quillory and
-the floor even if their sizes differ. Only the ratios to `jdupes -TT` and `bench/floor` compare like with like; the other
-ratios compare how long a user waits for an answer.
+A program that compares samples groups some files that differ outside the samples; the engine and the lower bound also
+group files of different sizes. Only the ratios to `jdupes -TT` and `bench/lower_bound` compare equal work. The other
+ratios compare how long a user waits for a result.
 
-All programs but Quillory, the floor, rmlint and `read_all` work on one core. Quillory asks the disk for the samples of several files that
-are not in memory before it waits for the first; the others, the floor included, wait for each. Nobody follows symbolic
-links. For everybody each hard link is a file (`-H`, `-removeidentinode false`) and empty files are copies of each other
-(`-z`, `-ignoreempty false`); `quillory-cli find` and `rmlint` count a file with several names once. Hidden files are left out (`-A`, `-prune`), except by `rdfind`, which cannot do so. The
-engine walks the folders twice, as it has to count before it can tell its user a percentage; nobody else does.
+All programs but Quillory, rmlint, `read_all` and the lower bound use one core. Quillory requests the samples of
+several files that are not in memory before it waits for the first one; the others, including the lower bound, wait
+for each file. No program follows symbolic links. All count each hard link as a file (`-H`, `-removeidentinode false`)
+and empty files as copies of each other (`-z`, `-ignoreempty false`); `quillory-cli find` and `rmlint` count a file
+with several names once. All but `rdfind` skip hidden files (`-A`, `-prune`). The engine lists the folders twice,
+because it counts the files first to report a percentage.
 """
 
 GROWTH = """\
 ### Growth
 
-The same kind of small files, up to eight times as many; warm. Nothing is quadratic while the work per file stays where
-it is. The floor's figures say what the machine does to everybody.
+The same kind of small files, up to eight times as many, warm. Nothing is quadratic if the work per file is constant.
+The figures of the lower bound show how the machine itself scales.
 
-| files | Quillory, s | its work, us per file | floor, s | its work, us per file | Quillory's bytes per file | of these its path |
+| files | Quillory, s | work, us per file | lower bound, s | work, us per file | Quillory's bytes per file | of these for the path |
 |--:|--:|--:|--:|--:|--:|--:|
 """
 
 WINDOW = """\
 ### The window
 
-The longest times between two beats of a 5 ms timer on the window's thread, which is how long a user waits for an
-answer; "busy" is how much of that the thread was at work. From `gui_heartbeat /usr`.
+The table shows the longest times between two beats of a 5 ms timer on the GUI thread, which is how long the window
+takes to respond. "CPU time" is the part of such a gap during which the thread was running. Measured with
+`gui_heartbeat /usr`.
 """
 
 Run = collections.namedtuple("Run", "seconds work read peak")
 
 
-def said(folder, corpus, tool):
-    """What the program printed in its last run there."""
+def output_of(folder, corpus, tool):
+    """The output of the last run of a program on a corpus."""
     with open(f"{folder}/{corpus}.{tool}.txt", encoding="utf-8", errors="replace") as output:
         return output.read()
 
@@ -99,8 +101,8 @@ def number_before(text, pattern):
 
 
 def files_with_copies(tool, text):
-    """The number of files that are in some group, or None for a program that looks for none."""
-    if tool in ("quillory", "floor"):
+    """The number of files in groups, or None for a program that does not form groups."""
+    if tool in ("quillory", "lower-bound"):
         return number_before(text, r"duplicates (\d+)")
     if tool == "rdfind":
         return number_before(text, r"have (\d+) files that are not unique")
@@ -113,7 +115,7 @@ def files_with_copies(tool, text):
 
 
 def read_runs(folder):
-    """Lists of runs by corpus, state and program."""
+    """The runs by corpus, state and program."""
     runs = collections.defaultdict(list)
     with open(f"{folder}/runs.tsv", encoding="utf-8") as lines:
         for line in lines:
@@ -127,11 +129,11 @@ def median(runs, field="seconds"):
 
 
 def comparison(folder, corpus, title, runs):
-    """All programs on one corpus."""
-    facts = said(folder, corpus, "quillory")
+    """The tables of all programs on one corpus."""
+    facts = output_of(folder, corpus, "quillory")
     files = number_before(facts, r"files +(\d+)")
     candidates = number_before(facts, r"candidates +(\d+)")
-    text = f"### {title}\n\n{files:,} files, {candidates:,} of them share their size with another.\n"
+    text = f"### {title}\n\n{files:,} files, {candidates:,} of them with a size that is not unique.\n"
     for state in ("warm", "cold"):
         own = runs[corpus, state, "quillory"]
         command = runs[corpus, state, "quillory-find"]
@@ -142,12 +144,12 @@ def comparison(folder, corpus, title, runs):
                  "|---|--:|--:|--:|--:|--:|--:|--:|--:|\n")
         for tool in TOOLS:
             text += row(tool, runs[corpus, state, tool], {"quillory": own, "quillory-find": command},
-                        files_with_copies(tool, said(folder, corpus, tool)))
+                        files_with_copies(tool, output_of(folder, corpus, tool)))
     return text
 
 
 def row(tool, some, own, found):
-    """What one program did on one corpus, beside what the engine and the command did."""
+    """The table row of one program on one corpus, with its ratios to the engine and to `quillory-cli find`."""
     seconds = [run.seconds for run in some]
     peak = median(some, "peak")
     cells = [TOOLS[tool], f"{median(some):.2f}", f"{min(seconds):.2f} to {max(seconds):.2f}",
@@ -159,12 +161,12 @@ def row(tool, some, own, found):
 
 
 def growth(folder, runs):
-    """How time and memory grow with the number of files."""
+    """The table of time and memory by number of files."""
     text = GROWTH
     own, least = ({parts: runs[f"growth-{parts}", "warm", tool] for parts in (1, 2, 4, 8)}
-                  for tool in ("quillory", "floor"))
+                  for tool in ("quillory", "lower-bound"))
     for parts in own:
-        facts = said(folder, f"growth-{parts}", "quillory")
+        facts = output_of(folder, f"growth-{parts}", "quillory")
         files = number_before(facts, r"files +(\d+)")
         beside, path = re.search(r"per file +(\d+) bytes and (\d+) bytes of path", facts).groups()
         text += (f"| {files:,} | {median(own[parts]):.2f} | {median(own[parts], 'work') / files * 1e6:.1f} "
@@ -174,12 +176,12 @@ def growth(folder, runs):
                     for field in ("seconds", "work"))
     command = [median(runs[f"growth-{parts}", "warm", "quillory-find"]) for parts in (1, 8)]
     return text + (f"\nEight times the files take Quillory {times[0]:.2f} times as long and {works[0]:.2f} times the "
-                   f"work;\nthe floor {times[1]:.2f} times as long and {works[1]:.2f} times the work;\n"
+                   f"work;\nthe lower bound {times[1]:.2f} times as long and {works[1]:.2f} times the work;\n"
                    f"`quillory-cli find` {command[1] / command[0]:.2f} times as long.\n")
 
 
 def window(folder):
-    """How long the window keeps its user waiting."""
+    """How long the window takes to respond."""
     with open(f"{folder}/window.txt", encoding="utf-8") as output:
         return f"{WINDOW}\n```text\n{output.read().strip()}\n```\n"
 
@@ -206,7 +208,7 @@ def machine():
 
 def tables(folder):
     runs = read_runs(folder) if os.path.exists(f"{folder}/runs.tsv") else {}
-    parts = ["## Beside other programs\n", machine(), WORK]
+    parts = ["## Comparison with other programs\n", machine(), WORK]
     for corpus, title in CORPORA.items():
         if (corpus, "warm", "quillory") in runs:
             parts.append(comparison(folder, corpus, title, runs))
@@ -218,11 +220,11 @@ def tables(folder):
 
 
 def read_document(path):
-    """What stands before, between and behind the marks of the document."""
+    """The text before, between and after the marks of the document."""
     with open(path, encoding="utf-8") as document:
         text = document.read()
     if text.count(BEGIN) != 1 or text.count(END) != 1 or text.index(BEGIN) > text.index(END):
-        sys.exit(f"compare.sh: {path} has no place for the tables: it must hold the lines '{BEGIN}' and '{END}'")
+        sys.exit(f"compare.sh: {path} has no marks for the tables: it must contain the lines '{BEGIN}' and '{END}'")
     before, rest = text.split(BEGIN)
     between, behind = rest.split(END)
     return before, between, behind

@@ -9,14 +9,14 @@
 #include <algorithm>
 #include <cstdio>
 
-// Finds equal files in folders as the command line does, with every byte compared, and says what each stage
-// took. It prints neither the groups nor a report.
+// Finds equal files byte by byte, like `quillory-cli find`, and prints the time of each stage instead of the
+// groups.
 
 using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Leaves one name of each file.
+/// Keeps one name of each file.
 void dropFurtherNames(std::vector<SurveyedFile> &files)
 {
     std::ranges::sort(files, {}, &SurveyedFile::identity);
@@ -47,11 +47,11 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption threads(
-        u"threads"_s, u"Threads to work on."_s, u"number"_s, QString::number(QThread::idealThreadCount()));
-    const QCommandLineOption sample(u"sample"_s, u"Compare fingerprints."_s);
-    const QCommandLineOption hidden(u"hidden"_s, u"Hidden files too."_s);
+        u"threads"_s, u"Number of threads."_s, u"number"_s, QString::number(QThread::idealThreadCount()));
+    const QCommandLineOption sample(u"sample"_s, u"Compare fingerprints instead of bytes."_s);
+    const QCommandLineOption hidden(u"hidden"_s, u"Include hidden files."_s);
     parser.addOptions({threads, sample, hidden});
-    parser.addPositionalArgument(u"folders"_s, u"What to search."_s, u"folder..."_s);
+    parser.addPositionalArgument(u"folders"_s, u"Folders to search."_s, u"folder..."_s);
     parser.process(application);
 
     const qint64 base = peakMemoryKibibytes();

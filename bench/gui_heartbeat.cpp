@@ -13,8 +13,8 @@
 #include <optional>
 #include <utility>
 
-// How long the window leaves its user without an answer, at work on real folders and on a large result. The
-// window is the real one and is worked through its buttons, in the real event loop.
+// Measures how long the window takes to respond, during a scan of given folders and with large results.
+// Operates the real window through its buttons, in the normal event loop.
 
 using Qt::StringLiterals::operator""_s;
 
@@ -36,7 +36,7 @@ constexpr std::array categoryButtons{
     CategoryButton{"btnAll", "all"},
 };
 
-/// Pairs of copies of all categories but one; the pictures among them are none.
+/// Pairs of copies in all categories but videos. The pictures are not valid.
 void writeMixedPair(const QString &path, int number)
 {
     constexpr std::array suffixes{".jpg", ".mp3", ".txt", ".zip", ".bin"};
@@ -44,7 +44,7 @@ void writeMixedPair(const QString &path, int number)
     writePair(path + QLatin1StringView(suffixes.at(kind)), number);
 }
 
-/// One window with its heartbeat.
+/// A window with a heartbeat.
 class Session
 {
 public:
@@ -53,7 +53,7 @@ public:
     {
     }
 
-    /// From the press of Scan to the first rows.
+    /// Presses Scan and waits for the first rows.
     bool scan(const QStringList &folders)
     {
         m_driver.listFolders(folders);
@@ -83,7 +83,7 @@ public:
         m_beat.run(phase, [&] { m_driver.click(button); });
     }
 
-    /// Drags the scroll bar to its end until \a groups have their rows; false when there are fewer.
+    /// Moves the scroll bar to its end until \a groups groups have rows; false if there are fewer groups.
     bool scroll(int groups)
     {
         QScrollBar *const bar = m_driver.tree()->verticalScrollBar();
@@ -159,7 +159,7 @@ bool openLargeGroup(int members, const QString &parent)
     return done;
 }
 
-/// Pairs of photos: what is behind the end of a JPEG does not change the picture.
+/// Makes pairs of photos: bytes after the end of a JPEG file do not change the picture.
 bool lookAtPhotos(int pairs, const QString &parent)
 {
     const QByteArray picture = makePhoto();
@@ -183,7 +183,8 @@ struct Sizes
     int photos = 0;
 };
 
-/// What the options of \a parser say; nothing, and a message, when one is no number of files.
+/// The values of the options of \a parser; prints an error and returns nothing if one is not a number of
+/// files.
 std::optional<Sizes> sizesFrom(const QCommandLineParser &parser)
 {
     Sizes sizes;
@@ -199,7 +200,7 @@ std::optional<Sizes> sizesFrom(const QCommandLineParser &parser)
     return sizes;
 }
 
-/// The folder when it can be used, else nothing and a message.
+/// Whether \a folder can be written to or else scanned; prints an error if not.
 bool checkFolder(const QString &folder, bool toWrite)
 {
     const QFileInfo info(folder);
@@ -212,16 +213,16 @@ bool checkFolder(const QString &folder, bool toWrite)
 
 void addOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(u"Measures how long the window leaves its user without an answer."_s);
+    parser.setApplicationDescription(u"Measures how long the window takes to respond."_s);
     parser.addHelpOption();
     parser.addOptions({
         {u"groups"_s, u"Groups of the large result, 0 for none."_s, u"number"_s, u"100000"_s},
-        {u"rows"_s, u"How many of its groups to scroll through, twice."_s, u"number"_s, u"5000"_s},
+        {u"rows"_s, u"Number of its groups to scroll through, twice."_s, u"number"_s, u"5000"_s},
         {u"members"_s, u"Files of the large group, 0 for none."_s, u"number"_s, u"50000"_s},
         {u"photos"_s, u"Pairs of photos, 0 for none."_s, u"number"_s, u"50"_s},
-        {u"folder"_s, u"Where to make files (in memory by default)."_s, u"folder"_s},
+        {u"folder"_s, u"Where to create files (default: in memory)."_s, u"folder"_s},
     });
-    parser.addPositionalArgument(u"folders"_s, u"What to scan, nothing by default."_s, u"[folder...]"_s);
+    parser.addPositionalArgument(u"folders"_s, u"Folders to scan (default: none)."_s, u"[folder...]"_s);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-"""Makes one of the folders that compare.sh measures on: make_corpus.py small|large|pairs|photos FOLDER
+"""Creates a corpus for compare.sh: make_corpus.py small|large|pairs|photos FOLDER
 
-The same bytes on every machine. No holes, no links: every file occupies its space on the disk.
+The bytes are the same on every machine. There are no sparse files and no links.
 """
 
 import os
@@ -18,7 +18,7 @@ def write(path, content):
 
 
 def make_small(root, chance):
-    """Eight parts of 50,000 files up to 6 KiB, 100 to a folder; three of ten copy another one of their part."""
+    """Eight parts of 50,000 files of up to 6 KiB, 100 per folder; 30 % are copies of files in their part."""
     for part in range(8):
         originals = []
         for number in range(50_000):
@@ -31,7 +31,7 @@ def make_small(root, chance):
 
 
 def make_large(root, chance):
-    """2,000 files of 1 MiB: 500 pairs of copies, 50 pairs that differ in their middle only, 900 others."""
+    """2,000 files of 1 MiB: 500 pairs of copies, 50 pairs that differ only in the middle, 900 unique files."""
     contents = [(content, content) for content in (chance.randbytes(MIB) for _ in range(500))]
     for _ in range(50):
         content = chance.randbytes(MIB)
@@ -45,7 +45,7 @@ def make_large(root, chance):
 
 
 def make_pairs(root, chance):
-    """Two pairs of 2 GiB: one of copies, one that differs in its last byte only."""
+    """Two pairs of 2 GiB: one pair of copies, one pair that differs only in the last byte."""
     for number in range(2):
         pieces = [chance.randbytes(16 * MIB) for _ in range(4)]
         os.makedirs(f"{root}/{number}")
@@ -59,7 +59,7 @@ def make_pairs(root, chance):
 
 
 def make_photos(root, chance):
-    """1,000 photos with previews and side files, a quarter of them in a backup once more, and 20 videos."""
+    """1,000 photos with previews and metadata files, a quarter of them copied to a backup, and 20 videos."""
     camera = chance.randbytes(600)
     note = "<x:xmpmeta><rdf:Description Rating='{}' Label='{:08}'/></x:xmpmeta>\n" + 40 * "<rdf:li>holiday</rdf:li>\n"
     for number in range(1000):
@@ -78,7 +78,7 @@ def make_photos(root, chance):
 def main():
     makers = {"small": make_small, "large": make_large, "pairs": make_pairs, "photos": make_photos}
     if len(sys.argv) != 3 or sys.argv[1] not in makers:
-        sys.exit("make_corpus.py: say which corpus to make, and where")
+        sys.exit("usage: make_corpus.py small|large|pairs|photos FOLDER")
     makers[sys.argv[1]](sys.argv[2], random.Random(20240917))
 
 

@@ -1,6 +1,7 @@
-"""Runs one command and prints, separated by tabs: seconds on the clock, seconds of work on all cores, bytes that it got
-from the kernel, its peak memory in KiB (0 when that is less than this program's own, which hides it). What the command
-prints goes to a file: measure_run.py FILE COMMAND [ARGUMENT...]
+"""Runs a command, writes its output to a file and prints its measurements: measure_run.py FILE COMMAND [ARGUMENT...]
+
+The measurements are separated by tabs: elapsed seconds, CPU seconds, bytes read, peak memory in KiB. The peak is 0 if
+it is below that of this script, which hides it.
 """
 
 import os
@@ -11,7 +12,7 @@ import time
 
 
 def bytes_read():
-    """By this process and by those it has waited for."""
+    """Bytes read by this process and by its finished child processes."""
     with open("/proc/self/io", encoding="ascii") as counters:
         return int(counters.readline().split()[1])
 

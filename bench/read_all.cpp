@@ -11,12 +11,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// Reads every file below some folders once, on all cores, and does nothing with the bytes: a program that
-// compares whole files cannot be faster unless it reads less. Linux only.
+// Reads every file below the given folders once, on all cores, and discards the bytes: a lower bound for
+// programs that read whole files. Linux only.
 
 namespace {
 
-/// Fits into the second-level cache; smaller and larger ones are slower.
+/// Bytes. Fits into the second-level cache; smaller and larger blocks are slower.
 constexpr std::size_t blockSize = std::size_t(256) * 1024;
 
 std::vector<std::string> filesBelow(const std::vector<std::string> &folders)

@@ -9,12 +9,12 @@
 
 #include <cstdio>
 
-// The whole engine on given folders, without a window. What it prints first has the same lines as what floor
-// prints, so that the two answers can be compared by a script.
+// Runs the whole engine on folders, without a window. Its first lines of output have the same form as those
+// of lower_bound, so that a script can compare them.
 
 namespace {
 
-/// What one run found and when it reached its stages.
+/// Results of one run, and the seconds that its stages took.
 struct Run
 {
     qsizetype files = 0;
@@ -46,7 +46,7 @@ void collect(const QStringList &folders, const ScanOptions &options, Run &run, Q
         run.pathBytes += path.size() * qsizetype(sizeof(QChar));
 }
 
-/// The first fingerprint that is reported ends the sizing, the last size class ends the fingerprinting.
+/// The first reported fingerprint ends the sizing stage, the last size class the fingerprinting stage.
 void analyse(const QStringList &paths, Run &run)
 {
     Stopwatch stage;
@@ -88,7 +88,7 @@ void print(const Run &run)
     }
 }
 
-/// The folders as given when all of them can be scanned, else an empty list and a message.
+/// Returns \a folders if all of them can be scanned, otherwise an empty list. Prints what is wrong.
 QStringList checkedFolders(const QStringList &folders)
 {
     if (folders.isEmpty()) {
@@ -111,14 +111,13 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Finds the duplicates in folders with the engine of the program and says what each "
-                       "stage took."));
+        QStringLiteral("Runs the engine on folders and prints the time of each stage."));
     parser.addHelpOption();
     const QCommandLineOption desktopRule(
-        QStringLiteral("skip-desktop"), QStringLiteral("Leave the desktop folder out."));
+        QStringLiteral("skip-desktop"), QStringLiteral("Skip the desktop folder."));
     parser.addOption(desktopRule);
     parser.addPositionalArgument(
-        QStringLiteral("folders"), QStringLiteral("What to scan."), QStringLiteral("folder..."));
+        QStringLiteral("folders"), QStringLiteral("Folders to scan."), QStringLiteral("folder..."));
     parser.process(application);
 
     const QStringList folders = checkedFolders(parser.positionalArguments());

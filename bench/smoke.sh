@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds every benchmark and runs each of them once at its smallest size: says that they work, not how fast anything is.
+# Builds all benchmarks and runs each once at its smallest size, to check that they work.
 set -euo pipefail
 
 if [ $# -gt 0 ]; then
@@ -35,7 +35,7 @@ run_small() {
 }
 
 for program in "$programs"/bench_*; do
-    # Beside the programs lie folders of what was generated for them.
+    # The build also creates folders with names like those of the programs.
     if [ -f "$program" ]; then
         run_small "$program"
     fi
@@ -45,15 +45,15 @@ mkdir "$work/files"
 echo same >"$work/files/1.txt"
 echo same >"$work/files/2.txt"
 echo else >"$work/files/3.txt"
-# The engine and the floor have to come to the same answer.
+# The engine and the lower bound must find the same.
 run "$programs/scan_folders" "$work/files"
 head -n 4 "$work/output" >"$work/engine"
-run "$programs/floor" "$work/files"
-head -n 4 "$work/output" | cmp -s - "$work/engine" || fail "the floor finds something else than the engine"
-grep -qx 'groups     1' "$work/engine" || fail "the engine does not find the pair of copies"
+run "$programs/lower_bound" "$work/files"
+head -n 4 "$work/output" | cmp -s - "$work/engine" || fail "lower_bound finds other groups than the engine"
+grep -qx 'groups     1' "$work/engine" || fail "the engine does not find the two copies"
 run "$programs/group_contents" "$work/files"
-grep -qx 'groups     1' "$work/output" || fail "the comparison of contents does not find the pair of copies"
+grep -qx 'groups     1' "$work/output" || fail "group_contents does not find the two copies"
 run "$programs/read_all" "$work/files"
 grep -qx 'bytes 15' "$work/output" || fail "read_all does not read every byte"
 run "$programs/gui_heartbeat" --groups 500 --rows 100 --members 500 --photos 1 "$work/files"
-echo "All benchmarks run"
+echo "All benchmarks work"

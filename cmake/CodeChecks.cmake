@@ -1,4 +1,4 @@
-# The targets that look at the code without running it: format, format-check and lint.
+# The targets format, format-check and lint.
 
 set(code_folders app scan analysis results cli tests tools bench)
 find_program(CLANG_FORMAT NAMES clang-format-14 clang-format)
@@ -13,10 +13,10 @@ function(quillory_add_format_target name options comment)
         COMMENT "${comment}"
         VERBATIM)
 endfunction()
-quillory_add_format_target(format -i "Laying the code out")
-quillory_add_format_target(format-check "--dry-run;-Werror" "Checking the layout of the code")
+quillory_add_format_target(format -i "Formatting the code")
+quillory_add_format_target(format-check "--dry-run;-Werror" "Checking the format of the code")
 
-# Every source file of the compile database but the generated ones. Needs what is generated: moc's and uic's files.
+# All source files of the compilation database except generated ones. Includes the files that moc and uic generate.
 if(RUN_CLANG_TIDY)
     add_custom_target(lint
         COMMAND "${RUN_CLANG_TIDY}" -quiet -p "${CMAKE_BINARY_DIR}"

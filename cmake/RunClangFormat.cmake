@@ -1,4 +1,4 @@
-# Runs clang-format with OPTIONS on every source file below FOLDERS, from the project's root.
+# Runs clang-format with OPTIONS on all source files in FOLDERS. Run from the root of the project.
 
 if(NOT CLANG_FORMAT)
     message(FATAL_ERROR "clang-format is missing: install it and configure again")
@@ -10,5 +10,5 @@ foreach(folder IN LISTS FOLDERS)
 endforeach()
 execute_process(COMMAND "${CLANG_FORMAT}" ${OPTIONS} ${files} RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
-    message(FATAL_ERROR "The layout of the code differs from .clang-format: the target 'format' mends it")
+    message(FATAL_ERROR "The code is not formatted: build the target 'format'")
 endif()

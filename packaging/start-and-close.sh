@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Starts the program on the display that is there, waits for its window, takes a picture of it, closes it the way a
-# person does and expects the program to end well:
+# Starts a program on the current display, waits for its window, takes a picture of it, closes it and checks the exit
+# code:
 #
 #     packaging/start-and-close.sh PICTURE.png COMMAND [ARGUMENT...]
 set -euo pipefail
@@ -14,7 +14,7 @@ fail() {
 
 readonly seconds_to_open=60 seconds_to_close=20
 
-(($# >= 2)) || fail "say which picture to write and which program to start"
+(($# >= 2)) || fail "expected a picture file and a command"
 [[ -n ${DISPLAY:-} ]] || fail "there is no display"
 for tool in xdotool import; do
     command -v "$tool" >/dev/null || fail "$tool is missing"
@@ -23,7 +23,7 @@ done
 picture=$1
 shift
 
-# The close button without a window manager that draws one.
+# Sends the event of the close button. There may be no window manager.
 ask_to_close() {
     /usr/bin/python3 - "$1" <<'PYTHON'
 import sys
@@ -48,8 +48,8 @@ clean_up() {
 }
 trap clean_up EXIT
 
-# The title is the program's name and nothing else, on every page. xdotool itself knows no capitals, and the box
-# that tells of a missing library is called like the file.
+# The title is always the name of the program. The exact comparison is needed because xdotool ignores case, and an error
+# message about a missing library has the name of the file as its title.
 find_window() {
     local candidate
     for candidate in $(xdotool search --onlyvisible --name '^Quillory$' 2>/dev/null); do
@@ -60,12 +60,12 @@ find_window() {
 
 window=
 for ((i = 0; i < seconds_to_open * 5; ++i)); do
-    kill -0 "$program" 2>/dev/null || fail "$1 ended before it showed a window"
+    kill -0 "$program" 2>/dev/null || fail "$1 exited before it showed a window"
     window=$(find_window) && break
     sleep 0.2
 done
 [[ -n $window ]] || fail "$1 showed no window within $seconds_to_open seconds"
-sleep 2 # for the first picture to be complete
+sleep 2 # until the window is painted
 import -window "$window" "$picture" || fail "cannot take a picture of the window"
 
 ask_to_close "$window" || fail "cannot close the window"
@@ -76,4 +76,4 @@ done
 kill -0 "$program" 2>/dev/null && fail "$1 still runs $seconds_to_close seconds after its window was closed"
 code=0
 wait "$program" || code=$?
-((code == 0)) || fail "$1 ended with exit code $code"
+((code == 0)) || fail "$1 exited with code $code"

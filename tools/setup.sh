@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs the packages that the named purposes need and that are missing, see packages.txt:
+# Installs the missing packages of the given purposes (see packages.txt):
 #
 #     tools/setup.sh build run
 #
-# Nothing is downloaded when nothing is missing. QUILLORY_NO_SETUP=1 skips the whole step, for machines where
-# Qt and the tools come from somewhere else.
+# Needs no network if no package is missing. With QUILLORY_NO_SETUP=1, does nothing: for machines on which Qt and the
+# tools do not come from packages.
 set -euo pipefail
 
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -17,7 +17,7 @@ fail() {
     exit 1
 }
 
-# The packages of all purposes named, each once.
+# Prints the packages of the given purposes, each once.
 packages_for() {
     awk -v purposes=" $* " '!/^#/ && NF && index(purposes, " " $1 " ") && !seen[$2]++ { print $2 }' "$list"
 }
@@ -32,7 +32,7 @@ as_root() {
     elif [ -t 0 ]; then
         sudo env "$@"
     else
-        sudo -n env "$@" # nobody there to type a password
+        sudo -n env "$@" # fails instead of asking for a password
     fi
 }
 
@@ -45,10 +45,10 @@ install_packages() {
 }
 
 if [ $# -eq 0 ]; then
-    fail "say what for: $(awk '!/^#/ && NF { print $1 }' "$list" | uniq | paste -sd ' ')"
+    fail "expected purposes: $(awk '!/^#/ && NF { print $1 }' "$list" | uniq | paste -sd ' ')"
 fi
 for purpose in "$@"; do
-    [ -n "$(packages_for "$purpose")" ] || fail "no packages are listed for '$purpose' in tools/packages.txt"
+    [ -n "$(packages_for "$purpose")" ] || fail "tools/packages.txt has no purpose '$purpose'"
 done
 if [ -n "${QUILLORY_NO_SETUP:-}" ]; then
     exit 0
@@ -56,7 +56,7 @@ fi
 
 mapfile -t wanted < <(packages_for "$@")
 command -v dpkg-query >/dev/null ||
-    fail "this is no Debian or Ubuntu: install the like of '${wanted[*]}' and set QUILLORY_NO_SETUP=1"
+    fail "not a Debian or Ubuntu system: install equivalents of '${wanted[*]}' and set QUILLORY_NO_SETUP=1"
 missing=()
 for package in "${wanted[@]}"; do
     is_installed "$package" || missing+=("$package")
@@ -65,14 +65,14 @@ if [ ${#missing[@]} -eq 0 ]; then
     exit 0
 fi
 
-command -v apt-get >/dev/null || fail "missing packages and no apt-get to install them: ${missing[*]}"
+command -v apt-get >/dev/null || fail "apt-get is not available to install these packages: ${missing[*]}"
 if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
-    fail "missing packages and neither root nor sudo to install them: ${missing[*]}"
+    fail "root or sudo is required to install these packages: ${missing[*]}"
 fi
 mkdir -p "$(dirname "$log")"
-echo "Installing what is missing, once: ${missing[*]}"
+echo "Installing missing packages: ${missing[*]}"
 : >"$log"
-# The lists of a fresh machine are empty and those of an old one name versions that are gone: only then
-# they are fetched.
+# Updates the package lists only if the installation fails: they are empty on a new machine and may be outdated on an
+# old one.
 install_packages "${missing[@]}" || { apt update && install_packages "${missing[@]}"; } ||
-    fail "could not install ${missing[*]}; the reason stands at the end of $log"
+    fail "cannot install ${missing[*]}; see the end of $log"

@@ -1,19 +1,18 @@
 #!/usr/bin/env bash
-# Runs a command on a virtual X server of its own and stops the server when the command ends, whatever its
-# end: tools/with-display.sh COMMAND [ARGUMENT...]. The exit code is the command's. QUILLORY_SCREEN is the size of its
-# screen, 1280x960 by default.
+# Runs a command on a new virtual X server: tools/with-display.sh COMMAND [ARGUMENT...]. Stops the server when the
+# command ends and returns its exit code. QUILLORY_SCREEN sets the size of the screen (default: 1280x960).
 set -euo pipefail
 
 if [ $# -eq 0 ]; then
-    echo "with-display: say which command to run" >&2
+    echo "with-display: expected a command" >&2
     exit 2
 fi
 type -P -- "$1" >/dev/null || {
-    echo "with-display: there is no command $1" >&2
+    echo "with-display: command not found: $1" >&2
     exit 2
 }
 command -v Xvfb >/dev/null || {
-    echo "with-display: Xvfb is missing, 'tools/setup.sh tour' installs it" >&2
+    echo "with-display: Xvfb is missing; install it with 'tools/setup.sh display'" >&2
     exit 1
 }
 
@@ -34,7 +33,7 @@ trap clean_up EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-# The server picks a free number by itself and says which.
+# The server chooses a free display number and writes it to the pipe.
 mkfifo "$work/number"
 Xvfb -displayfd 3 -screen 0 "${QUILLORY_SCREEN:-1280x960}x24" -dpi 96 -wr -nolisten tcp -noreset \
     3>"$work/number" >"$work/server.log" 2>&1 &
@@ -48,7 +47,7 @@ if ! read -r -t 30 number <&4; then
 fi
 exec 4<&-
 
-# A command that is stopped half way leaves nothing behind.
+# Deleted on exit, even if the command is interrupted.
 export TMPDIR=$work
 export DISPLAY=:$number
 export QT_QPA_PLATFORM=xcb
@@ -57,12 +56,12 @@ if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
     mkdir -m 700 "$work/runtime"
     export XDG_RUNTIME_DIR=$work/runtime
 fi
-# Qt complains about any other encoding and then takes this one.
+# With any other encoding, Qt prints a warning and uses UTF-8.
 if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
     export LC_ALL=C.UTF-8
 fi
 
-# Windows without a manager have no frames. It is not worth failing for.
+# Draws the frames of the windows. Optional.
 if command -v openbox >/dev/null; then
     XDG_CACHE_HOME=$work openbox --startup "touch '$work/managed'" >"$work/manager.log" 2>&1 &
     manager=$!
@@ -72,7 +71,7 @@ if command -v openbox >/dev/null; then
     done
 fi
 
-# In the background, because bash runs no trap while it waits for a command in the foreground.
+# In the background: bash does not run traps while it waits for a foreground command.
 "$@" <&0 &
 child=$!
 code=0

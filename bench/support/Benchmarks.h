@@ -4,8 +4,8 @@
 
 #include <initializer_list>
 
-/// Adds a benchmark that runs at each of \a sizes and at the end says how its time grows with them. It
-/// measures the time on the clock, because work on other threads counts as well.
+/// Adds a benchmark that runs at each of \a sizes and then prints how its time grows. Measures elapsed time,
+/// so that work on other threads counts.
 template <typename Function>
 benchmark::internal::Benchmark *addGrowing(
     const char *name, std::initializer_list<int> sizes, Function function)
@@ -16,8 +16,8 @@ benchmark::internal::Benchmark *addGrowing(
     return added->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond)->Complexity();
 }
 
-/// The size of this run; also tells the framework so.
+/// The size of this run; also sets it as the N of the complexity.
 int sizeOf(benchmark::State &state);
 
-/// Runs the benchmarks that were added and that the command line names; returns the program's exit code.
+/// Runs the added benchmarks that the command line selects; returns the exit code of the program.
 int runBenchmarks(int argc, char **argv);

@@ -28,7 +28,7 @@ FileTree::FileTree(Writer writer, const QString &parent)
     , m_write(std::move(writer))
 {
     if (!m_root.isValid())
-        qFatal("Cannot make a folder for files: %s", qPrintable(m_root.errorString()));
+        qFatal("Cannot create a folder for files: %s", qPrintable(m_root.errorString()));
 }
 
 QString FileTree::path(int number) const
@@ -55,7 +55,7 @@ QStringList FileTree::paths(int count)
 QStringList FileTree::folders(int count)
 {
     Q_ASSERT(count % filesPerFolder == 0);
-    // A folder that is half full would have more files later.
+    // Otherwise a later, larger count would add files to a folder that is already in use.
     paths(std::max(count, m_written));
     QStringList result;
     for (int number = 0; number < count; number += filesPerFolder)
@@ -80,7 +80,7 @@ void writeWithHole(const QString &path, const QByteArray &content, qint64 size)
 {
     writeQuickly(path, content);
     if (!QFile::resize(path, size))
-        qFatal("Cannot make %s larger", qPrintable(path));
+        qFatal("Cannot resize %s", qPrintable(path));
 }
 
 void writePair(const QString &path, int number)

@@ -6,22 +6,22 @@
 
 #include <functional>
 
-/// Folders of 20 files each that a benchmark can have as large as it needs them: what is missing is written
-/// when it is asked for. They are in memory where that is possible, and gone with the object.
+/// Files in folders of 20, written when they are first requested. They are in memory if /dev/shm is writable,
+/// and are deleted with the object.
 class FileTree
 {
 public:
     /// Writes the file with this number; numbers start at 0.
     using Writer = std::function<void(const QString &path, int number)>;
 
-    /// Below \a parent, or in memory when that is empty.
+    /// Creates the files below \a parent, or in memory if \a parent is empty.
     explicit FileTree(Writer writer, const QString &parent = {});
 
     /// The first \a count files.
     QStringList paths(int count);
-    /// Folders that hold exactly the first \a count files, which must be a multiple of filesPerFolder.
+    /// Folders with exactly the first \a count files; \a count must be a multiple of filesPerFolder.
     QStringList folders(int count);
-    /// The folder above all others, which holds the first \a count files and those that were written before.
+    /// The root folder. It has the first \a count files and all files written before.
     QString folderOfAll(int count);
 
     /// Files below each of folders().
@@ -35,14 +35,14 @@ private:
     int m_written = 0;
 };
 
-/// Writes a file; aborts the program when that fails.
+/// Writes a file; aborts the program on failure.
 void writeQuickly(const QString &path, const QByteArray &content);
 
-/// Writes a file of \a size bytes that begins with \a content, and has a hole behind it.
+/// Writes a sparse file of \a size bytes that begins with \a content.
 void writeWithHole(const QString &path, const QByteArray &content, qint64 size);
 
-/// Files of one size, those with numbers 2n and 2n + 1 being copies of each other.
+/// Files of equal size; 2n and 2n + 1 are copies of each other.
 void writePair(const QString &path, int number);
 
-/// Files of one content.
+/// Files with equal content.
 void writeCopy(const QString &path, int number);

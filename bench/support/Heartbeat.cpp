@@ -23,7 +23,7 @@ double milliseconds(const QElapsedTimer &timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-/// Time that the current thread has had on a core.
+/// CPU time of the current thread.
 double threadMilliseconds()
 {
     timespec time{};
@@ -60,7 +60,7 @@ void Heartbeat::beat()
         m_longest.removeLast();
 }
 
-/// Looks after every beat, so that looking adds to no gap.
+/// Checks after each beat, so that the check does not add to a gap.
 void Heartbeat::waitUntil(const std::function<bool()> &isOver)
 {
     QEventLoop loop;
@@ -105,14 +105,14 @@ bool Heartbeat::run(const QString &phase, const std::function<void()> &start)
 QString Heartbeat::table() const
 {
     QString text =
-        QString::asprintf("%-36s %9s %16s %16s\n", "phase", "seconds", "longest gap, ms", "of it busy, ms");
+        QString::asprintf("%-36s %9s %16s %16s\n", "phase", "seconds", "longest gap, ms", "CPU time, ms");
     for (const Phase &phase : m_phases) {
         text += QString::asprintf("%-36s %9.2f %16.1f %16.1f\n", qPrintable(phase.name), phase.seconds,
             phase.longestGap.milliseconds, phase.longestGap.busy);
     }
     text += u"\nthe longest gaps\n"_s;
     for (const Gap &gap : m_longest) {
-        text += QString::asprintf("%9.1f ms, of it busy %9.1f ms, at %.2f s of: %s\n", gap.milliseconds,
+        text += QString::asprintf("%9.1f ms, CPU time %9.1f ms, at %.2f s of: %s\n", gap.milliseconds,
             gap.busy, gap.at, qPrintable(gap.phase));
     }
     return text;

@@ -7,9 +7,9 @@
 
 #include <functional>
 
-/// A 5 ms timer on the GUI thread: what lies between two of its beats is how long a user waits for an answer.
+/// A 5 ms timer on the GUI thread. The gap between two of its beats is how long the window takes to respond.
 ///
-/// The steps of a phase run with the real event loop, never with a local one that processes events by itself.
+/// Phases run in the normal event loop, never in nested calls of processEvents().
 class Heartbeat
 {
 public:
@@ -17,7 +17,8 @@ public:
     struct Gap
     {
         double milliseconds = 0;
-        /// How long of it the GUI thread was at work; the rest it waited, for a core or for the disk.
+        /// CPU time of the GUI thread during the gap, in milliseconds; the rest it waited for a core or the
+        /// disk.
         double busy = 0;
         /// Seconds after the start of its phase.
         double at = 0;
@@ -33,10 +34,10 @@ public:
 
     Heartbeat();
 
-    /// Runs \a start, then the event loop until \a isOver is true, as one phase. False when that took longer
-    /// than ten minutes.
+    /// Runs \a start, then the event loop until \a isOver is true, as one phase. False on a timeout of ten
+    /// minutes.
     bool run(const QString &phase, const std::function<void()> &start, const std::function<bool()> &isOver);
-    /// Runs \a start, then the event loop for so long that whatever it has queued is done.
+    /// Runs \a start, then the event loop for 100 ms, to process what it has queued.
     bool run(const QString &phase, const std::function<void()> &start);
 
     /// The phases and the longest gaps as a table.

@@ -2,5 +2,5 @@
 
 #include <QByteArray>
 
-/// A JPEG of 12 megapixels as a camera takes them, too detailed to be small.
+/// A JPEG picture of 12 megapixels with noise, so that its size is that of a photo.
 QByteArray makePhoto();

@@ -2,5 +2,5 @@
 
 #include "scan/ScanOptions.h"
 
-/// Settings that collect every file that is not hidden.
+/// Options that collect all files but hidden ones.
 ScanOptions scanEverything();

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// In the environment, because the application object reads it while it is made.
+/// Sets the environment variable because the constructor of QApplication reads it.
 char **withPlatform(char **arguments)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

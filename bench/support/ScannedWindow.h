@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// The real window with the result of a real scan.
+/// The window with the results of a scan.
 class ScannedWindow
 {
 public:
@@ -16,8 +16,8 @@ public:
     {
     }
 
-    /// The window after a scan of the tree's first \a files files, with the first rows of all categories
-    /// loaded. A scan runs only when the number is another one than the last time.
+    /// The window after a scan of the tree's first \a files files, with the first rows of the category "all".
+    /// Scans only if \a files differs from the last call.
     WindowDriver &withFiles(int files);
 
 private:
@@ -26,8 +26,8 @@ private:
     int m_files = 0;
 };
 
-/// The application object of a benchmark with windows: it draws into memory unless the environment names
-/// another platform.
+/// The application object of a benchmark with windows. Uses the offscreen platform unless QT_QPA_PLATFORM is
+/// set.
 class WindowApplication
 {
 public:

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes build/packages/quillory_<version>_<architecture>.deb and prints its path. With the hardening that Debian asks
-# for, so it builds in a folder of its own.
+# Builds build/packages/quillory_<version>_<architecture>.deb and prints its path. Uses its own build folder, because
+# Debian requires hardening flags.
 set -euo pipefail
 
 fail() {
@@ -15,7 +15,7 @@ tools/setup.sh build deb >&2
 
 mkdir -p "$build" "$out" 2>/dev/null || fail "cannot create $PWD/$build and $PWD/$out"
 export DEB_BUILD_MAINT_OPTIONS=hardening=+all
-# Dates in the package are those of the last change, not those of the build.
+# The dates in the package are those of the last commit, so that builds are reproducible.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
 if ! {
@@ -27,7 +27,7 @@ if ! {
         cmake --build "$build" --target package
 } >"$build.log" 2>&1 </dev/null; then
     tail -n 25 "$build.log" >&2
-    fail "the package could not be made; all of the output is in $build.log"
+    fail "the package could not be built; see $build.log"
 fi
 package=$(basename -- "$build"/packages/*.deb)
 mv "$build/packages/$package" "$out/$package"

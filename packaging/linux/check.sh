@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the Debian package and checks it: descriptions, policy, then for real: installed, started on a virtual display,
-# closed, removed, nothing left behind. Needs root or sudo for the installation.
+# Builds the Debian package and checks its descriptions and Debian's policy. Then installs it, starts and closes the
+# program on a virtual display, and removes it: nothing must remain. Installing needs root or sudo.
 set -euo pipefail
 
 fail() {
@@ -11,7 +11,7 @@ fail() {
 usage() {
     cat <<'TEXT'
 Usage: packaging/linux/check.sh [--no-install]
-Makes the Debian package and checks it. --no-install leaves out what needs root: installing and removing it.
+Builds the Debian package and checks it. --no-install skips installing and removing it, which needs root.
 TEXT
 }
 
@@ -32,7 +32,7 @@ as_root() {
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}' quillory 2>/dev/null | grep -qx installed
 }
-# Everything on the machine that is called like the program, whoever put it there.
+# All files on the machine with the name of the program.
 traces() {
     find /usr /etc /opt /var -xdev -iname '*quillory*' -not -path "$PWD/*" -not -path '*/.cache/*' 2>/dev/null | sort
 }
@@ -40,8 +40,8 @@ traces() {
 cd "$(dirname -- "${BASH_SOURCE[0]}")/../.."
 if [[ $install ]]; then
     ((EUID == 0)) || sudo -n true 2>/dev/null ||
-        fail "installing the package needs root or a sudo that does not ask (or give --no-install)"
-    ! is_installed || fail "quillory is installed on this machine already; remove it first"
+        fail "installing the package needs root, or sudo without a password (or use --no-install)"
+    ! is_installed || fail "quillory is already installed; remove it first"
 fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -51,19 +51,19 @@ dpkg-deb -x "$package" "$work/content"
 version=$(dpkg-deb -f "$package" Version)
 
 entry=$work/content/usr/share/applications/quillory.desktop
-desktop-file-validate "$entry" || fail "the menu entry is faulty"
+desktop-file-validate "$entry" || fail "the menu entry is invalid"
 program=$(sed -n 's/^Exec=\([^ ]*\) %F$/\1/p' "$entry")
-[[ -n $program && -x $work/content/usr/bin/$program ]] || fail "the menu entry starts no program of the package, or does not pass folders on"
+[[ -n $program && -x $work/content/usr/bin/$program ]] || fail "the menu entry does not start a program of the package with folders"
 icon=$(sed -n 's/^Icon=//p' "$entry")
 for file in 48x48/apps/"$icon".png scalable/apps/"$icon".svg; do
     [[ -f $work/content/usr/share/icons/hicolor/$file ]] || fail "the package has no icon $file"
 done
 appstreamcli validate --no-net "$work"/content/usr/share/metainfo/*.xml >"$work/appstream" 2>&1 || {
     cat "$work/appstream" >&2
-    fail "the catalogue entry is faulty"
+    fail "the catalogue entry is invalid"
 }
 [[ $("$work/content/usr/bin/$program" --version) == "Quillory $version" ]] ||
-    fail "the program does not say that it is version $version"
+    fail "the program does not print version $version"
 grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml ||
     fail "the catalogue entry does not name version $version"
 while IFS= read -r picture; do
@@ -75,8 +75,8 @@ for file in bin/quillory-cli share/man/man1/quillory-cli.1.gz share/bash-complet
 done
 lintian_options=(--fail-on "error,warning")
 ((EUID != 0)) || lintian_options+=(--allow-root)
-lintian "${lintian_options[@]}" "$package" || fail "lintian finds faults in $package"
-echo "$(basename -- "$package"): menu entry, catalogue entry and lintian are clean"
+lintian "${lintian_options[@]}" "$package" || fail "lintian reports problems in $package"
+echo "$(basename -- "$package"): menu entry, catalogue entry and lintian passed"
 [[ $install ]] || exit 0
 
 traces >"$work/before"
@@ -98,19 +98,19 @@ quillory-cli find --fail-on-duplicates "$work/home" >"$work/found" && fail "quil
 rm "$work/home"/[12]
 HOME=$work/home XDG_CONFIG_HOME='' XDG_CACHE_HOME='' XDG_DATA_HOME='' tools/with-display.sh \
     packaging/start-and-close.sh build/packages/quillory-linux.png "$program" ||
-    fail "the installed program does not start and end as it should"
+    fail "the installed program does not start and exit correctly"
 left=$(find "$work/home" -type f)
-[[ -z $left ]] || fail "the program left files behind in the home folder: ${left//$'\n'/ }"
+[[ -z $left ]] || fail "the program left files in the home folder: ${left//$'\n'/ }"
 
 dpkg -L quillory | sort >"$work/files"
 uninstall || fail "the package cannot be removed"
 trap 'rm -rf "$work"' EXIT
 ! is_installed || fail "the package is still installed after its removal"
 while IFS= read -r file; do
-    [[ -d $file || ! -e $file ]] || fail "$file is left behind"
+    [[ -d $file || ! -e $file ]] || fail "$file was not removed"
 done <"$work/files"
 traces >"$work/after"
 left=$(comm -13 "$work/before" "$work/after")
-[[ -z $left ]] || fail "left behind: ${left//$'\n'/ }"
-echo "$(basename -- "$package"): installed, started, closed, removed, nothing left behind"
-echo "Its window: build/packages/quillory-linux.png"
+[[ -z $left ]] || fail "not removed: ${left//$'\n'/ }"
+echo "$(basename -- "$package"): installed, started, closed, removed; nothing remained"
+echo "Picture of the window: build/packages/quillory-linux.png"

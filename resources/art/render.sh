@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Renders the SVG masters next to this script to the PNGs that resources.qrc compiles in, and the logo to the
-# icons that the packages install.
+# Renders the SVG files in this folder to the PNG files of resources.qrc, and the logo to the icons of the packages.
 set -euo pipefail
 
 art=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
@@ -11,13 +10,13 @@ fail() {
     exit 1
 }
 
-# render MASTER WIDTH HEIGHT PNG [COLOUR]; sizes in pixels, COLOUR replaces the master's currentColor.
+# render SVG WIDTH HEIGHT PNG [COLOUR]: sizes in pixels; COLOUR replaces currentColor.
 render() {
-    local master=$art/$1 png=$out/$4
-    [[ -r $master ]] || fail "cannot read master $master"
+    local svg=$art/$1 png=$out/$4
+    [[ -r $svg ]] || fail "cannot read $svg"
     local style="svg { color: ${5:-#7a8faa}; }" error
     error=$(rsvg-convert --width "$2" --height "$3" --stylesheet <(printf '%s\n' "$style") \
-        --output "$png" "$master" 2>&1) || fail "cannot render $master to $png: ${error//$'\n'/ }"
+        --output "$png" "$svg" 2>&1) || fail "cannot render $svg to $png: ${error//$'\n'/ }"
 }
 
 (($# == 0)) || fail "takes no arguments (got: $*)"
@@ -40,7 +39,7 @@ render lock.svg             32   32 icons/lock.png
 for size in 16 24 32 48 64 128; do
     render logo.svg "$size" "$size" "app-icons/$size.png"
 done
-# Inside the Windows icon the sizes that only newer systems ask for stay compressed.
+# In the Windows icon, the large sizes stay compressed; only newer systems use them.
 (cd "$out/app-icons" && icotool --create --output quillory.ico \
     16.png 24.png 32.png 48.png 64.png --raw 128.png --raw ../images/logo.png) ||
-    fail "cannot make $out/app-icons/quillory.ico"
+    fail "cannot create $out/app-icons/quillory.ico"

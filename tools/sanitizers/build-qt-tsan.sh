@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the Qt base libraries with ThreadSanitizer, from the source package of the Qt that Debian has installed, and
-# prints their prefix. A prefix that is already in the cache is used again; a new one appears there complete or not at
-# all. About ten minutes on two cores.
+# Builds the Qt base libraries with ThreadSanitizer, from Debian's source package of the installed version, and prints
+# their prefix. Reuses a prefix in the cache; a new one appears there only when it is complete. Takes about ten
+# minutes on two cores.
 #
-# Debian's Qt is not instrumented: the sanitizer sees neither the locks and queues inside Qt, and would report races that
-# are none, nor the accesses made there on the program's behalf. To suppress what crosses Qt's queues would hide real races.
+# ThreadSanitizer does not see the locks, queues and memory accesses of Debian's Qt, which is not instrumented. It would
+# report false data races and miss real ones. Suppressing everything that involves Qt would hide real data races.
 set -euo pipefail
 
 SCRIPT_NAME=build-qt-tsan.sh
@@ -17,13 +17,13 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 usage() {
     cat <<'USAGE'
 Usage: tools/sanitizers/build-qt-tsan.sh
-Builds Qt with ThreadSanitizer into ${QUILLORY_CACHE:-~/.cache/quillory} unless it is there, and prints its prefix.
-QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
+Builds Qt with ThreadSanitizer in ${QUILLORY_CACHE:-~/.cache/quillory} unless it is there, and prints its prefix.
+QUILLORY_JOBS sets the number of parallel compilers (default: one per core).
 USAGE
 }
 
-# What the tests use and no more; bundled sources where Debian's package has them, as a library of the system is not
-# instrumented either. -O1 keeps the stacks in the reports readable. Rename the prefix below when this changes.
+# Only the features that the tests use. Bundled libraries where the source package has them, because those of the system
+# are not instrumented. -O1 keeps the reported stacks readable. Rename the prefix below when this changes.
 flags='-O1 -g1 -fsanitize=thread -fno-omit-frame-pointer -Wno-tsan'
 options=(-DCMAKE_BUILD_TYPE=None "-DCMAKE_CXX_FLAGS=$flags" "-DCMAKE_C_FLAGS=$flags"
     -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DBUILD_WITH_PCH=OFF -DQT_QPA_DEFAULT_PLATFORM=offscreen
@@ -37,7 +37,7 @@ build_qt() {
     local version folder=$work/qt6-base
     version=$(dpkg-query -W -f '${source:Version}' qt6-base-dev)
     prepare_apt "$work/apt"
-    note "this takes about ten minutes on two cores, once"
+    note "this takes about ten minutes on two cores, only once"
     unpack_source qt6-base "$version" "$folder"
     logged "$folder/configure.log" "configuring" cmake -G Ninja -S "$folder/source" -B "$folder/build" \
         -DCMAKE_INSTALL_PREFIX="$prefix" "${options[@]}"
@@ -55,13 +55,13 @@ version=$(dpkg-query -W -f '${source:Upstream-Version}' qt6-base-dev 2>/dev/null
 open_cache
 prefix=$cache/qt-tsan/qt-$version
 if [[ ! -e $prefix/complete ]]; then
-    # Two builds at a time would only slow each other down; the second one finds the first one's result.
+    # A second build waits for the first one and uses its result.
     exec 9>"$cache/qt-tsan.lock"
     flock 9
 fi
 if [[ ! -e $prefix/complete ]]; then
     work=$cache/qt-tsan-build
-    # A failed build leaves its logs.
+    # Keeps the logs of a failed build.
     trap 'rm -rf "$work/stage" "$work"/*/source "$work"/*/build' EXIT
     rm -rf "$work" "$prefix"
     mkdir -p "$work" "$(dirname "$prefix")"
