@@ -1,11 +1,11 @@
-"""Prints a coverage report of gcovr (JSON) as a table per file, with totals and what was not run."""
+"""Prints a coverage report of gcovr (JSON): a table of the files, their gaps and the totals."""
 
 import json
 import sys
 
 
 def ranges(numbers):
-    """[3, 4, 5, 9] as "3-5, 9"."""
+    """Formats [3, 4, 5, 9] as "3-5, 9"."""
     runs = []
     for number in numbers:
         if runs and runs[-1][1] == number - 1:
@@ -21,7 +21,7 @@ def figures(covered, total):
 
 
 def measure(file):
-    """Lines and branches run and there are; the lines not run; the lines run with a branch not taken."""
+    """Returns (lines run, lines, branches taken, branches), the lines not run, the lines with branches not taken."""
     lines = [line for line in file["lines"] if not (line["gcovr/noncode"] or line["gcovr/excluded"])]
     branches = [branch["count"] > 0 for line in lines for branch in line["branches"]]
     missed = [line["line_number"] for line in lines if not line["count"]]
@@ -34,7 +34,7 @@ def main():
     with open(sys.argv[1], encoding="utf-8") as report:
         files = {file["file"]: measure(file) for file in json.load(report)["files"]}
     if not files:
-        sys.exit("The report names no file")
+        sys.exit("The report has no files")
     width = max(len(name) for name in files)
     gaps = [(name, missed, partial) for name, (_, missed, partial) in sorted(files.items()) if missed or partial]
     totals = [sum(column) for column in zip(*(counts for counts, _, _ in files.values()))]
@@ -42,7 +42,7 @@ def main():
     print(f"{'File':<{width}}  {'Lines':^19}  {'Branches':^19}")
     for name, (counts, _, _) in sorted(files.items()):
         print(f"{name:<{width}}  {figures(*counts[:2])}  {figures(*counts[2:])}")
-    print("\nNot run (lines), not taken both ways (branches of lines that are run)")
+    print("\nLines not run, and branches not taken in lines that were run")
     for name, missed, partial in gaps:
         print(f"{name}: lines {ranges(missed) or '-'}; branches at {ranges(partial) or '-'}")
     print(f"\n{'Total':<{width}}  {figures(*totals[:2])}  {figures(*totals[2:])}")

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Checks that the tests notice faults: applies each mutant of tests/mutants/*.mutants, builds, and runs its tests.
+"""Checks that the tests can fail: applies each mutant of tests/mutants/*.mutants, builds, and runs its tests.
 
-A mutant is a change of one or a few lines that somebody would notice. The tests that it names must fail. Works on a
-copy of the tree in build/mutants, so the sources stay as they are. Exits with 1 when a mutant survives or no longer
-applies, with 2 on wrong usage.
+A mutant is a faulty change of one or a few lines that a user would notice. One of the tests that it names must fail. Works
+on a copy of the tree in build/mutants; the sources are not changed. Exits with 1 if a mutant survives, with 2 if a mutant
+does not apply or the tree does not build.
 """
 
 import argparse
@@ -22,12 +22,12 @@ WORK = PROJECT / "build" / "mutants"
 SOURCE = WORK / "source"
 BUILD = SOURCE / "build" / "dev"
 
-# A mutant that makes a test hang is noticed as well; a slow machine must not look like one.
+# Seconds. A test that hangs counts as failed; the limit is far above the time of a test on a slow machine.
 TEST_SECONDS = 300
 
 
 class Fault(Exception):
-    """What is wrong with a list of mutants or with the tree, in one line."""
+    """An error in a list of mutants or in the tree, as one line."""
 
 
 @dataclass
@@ -48,13 +48,13 @@ class Mutant:
             raise Fault(f"{self.place}: a mutant needs either tests or a reason why it survives")
 
     def applied_to(self, text):
-        """The text of the file with the change made."""
+        """Returns the text of the file with the change."""
         lines = text.split("\n")
         stripped = [line.strip() for line in lines]
         count = len(self.old)
         starts = [i for i in range(len(lines) - count + 1) if stripped[i : i + count] == self.old]
         if len(starts) != 1:
-            raise Fault(f"{self.place}: its '-' lines stand {len(starts)} times in {self.file}, not once")
+            raise Fault(f"{self.place}: its '-' lines occur {len(starts)} times in {self.file}, not once")
         start = starts[0]
         lines[start : start + count] = self.new
         return "\n".join(lines)
@@ -87,7 +87,7 @@ def parse_block(lines, place):
 
 
 def read_mutants(path):
-    """The mutants of one list. Blocks are separated by empty lines."""
+    """Returns the mutants of one list. Empty lines separate the blocks."""
     mutants = []
     block = []
     for number, line in enumerate([*path.read_text(encoding="utf-8").splitlines(), ""], start=1):
@@ -108,7 +108,7 @@ def tracked_files():
 
 
 def copy_tree():
-    """Brings the copy up to date. Files that have not changed keep their times, so that little is built again."""
+    """Updates the copy. Does not touch unchanged files, so that they are not built again."""
     wanted = set(tracked_files())
     for name in wanted:
         source, copy = PROJECT / name, SOURCE / name
@@ -123,7 +123,7 @@ def copy_tree():
 
 
 def build(targets):
-    """Whether the targets build; the output is in build/mutants/build.log."""
+    """Returns whether the targets build. Writes the output to build/mutants/build.log."""
     with open(WORK / "build.log", "w", encoding="utf-8") as log:
         command = ["cmake", "--build", str(BUILD), "--target", *targets]
         return subprocess.run(command, stdout=log, stderr=subprocess.STDOUT, check=False).returncode == 0
@@ -131,14 +131,14 @@ def build(targets):
 
 def configure():
     with open(WORK / "configure.log", "w", encoding="utf-8") as log:
-        # Warnings stay warnings: a mutant may well leave a variable unused.
+        # A mutant may leave a variable unused.
         command = ["cmake", "--preset", "dev", "-DQUILLORY_WARNINGS_AS_ERRORS=OFF"]
         if subprocess.run(command, cwd=SOURCE, stdout=log, stderr=subprocess.STDOUT, check=False).returncode:
             raise Fault(f"configuring failed, see {WORK / 'configure.log'}")
 
 
 def passes(test, function):
-    # A test starts programs of its own; all of them have to go when it hangs.
+    # timeout also ends the programs that a hanging test has started.
     command = ["timeout", "--kill-after=5", str(TEST_SECONDS), str(BUILD / "tests" / test)]
     environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen"}
     with open(WORK / "test.log", "w", encoding="utf-8") as log:
@@ -149,7 +149,7 @@ def passes(test, function):
 
 
 def check_unchanged_tree(mutants):
-    """Tests that fail on the unchanged tree would kill everything."""
+    """Checks that all tests pass without a mutant; a test that fails anyway would kill every mutant."""
     runs = sorted({(test, mutant.function) for mutant in mutants for test in mutant.tests})
     if not build(sorted({test for test, _ in runs})):
         raise Fault(f"the unchanged tree does not build, see {WORK / 'build.log'}")
@@ -159,7 +159,7 @@ def check_unchanged_tree(mutants):
 
 
 def run_mutant(mutant):
-    """What became of the mutant: 'killed by ...' or 'SURVIVED ...'."""
+    """Returns the result: 'killed by ...' or 'SURVIVED ...'."""
     copy = SOURCE / mutant.file
     original = copy.read_text(encoding="utf-8")
     copy.write_text(mutant.applied_to(original), encoding="utf-8")
@@ -193,19 +193,19 @@ def run(mutants):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("pattern", nargs="?", default="", help="run only mutants whose place, title or file matches")
-    parser.add_argument("--check", action="store_true", help="only check that every mutant still applies")
+    parser.add_argument("pattern", nargs="?", default="", help="run only mutants whose file, title or location matches")
+    parser.add_argument("--check", action="store_true", help="only check that all mutants apply to the sources")
     options = parser.parse_args()
     mutants = [mutant for path in sorted(MUTANTS.glob("*.mutants")) for mutant in read_mutants(path)]
     for mutant in mutants:
         path = PROJECT / mutant.file
         if not path.is_file():
-            raise Fault(f"{mutant.place}: there is no file {mutant.file}")
+            raise Fault(f"{mutant.place}: no such file: {mutant.file}")
         mutant.applied_to(path.read_text(encoding="utf-8"))
         for test in mutant.tests:
             if not (PROJECT / "tests" / f"{test}.cpp").is_file():
-                raise Fault(f"{mutant.place}: there is no test {test}")
-    print(f"{len(mutants)} mutants, {sum(1 for mutant in mutants if mutant.survives)} of them cannot be noticed")
+                raise Fault(f"{mutant.place}: no such test: {test}")
+    print(f"{len(mutants)} mutants, {sum(1 for mutant in mutants if mutant.survives)} of them expected to survive")
     if options.check:
         return 0
     wanted = re.compile(options.pattern)

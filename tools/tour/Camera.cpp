@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr int smallestFile = 0; // PNG quality: compress as far as possible
+constexpr int smallestFile = 0; // PNG quality 0: highest compression
 
-/// Paints what is due now instead of with a later event: pictures are also taken while events wait.
+/// Paints immediately, because paint events may still be pending when a picture is taken.
 void paintEverything()
 {
     const QWidgetList widgets = QApplication::topLevelWidgets();
@@ -19,8 +19,8 @@ void paintEverything()
     }
 }
 
-/// Where the window and everything that it has opened stand on the screen. The whole screen if the window is
-/// too large for it.
+/// The part of the screen that the window, its dialogs and its menus cover; the whole screen if the window is
+/// shown scaled.
 QRect coveredPlace(const QWidget &window)
 {
     if (window.graphicsProxyWidget())

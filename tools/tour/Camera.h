@@ -5,20 +5,19 @@
 
 class QWidget;
 
-/// Takes pictures of what the screen really shows where the window is: the window and what it has
-/// opened.
+/// Takes screenshots of the window together with its dialogs and menus.
 class Camera
 {
 public:
-    /// Pictures go to \a folder, which is created when it does not exist.
+    /// Saves the pictures in \a folder, which is created if it does not exist.
     explicit Camera(const QString &folder);
 
-    /// Saves a picture of that part of the screen as "<name>.png", over one of the same name.
+    /// Saves a picture as "<name>.png". Replaces an existing one.
     void shoot(const QWidget &window, const QString &name);
 
-    /// Why pictures are missing; empty when none is.
+    /// The last error; empty if there was none.
     [[nodiscard]] QString error() const;
-    /// File names of the pictures taken.
+    /// File names of the saved pictures.
     [[nodiscard]] QStringList pictures() const;
     [[nodiscard]] QString folder() const;
 

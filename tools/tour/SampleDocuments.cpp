@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A stream whose numbers have the byte order of the formats below.
+/// Writes little-endian numbers, as the WAV and zip formats require.
 class LittleEndianStream : public QDataStream
 {
 public:
@@ -28,7 +28,7 @@ public:
     }
 };
 
-/// The check sum that zip archives carry (CRC-32 of IEEE 802.3).
+/// The checksum of zip archives: CRC-32 of IEEE 802.3.
 quint32 checkSum(const QByteArray &content)
 {
     quint32 sum = 0xffffffff;
@@ -40,7 +40,7 @@ quint32 checkSum(const QByteArray &content)
     return ~sum;
 }
 
-/// The fields that an entry has both in front of its content and in the directory at the archive's end.
+/// Writes the fields that are both in the header of an entry and in the directory at the end of the archive.
 void writeEntryFields(LittleEndianStream &out, const ArchiveEntry &entry)
 {
     constexpr quint16 version = 10;

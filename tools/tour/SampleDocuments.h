@@ -7,7 +7,7 @@
 /// A PDF of one page.
 [[nodiscard]] QByteArray pdfPage(const QString &heading, const QString &text);
 
-/// A melody of \a seconds as a WAV file; another \a seed is another melody.
+/// A WAV file of \a seconds; each \a seed gives a different melody.
 [[nodiscard]] QByteArray melody(quint32 seed, int seconds);
 
 struct ArchiveEntry
@@ -16,5 +16,5 @@ struct ArchiveEntry
     QByteArray content;
 };
 
-/// A zip archive that holds its entries uncompressed.
+/// A zip archive with uncompressed entries.
 [[nodiscard]] QByteArray zipArchive(const QList<ArchiveEntry> &entries);

@@ -37,7 +37,7 @@ SampleFolder::SampleFolder(const QString &place)
         m_error = QStringLiteral("cannot create a folder for the sample");
         return;
     }
-    // In this order: the kept copy of a group is the one that was created first.
+    // Originals first: the file that was created first is the kept file.
     writeOriginals();
     writeMail();
     writeCopies();
@@ -79,7 +79,7 @@ void SampleFolder::writeOriginals()
     for (int i = 0; i < 6; ++i)
         write(numbered("Pictures/Garden/flower %d.jpg", 1 + i), encode(paintFlower(quint32(i)), "jpg"));
     write(QStringLiteral("Pictures/Garden/label.bmp"), encode(paintFlower(40).scaled(120, 90), "bmp"));
-    // Named like a picture, but broken: it gets no thumbnail.
+    // An invalid picture, which has no thumbnail.
     write(QStringLiteral("Pictures/half a download.jpg"), encode(paintLake(3), "jpg").left(100));
 
     write(QStringLiteral("Documents/Letter to the landlord.pdf"),
@@ -104,7 +104,7 @@ void SampleFolder::writeOriginals()
     write(QStringLiteral("Documents/New document.txt"), {});
 }
 
-/// Two copies whose paths differ only near their end, far beyond what a row has room for.
+/// Two copies with paths that are too long for a row and differ only near the end.
 void SampleFolder::writeLongPaths()
 {
     const QString folder = QStringLiteral("Documents/Community garden/Correspondence with the city council/"
@@ -115,7 +115,7 @@ void SampleFolder::writeLongPaths()
     copy(folder + QStringLiteral("final") + name, folder + QStringLiteral("old") + name);
 }
 
-/// Many small files of different content, so that there is something to walk through.
+/// Many small files with different contents, to make the scan longer.
 void SampleFolder::writeMail()
 {
     for (int i = 0; i < mailCount; ++i) {

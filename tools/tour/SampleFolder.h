@@ -5,20 +5,20 @@
 
 #include <optional>
 
-/// A folder that looks like somebody's disk: pictures, letters, music, archives, mail and empty files, many
-/// of them with copies. Goes away with the object.
+/// A folder with sample files: pictures, letters, music, archives, mail and empty files, many with copies.
+/// Deleted with the object.
 class SampleFolder
 {
 public:
-    /// Makes the folder \a place, which must not exist yet; without a place, one in the temporary folder.
+    /// Creates the folder \a place, which must not exist; if \a place is empty, a temporary folder.
     explicit SampleFolder(const QString &place = {});
     ~SampleFolder();
     Q_DISABLE_COPY_MOVE(SampleFolder)
 
-    /// Why the folder is not complete; empty when it is.
+    /// The last error; empty if the sample is complete.
     [[nodiscard]] QString error() const;
     [[nodiscard]] QString path() const;
-    /// The folders in it that a person would choose to scan.
+    /// Subfolders to show on the start page.
     [[nodiscard]] QStringList places() const;
 
 private:
@@ -31,7 +31,7 @@ private:
     void copy(const QString &from, const QString &to);
 
     std::optional<QTemporaryDir> m_temporary;
-    /// Empty when the folder could not be made: nothing is removed then.
+    /// Empty if the folder could not be created; then the destructor deletes nothing.
     QString m_path;
     QString m_error;
 };

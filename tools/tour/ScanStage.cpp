@@ -18,14 +18,14 @@ using std::chrono_literals::operator""s;
 
 namespace {
 
-constexpr int halfWay = 55; // per cent; the figure in the middle of the bar is white
+constexpr int halfWay = 55; // per cent; from here on, the number in the middle of the bar is white
 
 int asInt(std::chrono::milliseconds time)
 {
     return static_cast<int>(time.count());
 }
 
-/// Takes its pictures from inside the progress reports: even the shortest scan is caught in the middle.
+/// Takes pictures in the slots of the progress reports, so that it also works for short scans.
 class ProgressPictures : public QObject
 {
 public:
@@ -54,7 +54,7 @@ private:
             m_driver.window(), analysing ? QStringLiteral("06-analysing") : QStringLiteral("05-scanning"));
     }
 
-    /// The panel is there for a tenth of a second only.
+    /// The loading panel is visible for 100 ms.
     void onResultsPage()
     {
         const QWidgetList widgets = QApplication::topLevelWidgets();

@@ -5,7 +5,7 @@
 class Camera;
 class WindowDriver;
 
-/// Presses Scan and waits for the first rows of the results; on the way takes pictures of the scan page, once
-/// while the files are collected and once while they are compared, and of the panel that covers the results
-/// page until its rows are there. Returns what went wrong; empty when nothing did.
+/// Presses Scan and waits for the first rows of the results. Takes pictures of the scan page during
+/// collection and analysis, and of the loading panel. Returns an error message, or an empty string on
+/// success.
 [[nodiscard]] QString scanAndShoot(WindowDriver &driver, Camera &camera);

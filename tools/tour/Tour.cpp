@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr int longPath = 150;   // characters, more than a row has room for
-constexpr int mostGroups = 200; // that are loaded and printed
+constexpr int longPath = 150;   // characters; too long for a row
+constexpr int mostGroups = 200; // to load and print
 
 void print(const QString &line)
 {
@@ -43,7 +43,7 @@ QString Tour::run()
     visitDialogs();
     m_driver.setFolders(m_folders);
     if (m_driver.folders() != m_folders)
-        return QStringLiteral("the window did not take the folders");
+        return QStringLiteral("the window does not list the folders");
 
     print(QStringLiteral("Scanning %1").arg(m_folders.join(QStringLiteral(", "))));
     if (QString error = scanAndShoot(m_driver, m_camera); !error.isEmpty())
@@ -61,10 +61,10 @@ QString Tour::run()
     return m_camera.error();
 }
 
-/// The volumes of this machine, then only the folders that the user has added.
+/// Takes pictures with the volumes of this machine and with added folders.
 void Tour::visitStartPage()
 {
-    // Where the pointer rests, a row or a button looks different.
+    // Moves the pointer away: it would highlight a row or a button.
     QCursor::setPos(m_driver.window().screen()->geometry().bottomRight());
     settle();
     shoot("01-start");
@@ -107,7 +107,7 @@ void Tour::visitCategories()
     }
 }
 
-/// The first group with a path that is wider than its row, and the tool tip of that row.
+/// Takes a picture of the first group with a long path, with its tool tip.
 void Tour::visitLongPath()
 {
     loadGroups(m_driver, mostGroups);
@@ -141,15 +141,15 @@ void Tour::visitSelection()
     expandAndShoot("12-selected");
 }
 
-/// Deletes the marked files and compares the files left on the disk with the expected ones.
+/// Deletes the checked files and checks which files remain on the disk.
 QString Tour::deleteCopies()
 {
     const QString sample = m_folders.constFirst();
     const QSet<QString> before = filesBelow(sample);
-    const QStringList marked = m_driver.checkedPaths();
-    const QSet<QString> toDelete(marked.cbegin(), marked.cend());
+    const QStringList ticked = m_driver.tickedPaths();
+    const QSet<QString> toDelete(ticked.cbegin(), ticked.cend());
     if (m_driver.folders() != QStringList{sample} || toDelete.isEmpty() || !before.contains(toDelete))
-        return QStringLiteral("files outside the sample are marked");
+        return QStringLiteral("files outside the sample are ticked");
 
     QString report;
     lookAtDialog([this] { m_driver.click("btnRemoveSelected"); },
@@ -161,8 +161,8 @@ QString Tour::deleteCopies()
     shoot("14-after-deletion");
     print(report);
     if (filesBelow(sample) != before - toDelete)
-        return QStringLiteral("the files that are left are not the ones that were to be kept");
-    print(QStringLiteral("%1 marked files are gone, the other %2 are still there.")
+        return QStringLiteral("other files were deleted than the checked ones");
+    print(QStringLiteral("%1 files were ticked and are gone, the other %2 are still there.")
               .arg(toDelete.size())
               .arg(before.size() - toDelete.size()));
     return {};

@@ -9,17 +9,17 @@
 
 class Camera;
 
-/// What the tour may do with the files it finds.
+/// Which files the tour may delete.
 enum class Deletion { Never, OfCopiesInTheSample };
 
-/// The way through the window that a person would go: look at everything, scan, look at the results.
+/// Operates the window like a user and takes screenshots: pages and dialogs, a scan, its results.
 class Tour
 {
 public:
-    /// Scans \a folders; shows \a places on the start page before.
+    /// Scans \a folders. Lists \a places on the start page for the screenshot of it.
     Tour(const QStringList &folders, const QStringList &places, Deletion deletion, Camera &camera);
 
-    /// Returns what went wrong; empty when nothing did.
+    /// Returns an error message, or an empty string on success.
     [[nodiscard]] QString run();
 
 private:

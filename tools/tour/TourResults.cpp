@@ -19,7 +19,7 @@ void loadGroups(WindowDriver &driver, int atMost)
     while (tree->topLevelItemCount() > before && tree->topLevelItemCount() < atMost) {
         before = tree->topLevelItemCount();
         bar->setValue(bar->maximum());
-        QCoreApplication::processEvents(); // the new rows make the bar longer
+        QCoreApplication::processEvents(); // updates the maximum of the bar
     }
     bar->setValue(0);
 }
@@ -56,7 +56,7 @@ void printGroups(WindowDriver &driver, int atMost)
         }
     }
     if (shown == atMost)
-        out << "\n... and what comes after the first " << atMost << " groups\n";
+        out << "\nOnly the first " << atMost << " groups are printed.\n";
 }
 
 QSet<QString> filesBelow(const QString &folder)

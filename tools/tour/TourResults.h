@@ -5,13 +5,13 @@
 
 class WindowDriver;
 
-/// Scrolls until the rows of every group are there, or of \a atMost groups; then back to the top.
+/// Scrolls until all groups, or \a atMost of them, have rows; then back to the top.
 void loadGroups(WindowDriver &driver, int atMost);
 
-/// Expands the first group with a picture, or else the first group, and puts it on the screen.
+/// Expands and shows the first group of three or more pictures; if there is none, the first group.
 void expandOneGroup(WindowDriver &driver);
 
-/// Prints the groups of the tree with their files, and the totals.
+/// Prints the first \a atMost groups of the tree with their files.
 void printGroups(WindowDriver &driver, int atMost);
 
 /// The paths of all files below \a folder.

@@ -20,13 +20,14 @@ int fail(const QString &reason)
     return EXIT_FAILURE;
 }
 
-/// The colours of a desktop that is set to dark.
+/// The palette of a dark desktop.
 QPalette darkPalette()
 {
     return QPalette(QColor(0x31, 0x36, 0x3b));
 }
 
-/// Goes through the window with \a folders, or with a sample made in \a place when there are none.
+/// Runs the tour with \a folders; if there are none, with a sample created in \a place. Returns an error
+/// message.
 QString goThrough(QStringList folders, const QString &place, Camera &camera)
 {
     QStringList places = folders;
@@ -46,20 +47,20 @@ QString goThrough(QStringList folders, const QString &place, Camera &camera)
 
 int main(int argc, char *argv[])
 {
-    // The window's debug log is not for the reader of the tour; QT_LOGGING_RULES brings it back.
+    // Hides the debug output of the window. QT_LOGGING_RULES overrides this.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.warning=false"));
     const QApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Drives the window through one scan and leaves a picture "
-                                                    "of each page. Only looks at the folders given; "
-                                                    "without any it makes a sample and deletes its copies."));
-    const QCommandLineOption output(QStringLiteral("output"), QStringLiteral("Folder for the pictures."),
+    parser.setApplicationDescription(QStringLiteral(
+        "Operates the window through one scan and saves screenshots of all pages. Deletes no files of "
+        "the given folders. Without a folder, creates a sample and deletes its copies."));
+    const QCommandLineOption output(QStringLiteral("output"), QStringLiteral("Folder for the screenshots."),
         QStringLiteral("folder"), QStringLiteral("tour"));
     parser.addOption(output);
     const QCommandLineOption place(QStringLiteral("sample"),
-        QStringLiteral("Folder to make the sample in; must not exist yet."), QStringLiteral("folder"));
+        QStringLiteral("Folder to create for the sample; must not exist."), QStringLiteral("folder"));
     parser.addOption(place);
-    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Starts on a dark desktop."));
+    const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Simulate a dark desktop."));
     parser.addOption(dark);
     const QCommandLineOption help = parser.addHelpOption();
     parser.addPositionalArgument(
@@ -84,7 +85,7 @@ int main(int argc, char *argv[])
         return fail(camera.error());
     if (const QString error = goThrough(folders, parser.value(place), camera); !error.isEmpty())
         return fail(error);
-    QTextStream(stdout) << "\nPictures of every page are in " << camera.folder() << ":\n    "
+    QTextStream(stdout) << "\nScreenshots are in " << camera.folder() << ":\n    "
                         << camera.pictures().join(QStringLiteral("\n    ")) << Qt::endl;
     return EXIT_SUCCESS;
 }
