@@ -1,5 +1,6 @@
 # Functions that build Qt modules from Debian's source packages. Source this file after packaging/windows/common.sh,
-# which provides fail() and logged(). shellcheck shell=bash
+# which provides fail() and logged().
+# shellcheck shell=bash
 
 # Sets jobs, the number of parallel compilers.
 read_jobs() {

@@ -23,7 +23,7 @@ TEXT
 engine='abandonedWalk|analysisProgress|bytesRead|concurrentHashing|contentEquality|contentGroups|contentGroupsOfRandomFiles'
 engine+='|creationTime|digest|duplicateAnalysis|duplicateGroup|fileCategories|fileCollection|fileHash|fileSurvey'
 engine+='|fingerprintQueue|folderWalk|jsonReport|largeTrees|removal|scanProgress|skipRules|specialFiles'
-window='backgroundTasks|closingTheProgram|closingTheWindow|firstRows|loadQueue|resultsModel|storm|thumbnailQueue'
+window='backgroundTasks|closingTheProgram|closingTheWindow|firstRows|loadQueue|resultsModel|windowStress|thumbnailQueue'
 regex="^tst_($engine|$window)\$"
 length=short
 presets=()
@@ -63,7 +63,7 @@ shorten() {
     if [ "$1" = tsan ]; then
         rounds=15 sequences=80
     fi
-    export QUILLORY_STORM_ROUNDS=${QUILLORY_STORM_ROUNDS:-$rounds}
+    export QUILLORY_STRESS_ROUNDS=${QUILLORY_STRESS_ROUNDS:-$rounds}
     export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-$sequences}
 }
 

@@ -141,15 +141,15 @@ void Tour::visitSelection()
     expandAndShoot("12-selected");
 }
 
-/// Deletes the checked files and checks which files remain on the disk.
+/// Deletes the marked files and checks which files remain on the disk.
 QString Tour::deleteCopies()
 {
     const QString sample = m_folders.constFirst();
     const QSet<QString> before = filesBelow(sample);
-    const QStringList ticked = m_driver.tickedPaths();
-    const QSet<QString> toDelete(ticked.cbegin(), ticked.cend());
+    const QStringList marked = m_driver.checkedPaths();
+    const QSet<QString> toDelete(marked.cbegin(), marked.cend());
     if (m_driver.folders() != QStringList{sample} || toDelete.isEmpty() || !before.contains(toDelete))
-        return QStringLiteral("files outside the sample are ticked");
+        return QStringLiteral("files outside the sample are marked");
 
     QString report;
     lookAtDialog([this] { m_driver.click("btnRemoveSelected"); },
@@ -161,8 +161,8 @@ QString Tour::deleteCopies()
     shoot("14-after-deletion");
     print(report);
     if (filesBelow(sample) != before - toDelete)
-        return QStringLiteral("other files were deleted than the checked ones");
-    print(QStringLiteral("%1 files were ticked and are gone, the other %2 are still there.")
+        return QStringLiteral("the deleted files are not the marked ones");
+    print(QStringLiteral("%1 marked files are gone, the other %2 are still there.")
               .arg(toDelete.size())
               .arg(before.size() - toDelete.size()));
     return {};
