@@ -15,6 +15,8 @@ tools/setup.sh build deb >&2
 
 mkdir -p "$build" "$out" 2>/dev/null || fail "cannot create $PWD/$build and $PWD/$out"
 export DEB_BUILD_MAINT_OPTIONS=hardening=+all
+# The package contains no debug information; generating it would take a fifth of the build time.
+export DEB_CXXFLAGS_MAINT_STRIP=-g
 # The dates in the package are those of the last commit, so that builds are reproducible.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
