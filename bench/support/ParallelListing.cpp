@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
