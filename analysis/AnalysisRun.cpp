@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that run the analysis and show its result.
+
 #include "app/MainWindow.h"
 
 #include "analysis/DuplicateAnalysis.h"
@@ -10,7 +12,7 @@
 
 using std::chrono_literals::operator""ms;
 
-/// Starts the analysis of the files just collected. It cannot be stopped.
+/// Starts the analysis of the collected files. The user cannot stop it.
 void MainWindow::finalizeScanUI()
 {
     discardTimer(statusDotsTimer);
@@ -61,16 +63,16 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
     ui->labelDuplicatesFoundValue->setText(QString::number(files));
     ui->stackedWidget->setCurrentWidget(ui->duplicatespage);
 
-    // Until the first rows are there, no button may save or delete marks that the user has not seen.
+    // Before the first rows exist, no button may save or delete marks that the user has not seen.
     setCategoryButtonsEnabled(false);
     setResultActionsEnabled(false);
     showLoadingOverlay();
-    // Each load after the first drops the marks of groups without a row. After two deliveries in a row only
-    // the second one loads its rows, so that its marks are complete.
+    // Each load after the first drops the marks of groups without a row. If two results arrive within the
+    // delay, only the second one is loaded, so that its marks stay complete.
     loadQueue.runDelayed(100ms, [this] { showFirstRows(); });
 }
 
-/// Shows the rows of a new result, unless the user has left the results page: Back leaves it empty.
+/// Shows the first rows of a new result, unless the user has left the results page.
 void MainWindow::showFirstRows()
 {
     if (ui->stackedWidget->currentWidget() == ui->duplicatespage)
@@ -79,8 +81,7 @@ void MainWindow::showFirstRows()
         hideLoadingOverlay();
 }
 
-/// Removes the rows of the shown category, so that their checks are never saved into the groups of another
-/// result.
+/// Removes the shown rows, so that their check boxes are never saved into the groups of another result.
 void MainWindow::forgetShownResults()
 {
     removeRows();

@@ -57,7 +57,7 @@ public:
         if (hardlyAnyWereEqual && !isHashed) {
             splitByHash(m_run, std::move(merged), Candidates::Hash::Content);
         } else if (hardlyAnyWereEqual && after == before) {
-            // Their hashes agree and their contents do not: somebody keeps changing them.
+            // Equal hashes but different contents: another program is changing the files. Stop here.
             for (EqualFiles &set : merged.sets)
                 m_run.addGroup(std::move(set));
         } else {
@@ -85,7 +85,7 @@ private:
     Candidates m_candidates;
     const std::size_t m_batchSize;
     QMutex m_mutex;
-    /// Under the mutex: the sets of all batches that were compared.
+    /// Protected by the mutex: the sets of the compared batches, equal ones merged.
     std::vector<EqualFiles> m_merged;
 };
 

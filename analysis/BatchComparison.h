@@ -2,6 +2,6 @@
 
 #include "analysis/ComparisonRun.h"
 
-/// Adds the tasks that compare \a candidates in batches of as many sets as a task can compare at once. Then
-/// those that are equal are one set, and the sets that are left are sorted again.
+/// Adds the tasks that compare \a candidates in batches, each with as many sets as one task can compare. The
+/// last task merges equal sets and sorts the remaining sets again with sortByContent().
 void compareInBatches(ComparisonRun &run, Candidates candidates);

@@ -14,7 +14,7 @@ std::size_t numberOfLabels(const ContentLabels &labels)
     return highest == labels.end() ? 0 : static_cast<std::size_t>(*highest + 1);
 }
 
-/// Adds what is left of a set whose first file could not be read.
+/// Adds the other files of a set whose first file could not be read.
 void addOthers(ComparisonRun &run, EqualFiles set)
 {
     if (set.others.empty())

@@ -4,39 +4,40 @@
 
 #include <vector>
 
-/// Files that are known to be equal, by their indexes. The first one is read for all of them.
+/// Indexes of files that are known to be equal. Only the first one is read.
 struct EqualFiles
 {
     quint32 first = 0;
     std::vector<quint32> others = {};
-    /// Whether the progress contains its bytes: the first file was read to its end before.
+    /// Whether the first file was already read to its end, so that the progress includes its bytes.
     bool isCounted = false;
 };
 
 /// Files of equal size that may be equal.
 struct Candidates
 {
-    /// What their contents have in common, beside their beginnings.
+    /// Which hash all files are known to share.
     enum class Hash {
-        None,    ///< nothing is known
-        Head,    ///< the hash of their heads
-        Content, ///< a cryptographic hash of all bytes
+        None,
+        Head,    ///< of the first headSize bytes
+        Content, ///< cryptographic, of all bytes
     };
 
     std::vector<EqualFiles> sets;
-    /// Bytes of each file.
+    /// Size of each file in bytes.
     qint64 size = 0;
-    /// So many bytes from the beginning were compared and are equal.
+    /// Number of bytes from the start that were compared and are equal.
     qint64 equalBytes = 0;
     Hash equalHash = Hash::None;
 };
 
-/// For each set of some candidates, a number that it shares with those sets that have the same content.
+/// One label for each set of some candidates. Sets with equal labels are equal as far as they were compared;
+/// sets with different labels differ.
 using ContentLabels = std::vector<int>;
 /// The label of a set whose first file could not be read.
 inline constexpr int unreadableLabel = -1;
 
-/// Sets that could not be read, or whose label no other set has.
+/// The sets that could not be read or that share their label with no other set.
 class LoneSets
 {
 public:
@@ -46,19 +47,20 @@ public:
 
 private:
     const ContentLabels &m_labels;
-    /// How many sets have each label.
+    /// Number of sets with each label.
     std::vector<int> m_counts;
 };
 
 class ComparisonRun;
 
-/// Whether lone sets that were read are candidates of their own after a split, or dealt with.
+/// Whether splitByLabel() returns lone sets as candidates or leaves them out.
 enum class LoneCandidates { Kept, LeftOut };
 
-/// Splits \a candidates by their \a labels, in the order of their first sets. A set that is dealt with is
-/// left out. So is one that could not be read: what else is in it becomes a group.
+/// Splits \a candidates by \a labels, in the order of the first set with each label. Lone sets that are left
+/// out become groups of \a run. Sets that could not be read are always left out; their other files become
+/// groups.
 [[nodiscard]] std::vector<Candidates> splitByLabel(ComparisonRun &run, Candidates candidates,
     const ContentLabels &labels, LoneCandidates lone = LoneCandidates::LeftOut);
 
-/// Makes one set of all sets.
+/// One set with the files of all sets of \a candidates.
 [[nodiscard]] EqualFiles mergedSets(const Candidates &candidates);

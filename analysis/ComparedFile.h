@@ -7,23 +7,24 @@
 
 #include <span>
 
-/// A file that is read piece by piece and must have the size that the survey found. Any thread, one at a
-/// time.
+/// A file that is compared piece by piece. Reports a problem if its size is not the one that the survey
+/// found. Usable by one thread at a time.
 class ComparedFile
 {
 public:
     explicit ComparedFile(const SurveyedFile &file);
 
-    /// Why the file could not be opened or read; empty while all goes well.
+    /// Why the file could not be opened or read; empty if it could.
     [[nodiscard]] const QString &problem() const;
 
-    /// Fills \a piece with the bytes from \a position on; problem() tells why not.
+    /// Fills \a piece with the bytes from \a position on. Sets problem() on failure.
     void read(qint64 position, std::span<char> piece);
 
-    /// As read(), but reads nothing and returns false while the bytes are not in memory.
+    /// Like read(), but returns false without reading if the bytes are not in the page cache.
     [[nodiscard]] bool readFromMemory(qint64 position, std::span<char> piece);
 
-    /// Has the system fetch \a count bytes from \a position on in the background, if it can.
+    /// Starts reading \a count bytes from \a position on into the page cache, if the system can. Does not
+    /// block.
     void prefetch(qint64 position, qint64 count) const;
 
 private:

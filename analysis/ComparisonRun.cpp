@@ -9,12 +9,12 @@
 
 namespace {
 
-/// Files kept open at once by all threads together, so that the disk can reorder the reads. Some systems
-/// allow a program no more than 256.
+/// Files that all threads together keep open, so that the disk can reorder the reads. Well below the limit of
+/// 256 for a process on some systems.
 constexpr std::size_t mostOpenFiles = 64;
-/// What the rest of the program may have open.
+/// Files that the rest of the program may have open.
 constexpr std::size_t filesOfOthers = 16;
-/// A comparison takes two files at least.
+/// A comparison needs two files.
 constexpr std::size_t fewestOpenFilesPerTask = 2;
 
 std::size_t availableOpenFiles()
@@ -136,7 +136,7 @@ ContentGroups ComparisonRun::takeResult()
         return {};
     std::ranges::sort(m_groups);
     std::ranges::sort(m_unreadable);
-    // Several ranges of a file may have been read.
+    // Tasks that read different ranges of a file may each have reported it.
     const auto isSameFile = [](const auto &a, const auto &b) { return a.first == b.first; };
     m_unreadable.erase(std::unique(m_unreadable.begin(), m_unreadable.end(), isSameFile), m_unreadable.end());
     ContentGroups result{.groups = std::move(m_groups), .unreadable = {}};

@@ -11,7 +11,7 @@
 #include <span>
 #include <vector>
 
-/// What the threads of one comparison share. Any thread.
+/// The state that the threads of one groupByContent() share. Thread-safe unless a function says otherwise.
 class ComparisonRun
 {
 public:
@@ -22,30 +22,31 @@ public:
     [[nodiscard]] const SurveyedFile &file(quint32 index) const;
     [[nodiscard]] bool isAbandoned() const;
 
-    /// How many threads work.
+    /// Number of threads that run tasks.
     [[nodiscard]] int threads() const;
-    /// How many files a task may hold open.
+    /// Number of files that a task may keep open at once.
     [[nodiscard]] std::size_t openFilesPerTask() const;
 
-    /// Adds to the bytes that the progress is measured by; before the tasks run.
+    /// Adds \a bytes to the total of the progress. Not thread-safe; call before runTasks().
     void addTotal(qint64 bytes);
-    /// Counts bytes as dealt with.
+    /// Reports progress by \a bytes.
     void addProgress(qint64 bytes);
 
-    /// Adds work. The task that was added last is taken first, which keeps their number small.
+    /// Adds a task. The task that was added last runs first, which keeps the queue short.
     void addTask(Task task);
-    /// Adds \a count tasks, which are taken in the order of their numbers. The last one to end goes on with
+    /// Adds \a count tasks, which start in the order of their numbers. The one that ends last calls
     /// \a continuation.
     void addTasks(std::size_t count, std::function<void(std::size_t number)> task, Task continuation);
-    /// Runs all tasks, and those that they add; does nothing for the rest once the run is abandoned.
+    /// Runs all tasks, including those that tasks add, and blocks until they are done. Discards the remaining
+    /// tasks once the run is abandoned.
     void runTasks();
 
-    /// Adds a group of the result; a single file is none.
+    /// Adds a group to the result; ignores a single file.
     void addGroup(EqualFiles group);
-    /// Reports a file, which must not be in a group.
+    /// Adds a file to the unreadable ones of the result. It must not be in a group.
     void addUnreadable(quint32 index, const QString &reason);
 
-    /// Groups and files in the order of the files' indexes.
+    /// The result, sorted by the indexes of the files; empty if the run was abandoned. Call after runTasks().
     [[nodiscard]] ContentGroups takeResult();
 
 private:
@@ -57,7 +58,7 @@ private:
     std::atomic<qint64> m_done = 0;
     WorkStock<Task> m_tasks;
 
-    /// Protects what follows.
+    /// Protects the members below.
     QMutex m_mutex;
     std::vector<std::vector<quint32>> m_groups;
     std::vector<std::pair<quint32, QString>> m_unreadable;

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Bytes read from one file before the other's turn: a disk with moving heads spends most of its time
-/// reading, and a cancelled comparison ends at once.
+/// Bytes read from one file before switching to the other. Large enough that a rotating disk rarely seeks,
+/// small enough that an abandoned comparison ends immediately.
 constexpr qint64 blockSize = qint64(1024) * 1024;
 
 void announceSequentialReading([[maybe_unused]] const QFile &file)
@@ -22,7 +22,7 @@ void announceSequentialReading([[maybe_unused]] const QFile &file)
 #endif
 }
 
-/// Fills \a block as far as the file goes and returns the part that is filled; nothing on an error.
+/// Fills \a block up to the end of the file. Returns the filled part; nothing on an error.
 std::optional<std::span<const char>> readBlock(QFile &file, std::span<char> block)
 {
     qint64 filled = 0;
@@ -44,7 +44,7 @@ ContentEquality compareContents(QFile &first, QFile &second, const std::function
 {
     announceSequentialReading(first);
     announceSequentialReading(second);
-    // One byte more than the file holds: a small file and its end are read at once.
+    // One byte more than the file has: one call reads a small file and finds its end.
     const auto size = static_cast<std::size_t>(std::clamp<qint64>(first.size() + 1, 1, blockSize));
     std::vector<char> firstBlock(size);
     std::vector<char> secondBlock(size);

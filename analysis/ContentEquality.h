@@ -4,18 +4,18 @@
 
 #include <functional>
 
-/// What a comparison of two files byte by byte found.
+/// The result of compareContents().
 enum class ContentEquality {
     Equal,
     Different,
-    FirstUnreadable,  ///< QFile::errorString() of the first file says why
-    SecondUnreadable, ///< QFile::errorString() of the second file says why
+    FirstUnreadable,  ///< see QFile::errorString() of the first file
+    SecondUnreadable, ///< see QFile::errorString() of the second file
     Abandoned,
 };
 
-/// Compares two files from where they stand to their ends, in step, until the first difference.
+/// Compares two files byte by byte from their current positions to their ends or to the first difference.
 ///
-/// Both must be open for reading, unbuffered. \a abandoned is asked before each block is read; true ends the
-/// comparison. Any thread. Memory does not depend on the size of the files.
+/// Both must be open for reading and unbuffered. \a abandoned is called before each block; true ends the
+/// comparison. Needs at most 2 MiB of memory. Thread-safe for different files.
 [[nodiscard]] ContentEquality compareContents(
     QFile &first, QFile &second, const std::function<bool()> &abandoned);

@@ -16,12 +16,12 @@ namespace {
 using Indexes = std::span<const quint32>;
 using SizeClassHandler = std::function<void(ComparisonRun &run, Indexes sizeClass)>;
 
-/// Files of a task, if they are small: few enough for all threads to finish at about the same time.
+/// Number of small files of a task: low enough that all threads finish at about the same time.
 constexpr std::size_t filesPerTask = 1024;
 
 std::vector<quint32> sortedBySize(std::span<const SurveyedFile> files)
 {
-    // Side by side: looking the sizes up in the files would miss the cache in every comparison.
+    // In an array of their own: looking up the sizes in files would miss the cache in every comparison.
     std::vector<std::pair<qint64, quint32>> sizes;
     sizes.reserve(files.size());
     for (quint32 index = 0; index < files.size(); ++index)
@@ -32,7 +32,7 @@ std::vector<quint32> sortedBySize(std::span<const SurveyedFile> files)
     return order;
 }
 
-/// The first files of \a indexes, as many as share the size of the first one.
+/// The leading files of \a indexes that have the size of the first one.
 Indexes firstSizeClass(const ComparisonRun &run, Indexes indexes)
 {
     const qint64 size = run.file(indexes.front()).size;
@@ -50,7 +50,7 @@ Candidates candidatesOf(const ComparisonRun &run, Indexes sizeClass)
     return candidates;
 }
 
-/// Sorts all files of some size classes by their bytes.
+/// Adds the tasks that group the files of some whole size classes by their bytes.
 void compareBytes(ComparisonRun &run, Indexes indexes)
 {
     std::vector<Candidates> classes;
@@ -63,7 +63,7 @@ void compareBytes(ComparisonRun &run, Indexes indexes)
     sortByContent(run, std::move(classes));
 }
 
-/// Sorts the files of one size class by their fingerprints.
+/// Groups the files of one size class by their fingerprints.
 void compareFingerprints(ComparisonRun &run, Indexes sizeClass)
 {
     std::map<QByteArray, EqualFiles> groups;
@@ -81,7 +81,7 @@ void compareFingerprints(ComparisonRun &run, Indexes sizeClass)
         run.addGroup(std::move(group));
 }
 
-/// Sorts all files of some size classes by their fingerprints.
+/// Groups the files of some whole size classes by their fingerprints.
 void compareSamples(ComparisonRun &run, Indexes indexes)
 {
     while (!indexes.empty()) {
@@ -92,7 +92,7 @@ void compareSamples(ComparisonRun &run, Indexes indexes)
     }
 }
 
-/// Adds a task for some whole size classes at a time, without those of a single file.
+/// Adds the tasks that each call \a compare for some whole size classes.
 void addTasks(ComparisonRun &run, Indexes order, void (*compare)(ComparisonRun &, Indexes))
 {
     while (!order.empty()) {

@@ -6,31 +6,32 @@
 #include <span>
 #include <vector>
 
-/// How two files of equal size are compared.
+/// How files of equal size are compared.
 enum class ContentComparison {
     Bytes,  ///< every byte
-    Sample, ///< the fingerprint of FileHash.h
+    Sample, ///< the fingerprint, see computeFileHash()
 };
 
-/// Both must be set. Called on any thread.
+/// Callbacks of groupByContent(). Both must be set. Called on several threads.
 struct ComparisonCallbacks
 {
-    /// Now and then: bytes dealt with so far and bytes in all. Files that drop out early count whole.
+    /// Called from time to time with the bytes compared so far and the bytes of all files to compare. A file
+    /// counts with its whole size as soon as it is known to differ.
     std::function<void(qint64 done, qint64 total)> progress;
     /// True ends the comparison early, with no groups.
     std::function<bool()> abandoned;
 };
 
-/// Which files have equal contents.
+/// The result of groupByContent().
 struct ContentGroups
 {
-    /// Groups of two or more indexes into the files that were compared, each in ascending order.
+    /// Groups of two or more files with equal content, as ascending indexes into the compared files.
     std::vector<std::vector<quint32>> groups;
-    /// Files that could not be read to their end; they are in no group.
+    /// Files that could not be read completely. They are in no group.
     QList<UnreadablePath> unreadable;
 };
 
-/// Groups \a files by content. Files are compared with files of equal size only; each must be given once.
-/// Reads on \a threads threads and keeps a bounded number of files open.
+/// Groups \a files by size and content. Each file must be listed once. Reads on \a threads new threads, keeps
+/// a bounded number of files open, and blocks until done.
 [[nodiscard]] ContentGroups groupByContent(std::span<const SurveyedFile> files, ContentComparison comparison,
     int threads, const ComparisonCallbacks &callbacks);

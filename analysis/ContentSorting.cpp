@@ -9,10 +9,10 @@
 
 namespace {
 
-/// Files of a task: few enough for all threads to finish at about the same time.
+/// Number of sets of a task: low enough that all threads finish at about the same time.
 constexpr std::size_t setsPerTask = 1024;
 
-/// Whether reading and comparing heads in memory is the next step.
+/// Whether the next step is to compare the heads in memory.
 bool canCompareHeads(const Candidates &candidates)
 {
     const bool knowsHead = candidates.equalBytes > 0 || candidates.equalHash != Candidates::Hash::None;
@@ -32,7 +32,8 @@ void sortByHead(ComparisonRun &run, std::vector<Candidates> &classes)
     sortByContent(run, std::move(alike));
 }
 
-/// Compares heads of several size classes in one task: the disk fetches many at once, in its own order.
+/// Combines size classes into tasks that compare heads: the more files in a task, the better the disk can
+/// reorder the reads.
 class HeadTasks
 {
 public:
@@ -69,7 +70,7 @@ private:
     std::size_t m_sets = 0;
 };
 
-/// Those whose heads agree, or cannot be compared in memory.
+/// Adds the next tasks for candidates whose heads are equal or do not fit into memory.
 void sortFurther(ComparisonRun &run, Candidates candidates)
 {
     if (candidates.equalHash == Candidates::Hash::None && headBytes(candidates) > headMemory)

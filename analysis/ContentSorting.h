@@ -4,5 +4,5 @@
 
 #include <vector>
 
-/// Adds the tasks that sort the files of each of \a classes by content and add their groups to \a run.
+/// Adds the tasks that split each of \a classes into files of equal content and add the groups to \a run.
 void sortByContent(ComparisonRun &run, std::vector<Candidates> classes);

@@ -19,7 +19,7 @@ std::optional<qint64> creationTimeByQt(const QString &path)
     QDateTime time = file.fileTime(QFileDevice::FileBirthTime);
     if (!time.isValid())
         time = file.fileTime(QFileDevice::FileModificationTime);
-    // Qt takes 1970-01-01 00:00:00 UTC for no time at all.
+    // Qt returns an invalid time for 1970-01-01 00:00:00 UTC.
     return time.isValid() ? time.toMSecsSinceEpoch() : 0;
 }
 
@@ -29,8 +29,7 @@ qint64 milliseconds(const statx_timestamp &time)
     return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
 }
 
-/// The birth time, or nothing when the system does not know it. As with QFileInfo, 1970-01-01 00:00:00 UTC is
-/// no birth time.
+/// The birth time; nothing if it is unknown. Like QFileInfo, takes 1970-01-01 00:00:00 UTC for unknown.
 std::optional<qint64> birthTime(const struct statx &facts)
 {
     const qint64 time = milliseconds(facts.stx_btime);
@@ -43,8 +42,8 @@ std::optional<qint64> birthTime(const struct statx &facts)
 std::optional<qint64> creationTime(const QString &path)
 {
 #if defined(Q_OS_LINUX) && defined(STATX_BTIME)
-    // QFileInfo looks up the time zone for each time, under one lock for all threads: five times the work of
-    // the call itself.
+    // Not QFileInfo: it converts each time to local time under a lock that all threads share, which takes
+    // five times as long as statx().
     struct statx facts = {};
     const QByteArray name = QFile::encodeName(path);
     if (::statx(AT_FDCWD, name.constData(), AT_NO_AUTOMOUNT, STATX_BTIME | STATX_MTIME, &facts) == 0)

@@ -4,7 +4,6 @@
 
 #include <optional>
 
-/// When the file at \a path was created, in milliseconds since 1970-01-01 UTC: its birth time, or its last
-/// modification time where the file system keeps no birth times. Links are followed. Nothing when the file is
-/// gone, which is not the same as time 0. Any thread.
+/// The creation time of the file at \a path in milliseconds since 1970-01-01 UTC, or its modification time if
+/// the file system has no creation times. Nothing if the file is gone. Follows links. Thread-safe.
 std::optional<qint64> creationTime(const QString &path);

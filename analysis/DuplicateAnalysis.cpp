@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Turns counted files into the analysis's share of the progress bar.
+/// Converts the number of processed files to the part of the progress bar that the analysis uses.
 class AnalysisProgress
 {
 public:
@@ -42,8 +42,8 @@ private:
     qint64 m_processed = 0;
 };
 
-/// Gives the tables' memory back to the system. glibc keeps what a thread has freed for that thread, but
-/// other threads make the groups.
+/// Returns freed memory to the system. glibc would keep it for the current thread, but other threads build
+/// the groups.
 void returnFreedMemory()
 {
 #ifdef __GLIBC__
@@ -51,7 +51,7 @@ void returnFreedMemory()
 #endif
 }
 
-/// Fills in what follows from the group's files.
+/// Sets all members of \a group that follow from its files.
 void describeGroup(DuplicateGroup &group)
 {
     const QFileInfo first(group.files.first());
@@ -78,9 +78,8 @@ QList<DuplicateGroup> makeGroups(QList<QList<QString>> duplicates, const std::fu
     return abandoned() ? QList<DuplicateGroup>() : groups;
 }
 
-/// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints; none when
-/// abandoned. Frees its tables before groups are made: each group's set of marked files takes more than a
-/// kilobyte.
+/// The result of FingerprintTable::sortedDuplicates() for \a paths; empty if abandoned. A function of its own
+/// so that its tables are freed before the groups are built: each group takes more than a kilobyte.
 QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
 {
     const SizeClasses classes = splitBySize(paths, callbacks.abandoned);

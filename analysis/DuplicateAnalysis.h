@@ -7,24 +7,22 @@
 
 #include <functional>
 
-/// What the analysis tells and asks its caller. All three must be set.
+/// Callbacks of findDuplicates(). All three must be set.
 struct AnalysisCallbacks
 {
-    /// Once per fingerprinted file, in ascending order of size: 33 rising to 66 per cent. On the analysing
-    /// thread.
+    /// Called for each fingerprinted file, in ascending order of size, on the thread of findDuplicates(). The
+    /// percentage rises from 33 to 66.
     std::function<void(int percent)> progress;
-    /// After each size class that was fingerprinted: how many files are known to have a copy by now. On the
-    /// analysing thread.
+    /// Called after each fingerprinted size class with the number of files in groups so far, on the thread of
+    /// findDuplicates().
     std::function<void(qsizetype files)> duplicatesFound;
-    /// True ends the analysis early, with no groups. Asked often, on any thread.
+    /// Called often, on several threads. True ends the analysis early, with no groups.
     std::function<bool()> abandoned;
 };
 
-/// Finds the files among \a paths that have equal fingerprints and marks all but the copy to keep of each
-/// group.
+/// Groups the files at \a paths by fingerprint and marks all files of each group except the kept file.
 ///
-/// Files are split by exact size first and those of a unique size never opened. The groups come in ascending
-/// byte order of their fingerprints; the files of a group in ascending size, then in the order of \a paths. A
-/// path listed twice is its own copy. A file that cannot be opened is in no group. May run on a thread of the
-/// global pool.
+/// Groups are in ascending byte order of their fingerprints, the files of a group in ascending order of size
+/// and then in the order of \a paths. Files of a unique size are not opened. A path listed twice is a copy of
+/// itself. A file that cannot be opened is in no group. Blocks; may be called on a thread of the global pool.
 QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks);

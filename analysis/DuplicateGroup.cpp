@@ -8,7 +8,7 @@ qsizetype indexOfKeptCopy(const QList<QString> &files)
     std::optional<qint64> oldest = creationTime(files.first());
     for (qsizetype i = 1; i < files.size(); ++i) {
         const std::optional<qint64> created = creationTime(files.at(i));
-        // A file that is gone has no time, and no time would compare as the earliest of all.
+        // A file that is gone has no time. std::nullopt would compare as the earliest.
         if (created && (!oldest || *created < *oldest)) {
             oldest = created;
             kept = i;

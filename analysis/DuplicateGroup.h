@@ -5,34 +5,34 @@
 #include <QSet>
 #include <QString>
 
-/// Two or more files with equal fingerprint.
+/// Two or more files with equal fingerprints.
 ///
-/// The first file, not the kept one, gives the group its name, size, time and category.
+/// Kept deliberately: name, size, time and category come from the first file, not from the kept file.
 struct DuplicateGroup
 {
     /// Name of the first file, without its folder.
     QString fileName;
-    /// Full paths of all copies. A path stands here twice when it was collected twice.
+    /// Full paths of all copies. Contains a path twice if it was collected twice.
     QList<QString> files;
-    /// Bytes of one copy.
+    /// Size of the first file in bytes.
     qint64 size = 0;
     QDateTime modified;
-    /// Key of the first file's category, see categoryOf().
+    /// Category key of the first file, see categoryOf().
     QString category;
-    /// Whether markedFiles holds any path. May lag behind for groups that no row shows.
+    /// Whether markedFiles is not empty. May be out of date for groups without a row.
     bool hasMarkedFiles = false;
     /// The paths marked for deletion.
     QSet<QString> markedFiles;
 };
 
-/// Position in \a files of the copy to keep: the one created first, judged by modification time where a file
-/// has no creation time, and the earlier in the list where times are equal. A file that is gone is kept only
-/// when all are. \a files must not be empty. Asks the file system once per file.
+/// Index in \a files of the file to keep: the one with the earliest creationTime(), the first of these if
+/// several are equal. Chooses a file that is gone only if all are gone. \a files must not be empty. Reads the
+/// times from the file system.
 qsizetype indexOfKeptCopy(const QList<QString> &files);
 
-/// Marks every path of the group but that of the copy to keep. The kept path stays unmarked everywhere, also
-/// when it stands in the group twice; a group of fewer than two files gets no mark.
+/// Marks every path of \a group except that of the kept file. The path of the kept file is never marked, even
+/// if the group contains it twice. A group of fewer than two files gets no marks.
 void markAllButKeptCopy(DuplicateGroup &group);
 
-/// Replaces the marks of the group.
+/// Replaces the marks of \a group.
 void setMarkedFiles(DuplicateGroup &group, const QSet<QString> &marked);

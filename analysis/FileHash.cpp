@@ -19,12 +19,12 @@ constexpr int sampleSize = fingerprintSampleSize;
 
 using SampleBuffer = QVarLengthArray<char, sampleSize>;
 
-/// The fingerprint of an open file, of which the first \a read bytes are in \a headBuffer.
+/// The fingerprint of an open file whose first \a read bytes are in \a headBuffer.
 QByteArray fingerprintFromHead(RegularFile &file, const SampleBuffer &headBuffer, qint64 read)
 {
     SampleBuffer tailBuffer(headBuffer.size());
     QByteArrayView tail;
-    // Asked only now: kernel files report no size and still yield bytes.
+    // The size after the head was read: files of the kernel (/proc) report 0 but have content.
     const qint64 size = file.size();
     if (size > 2 * qint64(headBuffer.size())) {
         const qint64 position = size - tailBuffer.size();
@@ -33,7 +33,7 @@ QByteArray fingerprintFromHead(RegularFile &file, const SampleBuffer &headBuffer
     return sha256({headBuffer.constData(), read}, tail);
 }
 
-/// Empty for a file that is not open.
+/// The fingerprint of \a file; empty if it is not open.
 QByteArray fingerprintOf(RegularFile &file, int chunkSize)
 {
     if (!file.isOpen())
@@ -43,7 +43,7 @@ QByteArray fingerprintOf(RegularFile &file, int chunkSize)
     return fingerprintFromHead(file, head, read);
 }
 
-/// Nothing while the file's head is not in memory.
+/// The fingerprint of \a file, empty if it is not open; nothing if its head is not in the page cache.
 std::optional<QByteArray> fingerprintAtOnce(RegularFile &file)
 {
     if (!file.isOpen())
@@ -55,17 +55,17 @@ std::optional<QByteArray> fingerprintAtOnce(RegularFile &file)
 
 using Paths = std::span<const QString>;
 
-/// So many can be open at a time to give the disk a queue of samples to fetch in the order that suits it. A
-/// cold disk yields small files in less than half the time, large ones in two thirds.
+/// Files that one thread keeps open, so that the disk can reorder the reads. With a cold cache this halves
+/// the time for small files and saves a third for large ones.
 constexpr qsizetype filesOfAPortion = 16;
-/// By all threads together. Some systems allow a program no more than 256, and each thread takes one or two.
+/// Files that all threads together keep open. Well below the limit of 256 for a process on some systems.
 constexpr qsizetype openFilesAtMost = 64;
 
 QList<Paths> splitIntoPortions(Paths paths)
 {
     const qsizetype threads = std::max(1, QThreadPool::globalInstance()->maxThreadCount());
     const qsizetype most = std::clamp<qsizetype>(openFilesAtMost / threads, 1, filesOfAPortion);
-    // Few enough for all threads to finish at about the same time.
+    // Small enough that all threads finish at about the same time.
     const qsizetype share = static_cast<qsizetype>(paths.size()) / (2 * threads);
     const auto size = static_cast<std::size_t>(std::clamp<qsizetype>(share, 1, most));
     QList<Paths> portions;
@@ -74,8 +74,8 @@ QList<Paths> splitIntoPortions(Paths paths)
     return portions;
 }
 
-/// Files whose heads are in memory need no waiting for; the ends of the others are asked for all at once, and
-/// only then waited for.
+/// The fingerprints of the files of a portion. Computes those whose heads are in the page cache immediately;
+/// prefetches the others and computes them afterwards.
 QList<FileHash> hashPortion(Paths paths, const std::function<bool()> &abandoned)
 {
     QList<FileHash> hashes;
@@ -115,7 +115,7 @@ QByteArray computeFileHash(const QString &path, int chunkSize)
 
 QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned)
 {
-    // The portions point into the list, which the functor keeps.
+    // The portions point into the copy of the list that the functor owns.
     const auto hashFiles = [paths, abandoned = std::move(abandoned)](
                                Paths portion) { return hashPortion(portion, abandoned); };
     return QtConcurrent::mappedReduced<QList<FileHash>>(QThreadPool::globalInstance(),

@@ -10,25 +10,28 @@
 /// A file and its fingerprint.
 struct FileHash
 {
-    /// The path exactly as it was handed in.
+    /// The path exactly as the caller passed it.
     QString filePath;
-    /// 32 raw bytes of SHA-256; empty when the file could not be opened.
+    /// The 32 raw bytes of the fingerprint; empty if the file could not be opened.
     QByteArray hash;
 };
 
-/// Bytes of a file's beginning, and of its end, that the program's fingerprints cover.
+/// Size in bytes of the samples at the start and at the end of a file that its fingerprint covers.
 inline constexpr int fingerprintSampleSize = 4096;
 
-/// The fingerprint of one file: SHA-256 over its first \a chunkSize bytes and, when it is larger than twice
-/// that, its last \a chunkSize bytes. What lies between is never read. Empty when the file cannot be opened
-/// or is not a regular file; a read error after that is not noticed. Safe on any number of threads at once.
+/// The fingerprint of the file at \a path: the 32 raw bytes of SHA-256 over its first \a chunkSize bytes and,
+/// if it is larger than twice that, its last \a chunkSize bytes. Reads no other bytes. Empty if the file
+/// cannot be opened or is not a regular file. Thread-safe.
+///
+/// Kept deliberately: a read error is not detected. The bytes read so far are the fingerprint's input, so the
+/// file can still be in a group.
 QByteArray computeFileHash(const QString &path, int chunkSize);
 
-/// Starts the fingerprinting of \a paths on the global thread pool. The result holds one record per path, in
-/// order. \a abandoned is asked before each file, on any thread; once it is true the files left get no
-/// fingerprint.
+/// Starts to compute the fingerprints of \a paths on the global thread pool. The result has one record for
+/// each path, in order. \a abandoned is called before each file, on several threads; once it returns true,
+/// the remaining files get empty fingerprints.
 QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned);
 
-/// The fingerprints of \a paths, one record per path, in order, computed on the global thread pool. Blocks
-/// until all are there. May be called from a thread of that pool, which is lent to the pool for the time.
+/// Computes the fingerprints of \a paths on the global thread pool. Returns one record for each path, in
+/// order. Blocks; may be called on a thread of that pool, see PoolThreadRelease.
 QList<FileHash> computeHashesConcurrently(const QList<QString> &paths);

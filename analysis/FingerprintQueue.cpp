@@ -6,12 +6,13 @@
 
 namespace {
 
-/// Jobs of a large run: more make the progress smoother, fewer take less time to start.
+/// Minimum number of jobs of a large run. More jobs make the progress smoother but take more time to start.
 constexpr qsizetype jobsAtLeast = 256;
-/// Files of a job in a small run: fewer would make the start of a job show.
+/// Minimum number of files of a job. With fewer, the time to start a job would be noticeable.
 constexpr qsizetype filesWorthAJob = 64;
-/// Bounds the memory of the jobs under way.
+/// Maximum number of files of a job. Limits the memory of the jobs in flight.
 constexpr qsizetype filesOfAJobAtMost = 512;
+/// Jobs in flight: enough that all threads have work while the caller uses the results.
 constexpr std::size_t jobsUnderWay = 16;
 
 } // namespace
@@ -26,7 +27,7 @@ FingerprintQueue::FingerprintQueue(const SizeClasses &classes, std::function<boo
 
 FingerprintQueue::~FingerprintQueue()
 {
-    // The jobs use what the caller may free after this.
+    // The jobs call the predicate of the caller, which may refer to variables that are destroyed next.
     for (QFuture<QList<FileHash>> &job : m_jobs) {
         job.cancel();
         waitReleasingPoolThread(job);

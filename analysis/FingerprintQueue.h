@@ -9,23 +9,23 @@
 #include <functional>
 #include <vector>
 
-/// Fingerprints the candidates of \a classes on the global thread pool, in their order and a bounded number
-/// of files ahead of the caller.
+/// Computes the fingerprints of all candidates on the global thread pool, a bounded number of files ahead of
+/// the caller. Not thread-safe.
 ///
-/// Starting a map-reduce and waiting for it takes 50 to 100 us, as long as a dozen fingerprints. So a job is
-/// one map-reduce over many whole size classes, and several jobs are under way at once.
+/// Starting a map-reduce and waiting for it takes 50 to 100 us, as long as a dozen fingerprints. Therefore a
+/// job is one map-reduce over many whole size classes, and several jobs are in flight.
 class FingerprintQueue
 {
 public:
-    /// \a abandoned is asked before each file, on any thread; once it is true the files left get no
-    /// fingerprint. \a classes must outlive the queue.
+    /// \a abandoned is called before each file, on several threads; once it returns true, the remaining files
+    /// get empty fingerprints. \a classes must outlive the queue.
     FingerprintQueue(const SizeClasses &classes, std::function<bool()> abandoned);
-    /// Waits for what is under way.
+    /// Cancels the jobs in flight and waits for them.
     ~FingerprintQueue();
     Q_DISABLE_COPY_MOVE(FingerprintQueue)
 
-    /// The next candidate's fingerprint; there must be one. Waits for it; the current thread may be one of
-    /// the pool's.
+    /// The fingerprint of the next candidate; there must be one. Blocks; may be called on a thread of the
+    /// global pool.
     QByteArray takeNext();
 
 private:

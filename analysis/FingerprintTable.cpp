@@ -24,7 +24,7 @@ void FingerprintTable::insert(qsizetype index, QByteArrayView fingerprint)
     m_next[static_cast<std::size_t>(found->last)] = file;
     found->last = file;
     ++found->count;
-    // The second copy makes the first one a duplicate as well.
+    // The second file makes the first one a duplicate as well.
     m_duplicates += found->count == 2 ? 2 : 1;
 }
 

@@ -8,25 +8,27 @@
 #include <array>
 #include <vector>
 
-/// Which of many files have equal fingerprints. One table serves the whole run: files of different sizes can
-/// share a fingerprint.
+/// Groups files by fingerprint. Not thread-safe.
 ///
-/// It has an entry for each file that was read, most of them without a copy. So it knows files by number and
-/// allocates nothing for a single file.
+/// Kept deliberately: one table for all sizes, so that files of different sizes with equal fingerprints form
+/// a group.
+///
+/// Most fingerprints have a single file. The table stores indexes of files and allocates no list for one.
 class FingerprintTable
 {
 public:
-    /// For the files at \a paths, which must outlive the table.
+    /// \a paths are the files that insert() refers to. They must outlive the table.
     explicit FingerprintTable(const QList<QString> &paths);
 
-    /// Adds the file with this index, each time a higher one, and its fingerprint of 32 bytes.
+    /// Adds the file at \a index of the paths, which must increase from call to call. \a fingerprint must
+    /// have 32 bytes.
     void insert(qsizetype index, QByteArrayView fingerprint);
 
-    /// Files held by fingerprints of two or more files.
+    /// Number of files that share their fingerprint with another file.
     [[nodiscard]] qsizetype duplicates() const;
 
-    /// The paths of each fingerprint of two or more files, in ascending byte order of the fingerprints; those
-    /// of one fingerprint in the order of their indexes.
+    /// The paths of the files that share a fingerprint: one list for each fingerprint, in ascending byte
+    /// order of the fingerprints. The paths of a list are in the order of their indexes.
     [[nodiscard]] QList<QList<QString>> sortedDuplicates() const;
 
 private:
@@ -41,7 +43,7 @@ private:
         }
     };
 
-    /// The files of one fingerprint: a chain from the first to the last.
+    /// The files of one fingerprint, linked by m_next from the first to the last.
     struct Copies
     {
         int first;
@@ -53,7 +55,7 @@ private:
 
     const QList<QString> &m_paths;
     QHash<Fingerprint, Copies> m_copies;
-    /// For each file the next one of its chain.
+    /// For each file, the next one with the same fingerprint.
     std::vector<int> m_next;
     qsizetype m_duplicates = 0;
 };

@@ -17,8 +17,9 @@
 
 namespace {
 
-/// Sets of one task: their heads take 4 MiB.
+/// Number of sets of a task. Their heads take 4 MiB.
 constexpr std::size_t setsPerTask = 256;
+/// Bytes read at once. Fits into the second-level cache of a core.
 constexpr qint64 blockSize = 128LL * 1024;
 
 using HashValue = std::array<quint64, 2>;
@@ -28,7 +29,8 @@ HashValue hashOf(Head head)
     return {qHashBits(head.data(), head.size()), 0};
 }
 
-/// Of all bytes. Cryptographic: files that agree in it without being equal cannot be made on purpose.
+/// The hash of all bytes of \a file. Cryptographic, so that nobody can create different files with equal
+/// hashes to slow down the comparison.
 HashValue hashOfContent(const ComparisonRun &run, ComparedFile &file, qint64 size)
 {
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);
@@ -75,7 +77,7 @@ public:
     void sortParts()
     {
         const ContentLabels labels = contentLabels();
-        // There can be a million of them.
+        // Free the memory early: there can be a million sets.
         m_values = {};
         m_isReadable = {};
         const LoneSets loneSets(labels);
@@ -142,7 +144,7 @@ private:
     ComparisonRun &m_run;
     Candidates m_candidates;
     const Candidates::Hash m_hash;
-    /// For each set; each is written by one task.
+    /// One element for each set. Each element is written by one task only.
     std::vector<HashValue> m_values;
     std::vector<char> m_isReadable;
 };

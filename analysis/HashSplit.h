@@ -2,6 +2,6 @@
 
 #include "analysis/ComparisonRun.h"
 
-/// Adds the tasks that split \a candidates, too many to be compared at once, by a hash of their heads or of
-/// all their bytes. What agrees is compared then: no hash is trusted.
+/// Adds the tasks that split \a candidates by \a hash, for sets that are too many to compare at once. Sets
+/// with equal hashes are then compared byte by byte.
 void splitByHash(ComparisonRun &run, Candidates candidates, Candidates::Hash hash);

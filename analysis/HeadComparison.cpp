@@ -14,7 +14,7 @@ qint64 headLength(const Candidates &candidates)
     return std::min(candidates.size, headSize);
 }
 
-/// A head to be read.
+/// A head that is to be read into memory.
 struct Wanted
 {
     quint32 file = 0;
@@ -45,7 +45,7 @@ std::vector<Wanted> wantedHeads(const ComparisonRun &run, std::span<const Candid
     return wanted;
 }
 
-/// Files that are open while the disk fetches their heads, the longest wait first.
+/// The files whose heads are being prefetched, oldest request first.
 class Fetching
 {
 public:
@@ -54,7 +54,7 @@ public:
     {
     }
 
-    /// Reads a head from memory, or has the disk fetch it.
+    /// Reads a head from the page cache, or starts to prefetch it.
     void begin(const Wanted &wanted)
     {
         if (m_files.size() == m_run.openFilesPerTask())
@@ -68,7 +68,7 @@ public:
         }
     }
 
-    /// Waits for all that are open.
+    /// Reads the heads of all files that are still open.
     void endAll()
     {
         while (!m_files.empty())
@@ -129,7 +129,7 @@ ContentLabels labelsOf(const std::vector<Head> &heads)
     return labels;
 }
 
-/// Bytes of the sets that are dealt with after their heads were compared.
+/// The progress in bytes after the heads of \a candidates were compared.
 qint64 bytesDealtWith(const Candidates &candidates, const ContentLabels &labels)
 {
     const LoneSets loneSets(labels);

@@ -5,32 +5,33 @@
 #include <span>
 #include <vector>
 
-/// Bytes of a head. Nine of ten files that share their size are no longer, and a disk needs hardly more time
-/// for it than for less.
+/// Maximum size of a head, the first bytes of a file. Nine of ten files that share their size are no larger,
+/// and a disk needs hardly more time for a head than for a single block.
 inline constexpr qint64 headSize = 16LL * 1024;
 
-/// Bytes of heads that a task keeps in memory.
+/// Limit for the bytes of heads that a task keeps in memory. More per task lets the disk reorder more reads.
 inline constexpr qint64 headMemory = 8LL * 1024 * 1024;
 
-/// Bytes that the heads of some candidates take.
+/// Total size in bytes of the heads of \a candidates.
 [[nodiscard]] qint64 headBytes(const Candidates &candidates);
 
-/// The head of the first file of a set, or nothing of one that could not be read.
+/// The head of the first file of a set; empty if it could not be read.
 using Head = std::span<const char>;
 
-/// Heads of files in memory.
+/// The heads of several size classes.
 struct Heads
 {
+    /// Owns the bytes of all heads.
     std::vector<char> memory;
-    /// For each candidates that were asked for, those of its sets.
+    /// For each size class, one head for each of its sets.
     std::vector<std::vector<Head>> heads;
 };
 
-/// Reads the heads of all sets, in the order in which the disk is likely to have them. Reports files that
-/// cannot be read.
+/// Reads the heads of all sets, in the order in which they probably are on the disk. Reports unreadable files
+/// to \a run.
 [[nodiscard]] Heads readHeads(ComparisonRun &run, std::span<const Candidates> classes);
 
-/// Compares the heads of the sets of each of \a classes among each other and counts the files that are
-/// dealt with: those that differ, or that are no longer than a head.
+/// Reads and compares the heads of the sets of each of \a classes. Returns the labels of each class. Adds the
+/// progress: whole files for those that differ, heads for the others.
 [[nodiscard]] std::vector<ContentLabels> compareHeads(
     ComparisonRun &run, std::span<const Candidates> classes);

@@ -2,10 +2,11 @@
 
 #include <QFuture>
 
-/// For its lifetime, gives the current thread back to the global thread pool if it is one of the pool's own.
+/// Lets the global thread pool start another thread while the current one waits, if the current thread
+/// belongs to that pool.
 ///
-/// A pool thread that waits for work in its own pool takes a place that the work may need: with one thread,
-/// or with as many waiting tasks as threads, nobody would be left to do it.
+/// Without it, waiting on a pool thread for work in the same pool is a deadlock as soon as all threads of the
+/// pool wait.
 class PoolThreadRelease
 {
 public:
@@ -17,7 +18,7 @@ private:
     const bool m_released;
 };
 
-/// Waits for \a future without occupying a place in the global thread pool.
+/// Waits for \a future. Safe on a thread of the global pool.
 template <typename T>
 void waitReleasingPoolThread(QFuture<T> &future)
 {

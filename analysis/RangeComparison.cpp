@@ -13,11 +13,12 @@
 
 namespace {
 
-/// Bytes of each file that one task compares: long enough for sequential reads, short enough for all threads
-/// to finish a pair of large files at about the same time.
+/// Bytes of each file that one task compares. Large enough for sequential reads, small enough that all
+/// threads finish a pair of large files at about the same time.
 constexpr qint64 rangeSize = 32LL * 1024 * 1024;
 
-/// Candidates whose ranges several tasks compare. Two sets are equal when they are equal in every range.
+/// Compares the ranges of the files of some candidates in several tasks. Two sets are equal if they are equal
+/// in every range.
 class RangeComparison
 {
 public:
@@ -71,10 +72,10 @@ private:
 
     ComparisonRun &m_run;
     Candidates m_candidates;
-    /// No two sets agree so far: the other ranges need not be read.
+    /// Whether all sets are known to differ, so that no further range needs to be read.
     std::atomic<bool> m_isSettled = false;
     QMutex m_mutex;
-    /// Under the mutex: the labels after all ranges that were compared.
+    /// Protected by the mutex: the labels after the ranges compared so far.
     ContentLabels m_labels;
 };
 

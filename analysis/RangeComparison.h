@@ -2,6 +2,7 @@
 
 #include "analysis/ComparisonRun.h"
 
-/// Adds the tasks that compare \a candidates in step, several of them at once for large files, and add the
-/// groups to \a run. No more sets than a task may hold files open.
+/// Adds the tasks that compare \a candidates byte by byte and add the groups to \a run. Large files are split
+/// into ranges that several tasks compare. \a candidates must not have more sets than
+/// ComparisonRun::openFilesPerTask().
 void compareRanges(ComparisonRun &run, Candidates candidates);

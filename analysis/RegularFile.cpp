@@ -20,8 +20,8 @@ namespace {
 
 constexpr int readOnly = O_RDONLY | O_CLOEXEC;
 
-/// A descriptor of the regular file \a name, on which another program holds a lease, once that is given up;
-/// -1 when something else is there.
+/// Opens the regular file \a name on which another program holds a lease and blocks until the lease is
+/// released. Returns -1 if \a name is not a regular file.
 int openLeasedFile([[maybe_unused]] const char *name)
 {
     int descriptor = -1;
@@ -29,7 +29,7 @@ int openLeasedFile([[maybe_unused]] const char *name)
     const int place = ::open(name, O_PATH | O_CLOEXEC);
     struct stat status = {};
     if (place >= 0 && ::fstat(place, &status) == 0 && S_ISREG(status.st_mode)) {
-        // Not by the path once more, where a pipe may be by now.
+        // Not by its path: the file may have been replaced by a pipe, which would block.
         const QByteArray file = "/proc/self/fd/" + QByteArray::number(place);
         descriptor = ::open(file.constData(), readOnly);
     }
@@ -39,7 +39,7 @@ int openLeasedFile([[maybe_unused]] const char *name)
     return descriptor;
 }
 
-/// A descriptor of whatever \a name is; -1 when it cannot be opened. Waits for a lease, but not for a pipe.
+/// Opens \a name, whatever its type. Returns -1 on failure. Blocks on a lease, but not on a pipe.
 int openForReading(const char *name)
 {
     const int descriptor = ::open(name, readOnly | O_NONBLOCK);
@@ -55,10 +55,10 @@ RegularFile::RegularFile(const QString &path)
         m_error = errno;
         return;
     }
-    // Looking at the type by the path first would take as long as reading the file.
+    // Not stat() before open(): a second lookup of the path would take as long as reading the file.
     if (struct stat status = {}; ::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
         m_sizeAtOpening = status.st_size;
-        // Some file systems would fail to read instead of waiting.
+        // Clears O_NONBLOCK, with which reads of some file systems fail instead of blocking.
         ::fcntl(m_descriptor, F_SETFL, 0);
         return;
     }
@@ -91,7 +91,7 @@ qint64 RegularFile::sizeAtOpening() const
 void RegularFile::prefetch([[maybe_unused]] qint64 position, [[maybe_unused]] qint64 count) const
 {
 #ifdef POSIX_FADV_WILLNEED
-    // Linux cuts a longer request short, where it exceeds what the device takes at once.
+    // Linux shortens a request that exceeds the maximum transfer size of the device.
     constexpr qint64 longestRequest = qint64(512) * 1024;
     for (const qint64 end = position + count; position < end; position += longestRequest) {
         ::posix_fadvise(

@@ -5,58 +5,58 @@
 
 #include <optional>
 
-/// The size in bytes of the file at \a path, as QFileInfo::size() tells it; 0 when it does not exist. Any
-/// thread.
+/// The size in bytes of the file at \a path, as returned by QFileInfo::size(); 0 if it does not exist.
+/// Thread-safe.
 qint64 fileSize(const QString &path);
 
-/// A regular file open for reading, without a buffer: nothing is read but what was asked for.
+/// A regular file, open for reading and unbuffered: reads only the bytes that the caller requests. Usable by
+/// one thread at a time.
 ///
-/// Any thread, one at a time. On Unix it works on the descriptor itself: QFile makes further system calls
-/// when it takes one over, which for small files is a fifth of the whole time.
+/// On Unix it calls the system directly: the additional system calls of QFile would take a fifth of the total
+/// time for small files.
 class RegularFile
 {
 public:
-    /// Opens the file at \a path. Anything but a regular file is left alone; a pipe in its place is never
-    /// waited for. Where another program, a file server for instance, holds a lease on the file, waits until
-    /// the system has got it back, as any open does.
+    /// Opens the file at \a path if it is a regular file. Does not block on a pipe. If another program such
+    /// as a file server holds a lease on the file, blocks until the lease is released, as open() does.
     explicit RegularFile(const QString &path);
     ~RegularFile();
     Q_DISABLE_COPY_MOVE(RegularFile)
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Why the file is not open, or why the last reading failed, in the system's words; empty when neither
-    /// did.
+    /// The system's error message if the file is not open or the last read failed; otherwise empty.
     [[nodiscard]] QString errorText() const;
 
-    /// The size in bytes when the file was opened.
+    /// The size in bytes at the time of opening.
     [[nodiscard]] qint64 sizeAtOpening() const;
 
-    /// Has the system fetch \a count bytes from \a position on in the background, if it can.
+    /// Starts reading \a count bytes from \a position on into the page cache, if the system can. Does not
+    /// block.
     void prefetch(qint64 position, qint64 count) const;
 
-    /// Has the system fetch the first \a count bytes in the background and, of a file larger than twice that,
-    /// the last ones. False where it cannot.
+    /// Starts reading the first \a count bytes into the page cache and, if the file is larger than twice
+    /// that, the last \a count bytes. Returns false if the system cannot. Does not block.
     [[nodiscard]] bool prefetchEnds(qint64 count) const;
 
-    /// Reads up to \a count bytes from \a position on into \a data and returns how many came before the file
-    /// ended or failed.
+    /// Reads up to \a count bytes from \a position on into \a data. Returns the number of bytes read, which
+    /// is lower at the end of the file or after an error; see errorText().
     qint64 readAt(qint64 position, char *data, qint64 count);
 
-    /// Like readAt(), but nothing is read, and nothing returned, while the bytes are not in memory or the
-    /// system does not tell. Still waits when it has only some of them.
+    /// Like readAt(), but returns nothing without reading if the bytes are not in the page cache or the
+    /// system cannot tell. Blocks if only some of them are.
     std::optional<qint64> readAtOnce(qint64 position, char *data, qint64 count);
 
-    /// The size in bytes at this moment. Kernel files report 0 and still yield bytes.
+    /// The current size in bytes. 0 for files of the kernel (/proc) that nevertheless have content.
     [[nodiscard]] qint64 size() const;
 
 private:
 #ifdef Q_OS_UNIX
     int m_descriptor;
-    /// Of the opening or the last reading, as errno tells it; 0 for none.
+    /// errno of the open or the last read; 0 if it succeeded.
     int m_error = 0;
     qint64 m_sizeAtOpening = 0;
-    /// Where the last reading ended.
+    /// End position of the last read.
     qint64 m_end = 0;
 #else
     QFile m_file;

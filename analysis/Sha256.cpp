@@ -38,16 +38,16 @@ struct Free
 std::unique_ptr<EVP_MD, Free> fetchAlgorithm()
 {
     std::unique_ptr<EVP_MD, Free> algorithm(EVP_MD_fetch(nullptr, "SHA256", nullptr));
-    // The fetch leaves this thread a list of errors. A pool thread that ends with the program may not come to
-    // free it.
+    // The fetch allocates an error list for this thread. A pool thread that ends with the program might not
+    // free it, a leak.
     OPENSSL_thread_stop();
     return algorithm;
 }
 
-/// Empty when libcrypto refuses, as a configuration without SHA-256 makes it.
+/// Empty if libcrypto fails, for example because its configuration excludes SHA-256.
 QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
 {
-    // Dearer to come by than the digest of a small file, and read-only from then on.
+    // Fetched once, because that takes longer than hashing a small file. Read-only afterwards.
     static const std::unique_ptr<EVP_MD, Free> algorithm = fetchAlgorithm();
     const std::unique_ptr<EVP_MD_CTX, Free> context(EVP_MD_CTX_new());
 

@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
-/// The 32 raw bytes of SHA-256 over \a head followed by \a tail. Safe on any number of threads at once.
+/// The 32 raw bytes of SHA-256 over \a head followed by \a tail. Thread-safe.
 ///
-/// Computed by libcrypto where the build has found it, which uses the processor's own SHA instructions, and
-/// by QCryptographicHash otherwise.
+/// Uses libcrypto if the build has found it, because it uses the SHA instructions of the processor; otherwise
+/// QCryptographicHash.
 QByteArray sha256(QByteArrayView head, QByteArrayView tail);

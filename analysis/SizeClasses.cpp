@@ -17,7 +17,7 @@ struct SizedFile
     qint64 size = 0;
 };
 
-/// The files at \a paths in ascending order of size. What it points to is in \a paths.
+/// The files at \a paths in ascending order of size. The pointers in the result point into \a paths.
 std::vector<SizedFile> sortedBySize(const QList<QString> &paths, const std::function<bool()> &abandoned)
 {
     std::vector<SizedFile> files;

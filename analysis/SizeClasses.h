@@ -9,14 +9,14 @@
 /// Files split by their exact sizes.
 struct SizeClasses
 {
-    /// How many files there are of each size, in ascending order of size.
+    /// Number of files of each size, in ascending order of size.
     std::vector<qsizetype> counts;
-    /// The files of all sizes that two or more files have, in ascending order of size; of equal size in the
-    /// order in which they were given.
+    /// Paths of the files that share their size with another file, in ascending order of size, then in the
+    /// order of the input.
     QList<QString> candidates;
 };
 
-/// Splits the files at \a paths by size; a file that is gone counts as empty. Asks for the sizes on the
-/// global thread pool, of which the current thread may be one. \a abandoned is asked before each file, on any
-/// thread; once it is true the classes are of no use.
+/// Splits the files at \a paths by size; a file that is gone has size 0. Reads the sizes on the global thread
+/// pool. Blocks; may be called on a thread of that pool. \a abandoned is called before each file, on several
+/// threads; once it returns true, the classes are meaningless.
 SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()> &abandoned);

@@ -9,27 +9,25 @@
 
 namespace {
 
-/// Two blocks fit into the second-level cache of a core, where comparing them takes little time beside
-/// reading.
+/// Small enough that two blocks fit into the second-level cache of a core, so that comparing them is fast.
 constexpr qint64 blockSize = 128LL * 1024;
-/// Bytes of all files of a comparison together that the disk fetches ahead, so that it is never idle.
+/// Maximum number of bytes prefetched for all files of a comparison together. Keeps the disk busy.
 constexpr qint64 mostFetchedAhead = 8LL * 1024 * 1024;
-/// Bytes of one file: enough for long sequential reads on a rotating disk, and not much in vain when the
-/// files differ soon.
+/// Number of bytes prefetched for a file at least: enough for long sequential reads on a rotating disk, and
+/// little waste if the files differ early.
 constexpr qint64 fewestFetchedAhead = 1024LL * 1024;
 
 using Block = std::vector<char>;
 
-/// Sets that agree up to a position.
+/// Sets whose contents are equal up to a position.
 struct Agreeing
 {
     std::vector<std::size_t> sets;
     qint64 position = 0;
-    /// Where the bytes end that the disk was asked for; nothing as long as all were in memory.
+    /// End of the bytes prefetched so far; nothing while all bytes were in the page cache.
     std::optional<qint64> fetchedUpTo = std::nullopt;
 };
 
-/// One comparison of some sets.
 class SteppedComparison
 {
 public:
@@ -51,7 +49,7 @@ public:
     ContentLabels labels(const std::function<bool()> &isSettled)
     {
         while (!m_agreeing.empty() && !isSettled() && !m_run.isAbandoned()) {
-            // Taken out: a step may add others.
+            // Moved out of the list because step() may add elements to it.
             Agreeing agreeing = std::move(m_agreeing.back());
             m_agreeing.pop_back();
             if (agreeing.sets.size() > 1 && agreeing.position < m_range.end)
@@ -65,7 +63,7 @@ public:
     }
 
 private:
-    /// Reads one block of each file and splits the sets by its content.
+    /// Reads the next block of each file and splits the sets by its content.
     void step(Agreeing agreeing)
     {
         const qint64 begin = agreeing.position;
@@ -95,7 +93,7 @@ private:
         return m_blocks[part];
     }
 
-    /// The part, of the first \a count, whose block equals \a block; \a count if none does.
+    /// The index of the first of \a count parts whose block equals \a block; \a count if there is none.
     [[nodiscard]] std::size_t findPart(std::size_t count, std::span<const char> block) const
     {
         std::size_t part = 0;
@@ -104,7 +102,7 @@ private:
         return part;
     }
 
-    /// Reads a block at the position of \a agreeing; false when that fails.
+    /// Reads the block at the position of \a agreeing. Returns false on failure.
     [[nodiscard]] bool read(std::size_t set, Agreeing &agreeing, std::span<char> block)
     {
         ComparedFile &file = *m_files[set];
@@ -118,7 +116,7 @@ private:
         return checkProblem(set, file.problem());
     }
 
-    /// Has the disk fetch the bytes that are read next, in longer and longer pieces.
+    /// Prefetches the bytes that will be read next, in pieces of growing size.
     void fetchAhead(Agreeing &agreeing)
     {
         if (!agreeing.fetchedUpTo || *agreeing.fetchedUpTo == m_range.end)
@@ -133,7 +131,7 @@ private:
         agreeing.fetchedUpTo = end;
     }
 
-    /// Closes the files of sets that are alike to the end, or a set that differs from all others.
+    /// Labels and closes sets that are equal up to the end, or a single set that differs from all others.
     void end(const Agreeing &agreeing)
     {
         for (const std::size_t set : agreeing.sets) {
@@ -143,7 +141,7 @@ private:
         ++m_nextLabel;
     }
 
-    /// Reports the problem of a file, if there is one; false then.
+    /// Reports \a problem and returns false unless it is empty.
     [[nodiscard]] bool checkProblem(std::size_t set, const QString &problem)
     {
         if (problem.isEmpty())
@@ -166,12 +164,12 @@ private:
     const ByteRange m_range;
     ContentLabels m_labels;
     int m_nextLabel = 0;
-    /// Bytes of the range, of all sets, that the progress lacks.
+    /// Bytes of all sets in the range that the progress does not include yet.
     qint64 m_uncounted;
-    /// For each set; closed when it is dealt with.
+    /// The open file of each set; empty once it has been closed.
     std::deque<std::optional<ComparedFile>> m_files;
     std::vector<Agreeing> m_agreeing;
-    /// The last blocks that were read: one for each part, and one to read into.
+    /// The current blocks: one for each part, and one to read into.
     std::vector<Block> m_blocks;
 };
 

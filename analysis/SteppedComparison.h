@@ -5,7 +5,7 @@
 #include <functional>
 #include <span>
 
-/// Bytes from \a begin up to, and without, \a end.
+/// A range of bytes, without the byte at end.
 struct ByteRange
 {
     qint64 begin = 0;
@@ -17,11 +17,10 @@ struct ByteRange
     }
 };
 
-/// Compares the files of \a sets in a range of their bytes by reading them in step; a file that differs from
-/// all others is read no further. Holds one file of each set open. Reports files that cannot be read, and
-/// counts the range as dealt with for each set.
+/// Compares the first files of \a sets within \a range, block by block, and stops reading a file once it
+/// differs from all others. Keeps one file of each set open. Reports unreadable files and the progress of
+/// each set to \a run.
 ///
-/// \a isSettled is asked again and again; once it is true the comparison ends early and the labels mean
-/// nothing.
+/// \a isSettled is called before each block. True ends the comparison early; the labels are then meaningless.
 [[nodiscard]] ContentLabels compareInStep(ComparisonRun &run, std::span<const EqualFiles> sets,
     ByteRange range, const std::function<bool()> &isSettled);

@@ -1,3 +1,5 @@
+// Window layer: a text of the scan page.
+
 #include "scan/ElapsedTime.h"
 
 #include <QTime>

@@ -1,7 +1,8 @@
+// Window layer: a text of the scan page.
+
 #pragma once
 
 #include <QString>
 
-/// The scan page's text for a scan that has taken \a milliseconds: "hh:mm:ss", which starts anew after 24
-/// hours.
+/// \a milliseconds as "hh:mm:ss", the elapsed time on the scan page. Wraps after 24 hours.
 [[nodiscard]] QString elapsedTimeText(qint64 milliseconds);

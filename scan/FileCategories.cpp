@@ -56,7 +56,7 @@ constexpr std::array categorySuffixes{
 
 constexpr auto thumbnailSuffixes = suffixes("jpg", "jpeg", "png", "gif", "bmp", "webp");
 
-/// The key as a string that takes no memory of its own: there can be a hundred thousand groups.
+/// \a key as a string that allocates no memory: a scan can find a hundred thousand groups.
 QString shared(QStringView key)
 {
     return QString::fromRawData(key.data(), key.size());

@@ -3,20 +3,20 @@
 #include <QString>
 #include <QStringList>
 
-// Three suffix tables that differ on purpose: what a selected type collects is wider than what the results
-// page files under that type, and only some picture formats get a thumbnail.
+// Kept deliberately: three suffix tables that differ. A type collects more suffixes than the results page
+// shows under it, and only some picture formats get a thumbnail.
 
-/// The text after the last dot of the file name in \a path, in lower case; empty when there is no dot. The
-/// folders of the path must be separated by "/", as Qt does it on every system.
+/// The text after the last dot of the file name in \a path, in lower case; empty if there is no dot. The
+/// separator in \a path must be "/", as in all paths from Qt.
 QString lowerCaseSuffix(const QString &path);
 
-/// The category key under which the results page shows a file with this lower-case \a suffix: "picture",
-/// "video", "audio", "document" or "archive"; "other" for every suffix that none of them lists.
+/// The key of the category in which the results page shows files with this lower-case \a suffix: "picture",
+/// "video", "audio", "document" or "archive"; "other" for all other suffixes.
 QString categoryOf(const QString &suffix);
 
-/// Whether a file with this lower-case \a suffix is collected when the categories \a fileTypes are selected.
-/// "other" takes every file that no selected category claims, so "other" alone collects every file.
+/// Whether a scan with the selected categories \a fileTypes collects files with this lower-case \a suffix.
+/// "other" accepts every suffix, even those of categories that are not selected.
 bool collectionAccepts(const QString &suffix, const QStringList &fileTypes);
 
-/// Whether a file with this lower-case \a suffix is shown with a thumbnail of its content.
+/// Whether the results page shows a thumbnail for files with this lower-case \a suffix.
 bool hasThumbnail(const QString &suffix);

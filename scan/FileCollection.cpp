@@ -8,7 +8,7 @@
 
 #include <QElapsedTimer>
 
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): that is what they are for.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): shared by all scans.
 std::atomic<qint32> scannedFileCount{0};
 std::atomic<qint32> acceptedFileCount{0};
 std::atomic<qint32> lastReportedCount{0};
@@ -41,7 +41,7 @@ QStringList collectFiles(
         if (throttle.isDue(scanned, clock.elapsed()))
             callbacks.progress(*path, scannedPercent(scanned, total));
     }
-    // The list lives as long as the analysis.
+    // Saves memory: the list exists until the end of the analysis.
     accepted.squeeze();
     return accepted;
 }

@@ -8,37 +8,38 @@
 #include <atomic>
 #include <functional>
 
-// Shared by every scan of the process: a scan that is started while another one still runs counts into the
-// same numbers.
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): that is what they are for.
+// Kept deliberately: one set of counters for the whole process. Scans that overlap count into the same
+// numbers, and the scan page shows these.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): shared by all scans.
 
-/// Files of the current scan that passed the location and hidden-file rules. Any thread.
+/// Files of the current scan that passed the location and hidden-file rules. Thread-safe.
 extern std::atomic<qint32> scannedFileCount;
-/// Files of the current scan that were added to the result. Any thread.
+/// Files of the current scan that were added to the result. Thread-safe.
 extern std::atomic<qint32> acceptedFileCount;
-/// scannedFileCount at the last progress report. Never reset, so a scan that starts below the mark of the one
-/// before reports by time alone until it has passed the mark. Atomic only because two scans may overlap.
+/// scannedFileCount at the last progress report. Kept deliberately: never reset, so the first report of a
+/// scan comes after 800 ms if the previous scan ended with a higher count. Atomic because scans may overlap.
 extern std::atomic<qint32> lastReportedCount;
 
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-/// What the walk tells its caller. All three must be set.
+/// Callbacks of collectFiles(). All three must be set.
 struct CollectionCallbacks
 {
-    /// Once, after the counting pass, on the walking thread.
+    /// Called once, after the counting pass, on the thread of collectFiles().
     std::function<void()> counted;
-    /// Each time 100 more files were scanned or 800 ms have passed: the file's path as the walk returned it,
-    /// and the scanned share of the counted files in per cent, which exceeds 100 when files were added since.
-    /// On the walking thread.
+    /// Called after every 100 files or 800 ms, on the thread of collectFiles(). \a path is the last file that
+    /// was scanned. \a percent is the scanned share of the counted files; it exceeds 100 if files were added
+    /// after the counting pass.
     std::function<void(const QString &path, int percent)> progress;
-    /// Asked for every file and folder, on several threads at once; true ends the walk early with whatever
-    /// was collected so far.
+    /// Called for every file and folder, on several threads. True ends the walk early; the result is then
+    /// what was collected so far.
     std::function<bool()> abandoned;
 };
 
-/// Walks \a folders in order, twice (to count, then to collect), and returns the paths of the files that the
-/// rules of \a options let through, in the order of the walk. Links are never followed and hidden entries
-/// never entered. A folder listed twice is walked twice; what cannot be read yields nothing. Runs on any one
-/// thread, with further ones to help it count.
+/// Walks \a folders twice, first to count the files, then to collect them. Returns the paths of the files
+/// that the rules of \a options accept, in the order of the walk.
+///
+/// Links are not followed and hidden entries not listed. A folder listed twice is walked twice; a folder that
+/// cannot be read yields no files. Blocks. Free threads of scanThreads() help with the counting.
 QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);

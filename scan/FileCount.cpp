@@ -12,12 +12,12 @@
 
 namespace {
 
-/// Takes folders from \a stock until none are left; the number of their files.
+/// Reads folders from \a stock until all are read. Returns the number of files in those that it has read.
 qint32 countFilesOf(WorkStock<QString> &stock, const std::function<bool()> &abandoned)
 {
     qint32 files = 0;
     while (const std::optional<QString> folder = stock.take()) {
-        // An abandoned count opens none of the folders that are left: there can be tens of thousands.
+        // The queue can hold tens of thousands of folders: do not open them once abandoned.
         if (!abandoned()) {
             FolderEntries entries(*folder);
             while (entries.next() && !abandoned()) {
@@ -39,8 +39,7 @@ qint32 countFiles(const QStringList &folders, const std::function<bool()> &aband
     WorkStock<QString> stock(std::vector<QString>(folders.cbegin(), folders.cend()));
     std::atomic<qint32> total = 0;
     QSemaphore finished;
-    // Only threads that are free now: the current one may be one of them, and to wait for another's turn
-    // might never end.
+    // Only free threads: the current thread may be one of the pool's, and waiting for others could deadlock.
     int helpers = 0;
     while (helpers < QThread::idealThreadCount() - 1 && scanThreads().tryStart([&] {
         total += countFilesOf(stock, abandoned);

@@ -4,7 +4,8 @@
 
 #include <functional>
 
-/// How many files a FolderWalk of \a folders finds. Runs on any one thread, helped by those of scanThreads()
-/// that are free. \a abandoned is asked for every file and folder, on all of them; once it is true the count
-/// ends early and the number means nothing.
+/// The number of files that a FolderWalk of \a folders finds. Blocks. Free threads of scanThreads() help.
+///
+/// \a abandoned is called for every file and folder, on all of these threads. True ends the count early; the
+/// result is then the number of files found so far.
 qint32 countFiles(const QStringList &folders, const std::function<bool()> &abandoned);

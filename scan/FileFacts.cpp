@@ -25,7 +25,7 @@ SurveyedFile surveyedFile(const QString &path, const struct statx &facts)
         .created = 0,
         .identity = {makedev(facts.stx_dev_major, facts.stx_dev_minor), facts.stx_ino},
         .links = facts.stx_nlink};
-    // Some file systems say that they know it and tell 1970-01-01.
+    // Some file systems report a creation time of 0 although they have none.
     if ((facts.stx_mask & STATX_BTIME) != 0)
         file.created = milliseconds(facts.stx_btime);
     if (file.created == 0)
@@ -66,7 +66,7 @@ namespace {
 
 #ifdef Q_OS_WIN
 
-/// Sets the identity and the number of links. Returns why Windows does not tell them; empty when it does.
+/// Sets the identity and the number of links of \a file. Returns the error message; empty on success.
 QString identify(SurveyedFile &file)
 {
     const HANDLE handle =
@@ -85,7 +85,7 @@ QString identify(SurveyedFile &file)
 
 #else
 
-/// Sets the identity and the number of links. Returns why the system does not tell them; empty when it does.
+/// Sets the identity and the number of links of \a file. Returns the error message; empty on success.
 QString identify(SurveyedFile &file)
 {
     struct stat facts = {};

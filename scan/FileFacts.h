@@ -7,7 +7,7 @@
 
 class FolderEntries;
 
-/// Sizes of files in bytes, both ends included.
+/// A range of file sizes in bytes, both ends included.
 struct SizeLimits
 {
     qint64 smallest = 0;
@@ -19,10 +19,10 @@ struct SizeLimits
     }
 };
 
-/// A file of a wanted size, or why the system does not tell.
+/// A file within the size limits, or the reason why its facts cannot be read.
 using FileFacts = std::variant<SurveyedFile, UnreadablePath>;
 
-/// Asks the system once for the facts of the current file of \a entries, which \a path leads to. Nothing when
-/// its size is not wanted, or when it is gone or has become something else.
+/// Size, times and identity of the current file of \a entries. \a path must be the path of that file.
+/// Nothing if the size is outside \a limits, or if the file is gone or no longer a regular file.
 [[nodiscard]] std::optional<FileFacts> factsOf(
     const FolderEntries &entries, const QString &path, SizeLimits limits);

@@ -9,11 +9,11 @@
 namespace {
 
 constexpr std::array<QStringView, 6> devices{u"CON", u"PRN", u"AUX", u"NUL", u"CONIN$", u"CONOUT$"};
-/// Each is followed by one of portDigits.
+/// Device names that end with one of portDigits.
 constexpr std::array<QStringView, 2> ports{u"COM", u"LPT"};
 constexpr QStringView portDigits = u"0123456789¹²³";
 
-/// Whether \a name is a device's on Windows. A suffix, and blanks before it, make no difference.
+/// Whether Windows takes \a name for a device. It ignores a suffix and the blanks before it.
 bool isDeviceName(QStringView name)
 {
     const QStringView base = name.left(name.indexOf(u'.')).trimmed();
@@ -35,7 +35,7 @@ bool isDecodable(QByteArrayView name)
 QString decodedPath(const QString &folderWithSlash, QByteArrayView name)
 {
     Q_ASSERT(isDecodable(name));
-    // U+FEFF at the start is a part of the name. QString::fromUtf8() drops it as a byte order mark.
+    // A U+FEFF at the start belongs to the name; QString::fromUtf8() would drop it as a byte order mark.
     QStringDecoder decoder(
         QStringDecoder::Utf8, QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     QString path(folderWithSlash.size() + decoder.requiredSpace(name.size()), Qt::Uninitialized);

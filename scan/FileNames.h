@@ -4,18 +4,17 @@
 #include <QString>
 #include <QStringView>
 
-// File names enter the program here. A name either stays what it is or is left out: none may become
-// another's.
+// All file names enter the program here. A name is either kept exactly or left out, so that a path never
+// leads to another file.
 
-/// Whether \a name, as Linux hands it out, can be told back to the system by a path made of it: any valid
-/// UTF-8, nothing else.
+/// Whether QFile::encodeName() turns the decoded \a name back into the same bytes. \a name is a file name as
+/// Linux returns it. True for valid UTF-8 only.
 [[nodiscard]] bool isDecodable(QByteArrayView name);
 
-/// The path of the entry \a name, which must be decodable, in the folder that \a folderWithSlash leads to.
-/// QFile::encodeName() yields the same bytes again.
+/// \a folderWithSlash followed by the decoded \a name. \a name must be decodable.
 [[nodiscard]] QString decodedPath(const QString &folderWithSlash, QByteArrayView name);
 
-/// Whether a path on Windows that ends with \a name leads to the entry of that name. Windows drops dots and
-/// blanks at the end, takes the names of devices for the devices, and a colon for the start of a stream.
-/// Names with unpaired surrogates are no valid text.
+/// Whether a Windows path that ends with \a name leads to the entry of that name. False for names that end
+/// with a dot or a blank, which Windows drops; for names of devices; for names with a colon, which starts a
+/// stream name; and for names with unpaired surrogates.
 [[nodiscard]] bool keepsItsNameOnWindows(QStringView name);

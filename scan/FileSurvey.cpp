@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A folder to be read.
+/// A folder that is still to be read.
 struct Folder
 {
     QString path;
@@ -21,7 +21,7 @@ struct Folder
     qint32 index = 0;
 };
 
-/// Files in pieces, so that no more than one piece is unused memory while their number is unknown.
+/// A list of files in pieces. Growing it wastes less memory than doubling the capacity of one vector.
 class FilePieces
 {
 public:
@@ -48,13 +48,13 @@ public:
     }
 
 private:
-    /// Large enough for the allocator to give the memory of each piece back to the system.
+    /// Large enough that the allocator returns the memory of each piece to the system.
     static constexpr std::size_t pieceSize = 4096;
 
     std::vector<std::vector<SurveyedFile>> m_pieces;
 };
 
-/// What all threads share.
+/// The state that all threads share.
 struct Shared
 {
     const SurveyRequest &request;
@@ -62,7 +62,7 @@ struct Shared
     WorkStock<Folder> folders;
     std::atomic<qint64> files = 0;
     QMutex mutex{};
-    /// Under the mutex.
+    /// Protected by the mutex.
     std::vector<FilePieces> pieces = {};
     QList<UnreadablePath> unreadable = {};
     qint64 undecodableNames = 0;
@@ -74,7 +74,7 @@ ScanOptions withoutHiddenRule(ScanOptions options)
     return options;
 }
 
-/// What one thread does.
+/// The work of one thread.
 class SurveyThread
 {
 public:
@@ -158,7 +158,7 @@ private:
             m_shared.callbacks.progress(m_shared.files += std::exchange(m_untold, 0));
     }
 
-    /// Often enough for a number that moves, in folders of any size.
+    /// Keeps the displayed number moving in a folder with many files.
     static constexpr qint64 filesPerReport = 256;
 
     Shared &m_shared;
@@ -169,14 +169,14 @@ private:
     FilePieces m_files;
     QList<UnreadablePath> m_unreadable;
     qint64 m_undecodableNames = 0;
-    /// Files found that the progress lacks.
+    /// Number of files found since the last progress report.
     qint64 m_untold = 0;
 };
 
 std::vector<Folder> beginnings(const QStringList &folders)
 {
     std::vector<Folder> beginnings;
-    // The last one is taken first.
+    // In reverse order: the queue yields the last one first.
     for (qsizetype index = folders.size(); index-- > 0;)
         beginnings.push_back({folders[index], static_cast<qint32>(index)});
     return beginnings;

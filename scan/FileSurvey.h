@@ -12,7 +12,7 @@
 #include <limits>
 #include <vector>
 
-/// Tells two files apart, however many paths lead to each: device and inode, or volume and file id.
+/// Identifies a file independently of its paths: device and inode, or volume and file id.
 struct FileIdentity
 {
     quint64 device = 0;
@@ -21,18 +21,18 @@ struct FileIdentity
     friend auto operator<=>(const FileIdentity &, const FileIdentity &) = default;
 };
 
-/// A regular file and what the walk learnt of it.
+/// A regular file that a survey found.
 struct SurveyedFile
 {
-    /// Begins with the folder as it was given.
+    /// Begins with the path of its folder in SurveyRequest::folders.
     QString path;
     /// Bytes.
     qint64 size = 0;
-    /// Milliseconds since 1970-01-01 UTC. Creation falls back to modification where the system keeps none.
+    /// Milliseconds since 1970-01-01 UTC. If the creation time is unknown, both are the modification time.
     qint64 modified = 0;
     qint64 created = 0;
     FileIdentity identity = {};
-    /// Number of names, this one included.
+    /// Number of hard links to the file, this path included.
     quint32 links = 1;
     /// Index into SurveyRequest::folders.
     qint32 folder = 0;
@@ -42,12 +42,12 @@ struct SurveyedFile
 struct UnreadablePath
 {
     QString path;
-    /// The system's own words.
+    /// The error message of the system.
     QString reason;
 };
 
-/// Whether a file or folder is left out. \a name is its own name, \a pathBelowFolder the path below the
-/// folder that the walk began with. Called on any thread.
+/// Returns whether a file or folder is left out. \a name is its own name, \a pathBelowFolder its path
+/// relative to the searched folder. Called on several threads.
 using ExclusionRule = std::function<bool(QStringView name, QStringView pathBelowFolder)>;
 
 /// What a survey looks for.
@@ -58,32 +58,32 @@ struct SurveyRequest
     /// Bytes, both ends included.
     qint64 minSize = 1;
     qint64 maxSize = std::numeric_limits<qint64>::max();
-    /// File types and location rules. Its sizes and skipHiddenFolders are not read.
+    /// Only the file types and location rules are used; the sizes and skipHiddenFolders are ignored.
     ScanOptions options = {};
     /// May be empty.
     ExclusionRule excluded = {};
-    /// Threads that read folders.
+    /// Number of threads that read folders; less than 1 counts as 1.
     int threads = 1;
 };
 
-/// Both must be set. Called on any thread.
+/// Callbacks of surveyFiles(). Both must be set. Called on several threads.
 struct SurveyCallbacks
 {
-    /// Now and then: files found so far.
+    /// Called from time to time with the number of files found so far.
     std::function<void(qint64 files)> progress;
-    /// True ends the survey early with whatever it has found.
+    /// True ends the survey early; the result is then what was found so far.
     std::function<bool()> abandoned;
 };
 
-/// What a survey found, in no particular order.
+/// The result of surveyFiles(), in no particular order.
 struct Survey
 {
     std::vector<SurveyedFile> files;
     QList<UnreadablePath> unreadable;
-    /// Entries whose names are no valid text; they are left out.
+    /// Number of files and folders left out because their names are not valid text.
     qint64 undecodableNames = 0;
 };
 
-/// Walks the folders of \a request once, on several threads, and asks for the facts of each file once. Links
-/// are never followed. A file that several paths lead to is found once for each of them.
+/// Finds the files in the folders of \a request and reads size, times and identity of each. Links are not
+/// followed. A file with several paths is found once for each path. Blocks; creates its own threads.
 [[nodiscard]] Survey surveyFiles(const SurveyRequest &request, const SurveyCallbacks &callbacks);

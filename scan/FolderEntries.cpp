@@ -27,7 +27,7 @@ qsizetype FolderEntries::undecodableNames() const
 
 namespace {
 
-/// Whether \a entry is a folder, or nothing when it is neither a folder nor a file.
+/// Whether \a entry is a folder; nothing if it is neither a folder nor a regular file.
 std::optional<bool> isFolderEntry(DIR *stream, const dirent &entry)
 {
     unsigned int type = entry.d_type;
@@ -40,7 +40,7 @@ std::optional<bool> isFolderEntry(DIR *stream, const dirent &entry)
     return type == DT_DIR;
 }
 
-/// Goes to the next entry; null at the end or with an error in \a error.
+/// The next entry; null at the end, or after a failure, which sets \a error.
 const dirent *nextEntry(DIR *stream, int &error)
 {
     errno = 0;
@@ -63,7 +63,7 @@ FolderEntries::FolderEntries(const QString &folder, HiddenEntries hidden)
 bool FolderEntries::next()
 {
     while (const dirent *const entry = m_stream ? nextEntry(m_stream.get(), m_error) : nullptr) {
-        // An array of 256 bytes by its type, but exFAT, NTFS and CIFS hand out names of up to 765.
+        // Declared as an array of 256 bytes, but names on exFAT, NTFS and CIFS can have up to 765 bytes.
         const char *const name = entry->d_name;
         if (isLeftOut(name))
             continue;
@@ -149,7 +149,7 @@ bool FolderEntries::next()
 {
     while (m_entries.hasNext()) {
         m_entries.next();
-        // It may lead to a folder around it, without end, or make one file look like two.
+        // A junction can lead to a parent folder, an endless walk, or list a file a second time.
         if (m_entries.fileInfo().isJunction())
             continue;
         if (keepsItsName(m_entries.fileName()))
@@ -174,7 +174,7 @@ QFileInfo FolderEntries::fileInfo() const
     return m_entries.fileInfo();
 }
 
-/// QDirIterator keeps errors to itself, so the folder is asked once more.
+/// Opens the folder once more, because QDirIterator does not report errors.
 QString FolderEntries::error() const
 {
 #ifdef Q_OS_WIN

@@ -12,47 +12,46 @@
 #include <QDirIterator>
 #endif
 
-/// What the paths of all entries of \a folder begin with: its own path with a slash at the end. An empty path
-/// stays empty.
+/// The path \a folder with one slash at its end; empty for an empty path.
 QString withSlash(const QString &folder);
 
-/// Whether hidden files and folders are listed. On Unix their names begin with a dot.
+/// Whether a listing includes hidden files and folders. On Unix these are names that begin with a dot.
 enum class HiddenEntries { LeftOut, Listed };
 
-/// The files and subfolders of one folder, in the order in which the file system lists them. Links (on
-/// Windows also junctions) and names that would not lead back to their entries are left out. Any one thread.
+/// Iterates over the files and subfolders of one folder, in the order of the file system. Leaves out links,
+/// on Windows also junctions, and names that scan/FileNames.h rejects. Not thread-safe.
 ///
-/// It yields what QDirIterator does for Files, Dirs, NoDotAndDotDot and NoSymLinks. On Linux it asks the
-/// system itself: that takes a third of the time, and QDirIterator drops a U+FEFF at the start of a name.
+/// Equivalent to QDirIterator with Files, Dirs, NoDotAndDotDot and NoSymLinks. On Linux it calls readdir()
+/// itself, which takes a third of the time. It also keeps a U+FEFF at the start of a name, which
+/// QDirIterator drops.
 class FolderEntries
 {
 public:
     explicit FolderEntries(const QString &folder, HiddenEntries hidden = HiddenEntries::LeftOut);
 
-    /// Goes to the next file or subfolder; false when there is none or when the folder cannot be read
-    /// further.
+    /// Advances to the next file or subfolder. Returns false at the end or on an error; see error().
     bool next();
 
-    /// The path of the current one: that of the folder, a slash, and its name.
+    /// The path of the current entry: the folder's path, a slash, and the name.
     [[nodiscard]] QString path() const;
 
-    /// Whether the current one is a folder, else a file.
+    /// Whether the current entry is a folder; otherwise it is a file.
     [[nodiscard]] bool isFolder() const;
 
-    /// Why the folder could not be opened or read to its end, in the system's own words; empty when it could.
-    /// Ask after next() has returned false.
+    /// The system's error message if the folder could not be opened or read to its end; otherwise empty.
+    /// Valid once next() has returned false.
     [[nodiscard]] QString error() const;
 
-    /// Files and folders left out so far because of their names.
+    /// Number of files and folders left out so far because of their names.
     [[nodiscard]] qsizetype undecodableNames() const;
 
 #ifdef Q_OS_LINUX
-    /// The open folder and the current one's name in it, for fstatat() and statx(). Valid until next() is
-    /// called.
+    /// The descriptor of the open folder and the name of the current entry, for fstatat() and statx(). Valid
+    /// until the next call of next().
     [[nodiscard]] int folderDescriptor() const;
     [[nodiscard]] const char *rawName() const;
 #else
-    /// What the listing tells of the current one.
+    /// The facts of the current entry that came with the listing.
     [[nodiscard]] QFileInfo fileInfo() const;
 #endif
 
@@ -69,7 +68,7 @@ private:
     [[nodiscard]] bool isLeftOut(const char *name) const;
 
     const std::unique_ptr<DIR, Close> m_stream;
-    /// What errno said; 0 when nothing failed.
+    /// errno of the failed call; 0 if none failed.
     int m_error;
     const QString m_folderWithSlash;
     const HiddenEntries m_hidden;

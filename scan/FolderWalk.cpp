@@ -23,7 +23,7 @@ std::optional<QString> FolderWalk::next()
     return std::nullopt;
 }
 
-/// The next entry of the innermost folder that has one; nothing at the end of the walk.
+/// The next entry of the innermost folder that has entries left; nothing at the end of the walk.
 std::optional<FolderWalk::Entry> FolderWalk::takeEntry()
 {
     if (m_abandoned())
@@ -40,7 +40,7 @@ std::optional<FolderWalk::Entry> FolderWalk::takeEntry()
     return std::nullopt;
 }
 
-/// Moves what is left of the open folder to a level of its own.
+/// Moves the remaining entries of the open folder to a new level.
 void FolderWalk::readRest()
 {
     Level rest;

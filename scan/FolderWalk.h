@@ -9,20 +9,20 @@
 #include <optional>
 #include <vector>
 
-/// The files below some folders, one folder after the other: each as FolderEntries lists it, with what a
-/// subfolder holds in that subfolder's place. Any one thread.
+/// Iterates depth-first over the files in some folders and their subfolders. The entries of each folder come
+/// in the order of FolderEntries, the files of a subfolder in the place of the subfolder. Not thread-safe.
 ///
-/// Only the innermost folder is open: before the walk goes into a subfolder, it reads the rest of the folder
-/// around it and closes it. So a folder without subfolders is never held in memory, and a deep tree takes no
-/// more than one descriptor.
+/// Only one folder is open at a time: before the walk enters a subfolder, it reads the rest of the current
+/// folder into memory and closes it. A deep tree therefore needs one descriptor, and a folder without
+/// subfolders is never held in memory.
 class FolderWalk
 {
 public:
-    /// \a abandoned is asked for every entry; once it is true the walk ends.
+    /// \a abandoned is called for every entry; true ends the walk.
     FolderWalk(const QStringList &folders, std::function<bool()> abandoned);
     Q_DISABLE_COPY_MOVE(FolderWalk)
 
-    /// The path of the next file; nothing at the end.
+    /// The path of the next file; nothing at the end of the walk.
     [[nodiscard]] std::optional<QString> next();
 
 private:
@@ -32,7 +32,7 @@ private:
         bool isFolder;
     };
 
-    /// What is left of a folder on the way to the current file.
+    /// The entries of a closed folder that are still to be walked.
     struct Level
     {
         std::vector<Entry> entries = {};
@@ -43,7 +43,7 @@ private:
     void readRest();
 
     const std::function<bool()> m_abandoned;
-    /// The folders around the open one, the outermost first.
+    /// The closed folders that contain the open one, outermost first.
     std::vector<Level> m_levels;
     std::optional<FolderEntries> m_open;
 };

@@ -3,14 +3,13 @@
 #include <QString>
 #include <QStringList>
 
-/// What one scan is to collect. A plain value: copied into the options dialog, back out of it, and into
-/// the collection task.
+/// What a scan collects. The options dialog edits a copy; each scan runs with a copy of its own.
 struct ScanOptions
 {
     /// Keys of the selected categories: "picture", "video", "audio", "document", "archive", "other".
     QStringList fileTypes;
 
-    // The sizes are carried for the dialog only; no file is ever left out because of its size.
+    // Kept deliberately: the dialog shows and returns the sizes, but a scan collects files of every size.
     qint32 minSize = 0;
     QString minUnit;
     qint32 maxSize = 0;
@@ -18,7 +17,7 @@ struct ScanOptions
 
     bool skipSystem = false;
     bool skipApps = false;
-    /// Skips files that are hidden themselves, whatever their folder is.
+    /// Kept deliberately: skips hidden files, not all files in hidden folders.
     bool skipHiddenFolders = false;
     bool skipDesktop = false;
 };

@@ -1,3 +1,5 @@
+// Window layer: a dialog.
+
 #include "scan/ScanOptionsDialog.h"
 
 #include "app/CaptionFit.h"
@@ -10,7 +12,7 @@
 
 namespace {
 
-/// The type boxes with their category keys, in the order in which the keys are handed out.
+/// The check boxes of the file types with their category keys, in the order of getOptions().
 std::array<std::pair<QCheckBox *, QString>, 6> typeBoxes(const Ui::ScanOptionsDialog &ui)
 {
     return {{
@@ -39,7 +41,7 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
         box->setChecked(true);
     for (QCheckBox *box : {ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop})
         box->setChecked(true);
-    // No item is called "K", so both units stay at the first one, "KB".
+    // Kept deliberately: no item is called "K", so both boxes show their first unit, "KB".
     ui->spinMinSize->setValue(0);
     ui->comboMinUnit->setCurrentText(QStringLiteral("K"));
     ui->spinMaxSize->setValue(0);

@@ -1,3 +1,5 @@
+// Window layer: a dialog.
+
 #pragma once
 
 #include "scan/ScanOptions.h"
@@ -8,7 +10,8 @@ namespace Ui {
 class ScanOptionsDialog;
 }
 
-/// Lets the user choose what a scan collects. Opens with every type selected and every skip rule on.
+/// The dialog in which the user chooses what a scan collects. Opens with every type and every skip rule
+/// checked.
 class ScanOptionsDialog : public QDialog
 {
     Q_OBJECT
@@ -17,10 +20,10 @@ public:
     explicit ScanOptionsDialog(QWidget *parent = nullptr);
     ~ScanOptionsDialog() override;
 
-    /// What the dialog shows now. The types come in the dialog's own order, archives first.
+    /// The options that the dialog shows. The file types are in the order of the dialog, archives first.
     [[nodiscard]] ScanOptions getOptions() const;
 
-    /// Shows \a options. A unit that is none of "KB", "MB", "GB" leaves its box as it is.
+    /// Shows \a options. A unit other than "KB", "MB" and "GB" leaves its box unchanged.
     void setOptions(const ScanOptions &options);
 
 private:

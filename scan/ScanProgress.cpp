@@ -2,7 +2,7 @@
 
 namespace {
 
-// Often enough to look alive, seldom enough not to flood the event queue of the GUI thread.
+// Short enough that the page looks alive, long enough not to flood the event queue of the GUI thread.
 constexpr qint32 reportEveryFiles = 100;
 constexpr qint64 reportEveryMilliseconds = 800;
 

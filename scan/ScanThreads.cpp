@@ -6,14 +6,14 @@
 
 namespace {
 
-/// More than there are cores: the threads mostly wait, and a folder that does not answer keeps its threads.
-/// Each scan takes as many as there are cores while it counts, then one.
+/// More than there are cores: the threads mostly wait, and an unresponsive folder blocks its threads. A scan
+/// uses as many threads as there are cores while it counts, then one.
 int threadCount()
 {
     return std::max(8, 2 * QThread::idealThreadCount());
 }
 
-/// So that its size is set before any thread can use it.
+/// Sets the size of the pool before any thread can use it.
 struct ScanThreadPool
 {
     ScanThreadPool()

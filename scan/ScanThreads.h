@@ -2,9 +2,9 @@
 
 #include <QThreadPool>
 
-/// The threads of the process on which scans wait: for the disk, and for the work that they have given to the
-/// global pool. A fixed number, however many scans run at once; further ones wait for their turn.
+/// The thread pool for tasks that block: on the disk, or on work in the global pool. Its size is fixed, so
+/// that tasks of many scans queue up instead of starting more threads.
 ///
-/// Not the global pool itself, whose other users, Qt's painting among them, would wait along. What runs here
-/// must not wait for something that still waits for a thread here.
+/// Blocking tasks in the global pool would delay its other users, such as Qt's painting. A task in this pool
+/// must not wait for another task that has not started yet.
 QThreadPool &scanThreads();

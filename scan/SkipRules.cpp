@@ -21,7 +21,7 @@ QStringList skippedLocations(const ScanOptions &options, const QString &desktopF
 
 bool isSkippedLocation(const QString &canonicalPath, const QStringList &locations)
 {
-    // The file has vanished: no rule holds.
+    // The file is gone: no rule applies.
     if (canonicalPath.isEmpty())
         return false;
     return std::any_of(locations.begin(), locations.end(), [&canonicalPath](const QString &location) {

@@ -5,30 +5,30 @@
 #include <QString>
 #include <QStringList>
 
-/// What the canonical paths of files begin with that the location rules of \a options leave out.
+/// The prefixes of the canonical paths that the location rules of \a options skip.
 QStringList skippedLocations(const ScanOptions &options, const QString &desktopFolder);
 
-/// Whether a file with this canonical path is left out. Plain prefixes that ignore case, so C:/WindowsApps
-/// falls to the rule for C:/Windows as well.
+/// Whether \a canonicalPath begins with one of \a locations, ignoring case. False for an empty path.
+/// Kept deliberately: a plain prefix test, so the location C:/Windows covers C:/WindowsApps as well.
 bool isSkippedLocation(const QString &canonicalPath, const QStringList &locations);
 
-/// The skip rules of one scan. Any one thread.
+/// The skip rules of one scan. Not thread-safe.
 ///
-/// Asking for a file's canonical path takes ten times as long as the walk itself. A walk follows no links, so
-/// the canonical path of a file is that of the folder where the walk began, plus what follows. Only those are
-/// asked for, and only while a location rule is on. Few locations depend on a file's name.
+/// Looking up the canonical path of every file would take ten times as long as the walk. A walk does not
+/// follow links, so the canonical path of a file is that of its scan folder plus the rest of its path. Only
+/// the scan folders are looked up, and only if a location rule is on.
 class SkipRules
 {
 public:
-    /// For a walk of \a folders.
+    /// \a folders are the scan folders.
     SkipRules(const ScanOptions &options, const QStringList &folders);
 
-    /// Whether the regular file at \a path, as the walk found it, is left out. Quick when it is in the same
-    /// folder as the file before.
+    /// Whether the rules skip the regular file at \a path, a path as the walk returned it. Fast if the file
+    /// is in the same folder as the previous one.
     bool skip(const QString &path);
 
 private:
-    /// Paths with a slash at their ends; the canonical one of a folder that is not there is empty.
+    /// Both paths end with a slash. canonicalPath is empty if the folder does not exist.
     struct Folder
     {
         QString path;
@@ -41,11 +41,13 @@ private:
 
     const QStringList m_locations;
     const bool m_skipsHidden;
-    /// Where the walk begins, the longest path first: one such folder may be a link that lies in another.
+    /// The scan folders, longest path first: a scan folder may be a link inside another one.
     QList<Folder> m_beginnings;
 
-    /// The folder of the file before.
+    /// The folder of the previous file.
     Folder m_folder;
+    /// Whether all files in m_folder are skipped.
     bool m_skipsFolder = false;
+    /// Whether a location begins with the path of m_folder, so that the file name decides.
     bool m_dependsOnName = false;
 };

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// Items of work that several threads take from and add to. Any thread.
+/// A work queue that several threads take items from and add items to. Thread-safe.
 template <typename Item>
 class WorkStock
 {
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    /// Adds work. Once the threads have begun, only between take() and finish().
+    /// Adds an item. After the first take(), only a thread between take() and finish() may call this.
     void add(Item item)
     {
         const QMutexLocker lock(&m_mutex);
@@ -30,8 +30,8 @@ public:
         m_changed.wakeOne();
     }
 
-    /// The item that was added last, which keeps the stock small; nothing when all are finished. Waits while
-    /// an unfinished item may still add some.
+    /// Removes and returns the item that was added last: last in, first out keeps the queue short. Blocks
+    /// while the queue is empty but an unfinished item may still add some. Nothing once all are finished.
     std::optional<Item> take()
     {
         const QMutexLocker lock(&m_mutex);
@@ -44,7 +44,7 @@ public:
         return item;
     }
 
-    /// Marks an item that was taken as finished.
+    /// Ends the work on an item that take() returned.
     void finish()
     {
         const QMutexLocker lock(&m_mutex);
@@ -59,8 +59,8 @@ private:
     std::size_t m_unfinished;
 };
 
-/// Runs \a work on \a count threads of its own and waits for them. The global pool's other users would wait
-/// for as long as the disk takes.
+/// Runs \a work on \a count new threads and waits for them. Not on the global pool: the work blocks on the
+/// disk and would delay the pool's other users.
 template <typename Work>
 void runOnThreads(int count, const Work &work)
 {
