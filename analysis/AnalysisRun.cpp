@@ -3,6 +3,7 @@
 #include "app/MainWindow.h"
 
 #include "analysis/DuplicateAnalysis.h"
+#include "app/QueuedCall.h"
 #include "app/TimerDisposal.h"
 #include "ui_MainWindow.h"
 
@@ -10,26 +11,25 @@
 
 #include <chrono>
 
+using Qt::Literals::StringLiterals::operator""_s;
 using std::chrono_literals::operator""ms;
 
 /// Starts the analysis of the collected files. The user cannot stop it.
 void MainWindow::finalizeScanUI()
 {
+    // Kept deliberately: progressTimer keeps running until the next scan or Stop, and replaces the number of
+    // duplicates that the user sees by 0.
     discardTimer(statusDotsTimer);
     ui->labelScanStatus->setText(tr("Analyzing duplicates, please wait..."));
     ui->labelCurrentFile->setText(tr("Analyzing..."));
     ui->btnStopScan->setEnabled(false);
 
     const AnalysisCallbacks callbacks{
-        .progress =
-            [bar = ui->progressBar](int percent) {
-                QMetaObject::invokeMethod(
-                    bar, [bar, percent] { bar->setValue(percent); }, Qt::QueuedConnection);
-            },
+        .progress = [bar = ui->progressBar](
+                        int percent) { queueCall(bar, [bar, percent] { bar->setValue(percent); }); },
         .duplicatesFound =
             [label = ui->labelDuplicatesFoundValue](qsizetype files) {
-                QMetaObject::invokeMethod(
-                    label, [label, files] { label->setText(QString::number(files)); }, Qt::QueuedConnection);
+                queueCall(label, [label, files] { label->setText(QString::number(files)); });
             },
         .abandoned = tasks.abandoned(),
     };
@@ -37,14 +37,18 @@ void MainWindow::finalizeScanUI()
         QList<DuplicateGroup> found = findDuplicates(paths, callbacks);
         if (callbacks.abandoned())
             return;
-        auto deliver = [guard, found = std::move(found)]() mutable {
-            if (!guard)
-                return;
-            guard->loadQueue.runBetweenLoads(
-                [guard, found = std::move(found)]() mutable { guard->deliverGroups(std::move(found)); });
-        };
-        QMetaObject::invokeMethod(window, std::move(deliver), Qt::QueuedConnection);
+        queueCall(window, [guard, found = std::move(found)]() mutable {
+            if (guard)
+                guard->deliverBetweenLoads(std::move(found));
+        });
     });
+}
+
+/// Delivers the groups of one analysis, after the current category load if there is one.
+void MainWindow::deliverBetweenLoads(QList<DuplicateGroup> delivered)
+{
+    loadQueue.runBetweenLoads(
+        [this, delivered = std::move(delivered)]() mutable { deliverGroups(std::move(delivered)); });
 }
 
 /// Replaces the results with those of one analysis and opens the results page.
@@ -76,7 +80,7 @@ void MainWindow::deliverGroups(QList<DuplicateGroup> delivered)
 void MainWindow::showFirstRows()
 {
     if (ui->stackedWidget->currentWidget() == ui->duplicatespage)
-        onCategoryClicked(QStringLiteral("all"));
+        onCategoryClicked(u"all"_s);
     else
         hideLoadingOverlay();
 }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -37,8 +38,10 @@ public:
         const auto count = std::min<std::ptrdiff_t>(
             static_cast<std::ptrdiff_t>(m_batchSize), m_candidates.sets.end() - begin);
         std::move(begin, begin + count, std::back_inserter(batch.sets));
-        const ContentLabels labels = compare(batch);
-        for (const Candidates &part : splitByLabel(m_run, std::move(batch), labels, LoneCandidates::Kept)) {
+        const std::optional<ContentLabels> labels = compare(batch);
+        if (!labels)
+            return;
+        for (const Candidates &part : splitByLabel(m_run, std::move(batch), *labels, LoneCandidates::Kept)) {
             EqualFiles merged = mergedSets(part);
             merged.isCounted = true;
             const QMutexLocker lock(&m_mutex);
@@ -53,10 +56,10 @@ public:
         Candidates merged = withoutSets();
         merged.sets = std::move(m_merged);
         const bool isHashed = merged.equalHash == Candidates::Hash::Content;
-        const bool hardlyAnyWereEqual = after > m_batchSize && 2 * after > before + 1;
-        if (hardlyAnyWereEqual && !isHashed) {
+        const bool fewWereEqual = after > m_batchSize && 2 * after > before + 1;
+        if (fewWereEqual && !isHashed) {
             splitByHash(m_run, std::move(merged), Candidates::Hash::Content);
-        } else if (hardlyAnyWereEqual && after == before) {
+        } else if (fewWereEqual && after == before) {
             // Equal hashes but different contents: another program is changing the files. Stop here.
             for (EqualFiles &set : merged.sets)
                 m_run.addGroup(std::move(set));
@@ -73,7 +76,8 @@ private:
         return {{}, m_candidates.size, m_candidates.equalBytes, m_candidates.equalHash};
     }
 
-    [[nodiscard]] ContentLabels compare(const Candidates &batch)
+    /// The labels of the sets of \a batch; nothing if the run was abandoned.
+    [[nodiscard]] std::optional<ContentLabels> compare(const Candidates &batch)
     {
         if (batch.size <= headSize)
             return compareHeads(m_run, {&batch, 1}).front();

@@ -30,9 +30,9 @@ void ComparedFile::read(qint64 position, std::span<char> piece)
     check(m_file.readAt(position, piece.data(), std::ssize(piece)), piece);
 }
 
-bool ComparedFile::readFromMemory(qint64 position, std::span<char> piece)
+bool ComparedFile::readIfCached(qint64 position, std::span<char> piece)
 {
-    const std::optional<qint64> read = m_file.readAtOnce(position, piece.data(), std::ssize(piece));
+    const std::optional<qint64> read = m_file.readIfCached(position, piece.data(), std::ssize(piece));
     if (read)
         check(*read, piece);
     return read.has_value();

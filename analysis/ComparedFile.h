@@ -21,7 +21,7 @@ public:
     void read(qint64 position, std::span<char> piece);
 
     /// Like read(), but returns false without reading if the bytes are not in the page cache.
-    [[nodiscard]] bool readFromMemory(qint64 position, std::span<char> piece);
+    [[nodiscard]] bool readIfCached(qint64 position, std::span<char> piece);
 
     /// Starts reading \a count bytes from \a position on into the page cache, if the system can. Does not
     /// block.

@@ -11,26 +11,26 @@ namespace {
 
 /// Files that all threads together keep open, so that the disk can reorder the reads. Well below the limit of
 /// 256 for a process on some systems.
-constexpr std::size_t mostOpenFiles = 64;
+constexpr std::size_t maxOpenFiles = 64;
 /// Files that the rest of the program may have open.
-constexpr std::size_t filesOfOthers = 16;
+constexpr std::size_t reservedFiles = 16;
 /// A comparison needs two files.
-constexpr std::size_t fewestOpenFilesPerTask = 2;
+constexpr std::size_t minOpenFilesPerTask = 2;
 
 std::size_t availableOpenFiles()
 {
 #ifdef Q_OS_UNIX
     if (rlimit limit = {}; ::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
         const auto allowed = static_cast<std::size_t>(limit.rlim_cur);
-        return std::clamp(allowed - std::min(allowed, filesOfOthers), fewestOpenFilesPerTask, mostOpenFiles);
+        return std::clamp(allowed - std::min(allowed, reservedFiles), minOpenFilesPerTask, maxOpenFiles);
     }
 #endif
-    return mostOpenFiles;
+    return maxOpenFiles;
 }
 
 int usableThreads(int wanted, std::size_t openFiles)
 {
-    return std::clamp(wanted, 1, static_cast<int>(openFiles / fewestOpenFilesPerTask));
+    return std::clamp(wanted, 1, static_cast<int>(openFiles / minOpenFilesPerTask));
 }
 
 } // namespace
@@ -79,12 +79,11 @@ void ComparisonRun::addTask(Task task)
     m_tasks.add(std::move(task));
 }
 
-void ComparisonRun::addTasks(
-    std::size_t count, std::function<void(std::size_t number)> task, Task continuation)
+void ComparisonRun::addTasks(std::size_t count, NumberedTask task, Task continuation)
 {
     struct Shared
     {
-        std::function<void(std::size_t number)> task;
+        NumberedTask task;
         Task continuation;
         std::atomic<std::size_t> unfinished = 0;
     };
@@ -137,8 +136,8 @@ ContentGroups ComparisonRun::takeResult()
     std::ranges::sort(m_groups);
     std::ranges::sort(m_unreadable);
     // Tasks that read different ranges of a file may each have reported it.
-    const auto isSameFile = [](const auto &a, const auto &b) { return a.first == b.first; };
-    m_unreadable.erase(std::unique(m_unreadable.begin(), m_unreadable.end(), isSameFile), m_unreadable.end());
+    const auto repeated = std::ranges::unique(m_unreadable, {}, &std::pair<quint32, QString>::first);
+    m_unreadable.erase(repeated.begin(), repeated.end());
     ContentGroups result{.groups = std::move(m_groups), .unreadable = {}};
     for (const auto &[index, reason] : m_unreadable)
         result.unreadable.append({m_files[index].path, reason});

@@ -2,7 +2,7 @@
 
 #include "analysis/Candidates.h"
 #include "analysis/ContentGroups.h"
-#include "scan/WorkStock.h"
+#include "scan/WorkQueue.h"
 
 #include <QMutex>
 
@@ -16,6 +16,7 @@ class ComparisonRun
 {
 public:
     using Task = std::function<void()>;
+    using NumberedTask = std::function<void(std::size_t number)>;
 
     ComparisonRun(std::span<const SurveyedFile> files, int threads, const ComparisonCallbacks &callbacks);
 
@@ -36,7 +37,7 @@ public:
     void addTask(Task task);
     /// Adds \a count tasks, which start in the order of their numbers. The one that ends last calls
     /// \a continuation.
-    void addTasks(std::size_t count, std::function<void(std::size_t number)> task, Task continuation);
+    void addTasks(std::size_t count, NumberedTask task, Task continuation);
     /// Runs all tasks, including those that tasks add, and blocks until they are done. Discards the remaining
     /// tasks once the run is abandoned.
     void runTasks();
@@ -56,7 +57,7 @@ private:
     const int m_threads;
     qint64 m_total = 0;
     std::atomic<qint64> m_done = 0;
-    WorkStock<Task> m_tasks;
+    WorkQueue<Task> m_tasks;
 
     /// Protects the members below.
     QMutex m_mutex;

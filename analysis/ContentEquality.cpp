@@ -40,7 +40,7 @@ std::optional<std::span<const char>> readBlock(QFile &file, std::span<char> bloc
 
 } // namespace
 
-ContentEquality compareContents(QFile &first, QFile &second, const std::function<bool()> &abandoned)
+ContentEquality compareContents(QFile &first, QFile &second, const AbandonCheck &abandoned)
 {
     announceSequentialReading(first);
     announceSequentialReading(second);

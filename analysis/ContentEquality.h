@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QFile>
+#include "scan/AbandonCheck.h"
 
-#include <functional>
+#include <QFile>
 
 /// The result of compareContents().
 enum class ContentEquality {
@@ -17,5 +17,4 @@ enum class ContentEquality {
 ///
 /// Both must be open for reading and unbuffered. \a abandoned is called before each block; true ends the
 /// comparison. Needs at most 2 MiB of memory. Thread-safe for different files.
-[[nodiscard]] ContentEquality compareContents(
-    QFile &first, QFile &second, const std::function<bool()> &abandoned);
+[[nodiscard]] ContentEquality compareContents(QFile &first, QFile &second, const AbandonCheck &abandoned);

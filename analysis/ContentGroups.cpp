@@ -14,7 +14,8 @@ namespace {
 
 /// Indexes of files, in ascending order of size.
 using Indexes = std::span<const quint32>;
-using SizeClassHandler = std::function<void(ComparisonRun &run, Indexes sizeClass)>;
+/// Compares the files of some whole size classes.
+using Comparison = void (*)(ComparisonRun &run, Indexes indexes);
 
 /// Number of small files of a task: low enough that all threads finish at about the same time.
 constexpr std::size_t filesPerTask = 1024;
@@ -93,7 +94,7 @@ void compareSamples(ComparisonRun &run, Indexes indexes)
 }
 
 /// Adds the tasks that each call \a compare for some whole size classes.
-void addTasks(ComparisonRun &run, Indexes order, void (*compare)(ComparisonRun &, Indexes))
+void addTasks(ComparisonRun &run, Indexes order, Comparison compare)
 {
     while (!order.empty()) {
         std::size_t count = 0;

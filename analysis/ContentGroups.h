@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scan/AbandonCheck.h"
 #include "scan/FileSurvey.h"
 
 #include <functional>
@@ -19,7 +20,7 @@ struct ComparisonCallbacks
     /// counts with its whole size as soon as it is known to differ.
     std::function<void(qint64 done, qint64 total)> progress;
     /// True ends the comparison early, with no groups.
-    std::function<bool()> abandoned;
+    AbandonCheck abandoned;
 };
 
 /// The result of groupByContent().

@@ -15,21 +15,21 @@ constexpr std::size_t setsPerTask = 1024;
 /// Whether the next step is to compare the heads in memory.
 bool canCompareHeads(const Candidates &candidates)
 {
-    const bool knowsHead = candidates.equalBytes > 0 || candidates.equalHash != Candidates::Hash::None;
-    return headBytes(candidates) <= headMemory && (candidates.size <= headSize || !knowsHead);
+    const bool headIsEqual = candidates.equalBytes > 0 || candidates.equalHash != Candidates::Hash::None;
+    return headBytes(candidates) <= headMemory && (candidates.size <= headSize || !headIsEqual);
 }
 
 void sortByHead(ComparisonRun &run, std::vector<Candidates> &classes)
 {
     const std::vector<ContentLabels> labels = compareHeads(run, classes);
-    std::vector<Candidates> alike;
+    std::vector<Candidates> equalHeads;
     for (std::size_t i = 0; i < classes.size(); ++i) {
         for (Candidates &part : splitByLabel(run, std::move(classes[i]), labels[i])) {
             part.equalBytes = std::min(part.size, headSize);
-            alike.push_back(std::move(part));
+            equalHeads.push_back(std::move(part));
         }
     }
-    sortByContent(run, std::move(alike));
+    sortByContent(run, std::move(equalHeads));
 }
 
 /// Combines size classes into tasks that compare heads: the more files in a task, the better the disk can

@@ -10,7 +10,7 @@
 #include <QThreadPool>
 #include <QtConcurrentMap>
 
-#include <algorithm>
+#include <optional>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -18,29 +18,12 @@
 
 namespace {
 
-/// Converts the number of processed files to the part of the progress bar that the analysis uses.
-class AnalysisProgress
+/// The position of the progress bar after \a processed of \a total files. The analysis moves it from 33
+/// to 66.
+int progressPercent(qsizetype processed, qsizetype total)
 {
-public:
-    explicit AnalysisProgress(qsizetype total)
-        : m_total(std::max<qsizetype>(total, 1))
-    {
-    }
-
-    void add(qsizetype files)
-    {
-        m_processed += files;
-    }
-
-    [[nodiscard]] int percent() const
-    {
-        return static_cast<int>(33 + m_processed * 33 / m_total);
-    }
-
-private:
-    const qint64 m_total;
-    qint64 m_processed = 0;
-};
+    return static_cast<int>(33 + processed * 33 / total);
+}
 
 /// Returns freed memory to the system. glibc would keep it for the current thread, but other threads build
 /// the groups.
@@ -62,7 +45,7 @@ void describeGroup(DuplicateGroup &group)
     markAllButKeptCopy(group);
 }
 
-QList<DuplicateGroup> makeGroups(QList<QList<QString>> duplicates, const std::function<bool()> &abandoned)
+QList<DuplicateGroup> makeGroups(QList<QStringList> duplicates, const AbandonCheck &abandoned)
 {
     QList<DuplicateGroup> groups(duplicates.size());
     for (qsizetype i = 0; i < groups.size(); ++i)
@@ -80,36 +63,35 @@ QList<DuplicateGroup> makeGroups(QList<QList<QString>> duplicates, const std::fu
 
 /// The result of FingerprintTable::sortedDuplicates() for \a paths; empty if abandoned. A function of its own
 /// so that its tables are freed before the groups are built: each group takes more than a kilobyte.
-QList<QList<QString>> findEqualFiles(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
+QList<QStringList> findEqualFiles(const QStringList &paths, const AnalysisCallbacks &callbacks)
 {
-    const SizeClasses classes = splitBySize(paths, callbacks.abandoned);
-    FingerprintQueue fingerprints(classes, callbacks.abandoned);
-    FingerprintTable table(classes.candidates);
-    AnalysisProgress progress(paths.size());
-    qsizetype file = 0;
-    for (const qsizetype count : classes.counts) {
-        if (callbacks.abandoned())
-            return {};
-        if (count < 2) {
-            progress.add(count);
-            continue;
-        }
-        for (const qsizetype end = file + count; file < end; ++file) {
-            if (const QByteArray fingerprint = fingerprints.takeNext(); !fingerprint.isEmpty())
-                table.insert(file, fingerprint);
-            progress.add(1);
-            callbacks.progress(progress.percent());
+    const std::optional<SizeClasses> classes = splitBySize(paths, callbacks.abandoned);
+    if (!classes)
+        return {};
+    FingerprintQueue queue(*classes, callbacks.abandoned);
+    FingerprintTable table(classes->candidates);
+    while (!callbacks.abandoned()) {
+        const std::optional<FingerprintedClass> next = queue.takeNext();
+        if (!next)
+            return table.sortedDuplicates();
+        qsizetype file = next->sizeClass.firstCandidate;
+        qsizetype processed = next->sizeClass.smallerFiles;
+        for (const FileHash &hash : next->hashes) {
+            if (!hash.hash.isEmpty())
+                table.insert(file, hash.hash);
+            ++file;
+            callbacks.progress(progressPercent(++processed, paths.size()));
         }
         callbacks.duplicatesFound(table.duplicates());
     }
-    return table.sortedDuplicates();
+    return {};
 }
 
 } // namespace
 
-QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks)
+QList<DuplicateGroup> findDuplicates(const QStringList &paths, const AnalysisCallbacks &callbacks)
 {
-    QList<QList<QString>> equalFiles = findEqualFiles(paths, callbacks);
+    QList<QStringList> equalFiles = findEqualFiles(paths, callbacks);
     returnFreedMemory();
     return makeGroups(std::move(equalFiles), callbacks.abandoned);
 }

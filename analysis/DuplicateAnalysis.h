@@ -1,9 +1,10 @@
 #pragma once
 
 #include "analysis/DuplicateGroup.h"
+#include "scan/AbandonCheck.h"
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -17,7 +18,7 @@ struct AnalysisCallbacks
     /// findDuplicates().
     std::function<void(qsizetype files)> duplicatesFound;
     /// Called often, on several threads. True ends the analysis early, with no groups.
-    std::function<bool()> abandoned;
+    AbandonCheck abandoned;
 };
 
 /// Groups the files at \a paths by fingerprint and marks all files of each group except the kept file.
@@ -25,4 +26,5 @@ struct AnalysisCallbacks
 /// Groups are in ascending byte order of their fingerprints, the files of a group in ascending order of size
 /// and then in the order of \a paths. Files of a unique size are not opened. A path listed twice is a copy of
 /// itself. A file that cannot be opened is in no group. Blocks; may be called on a thread of the global pool.
-QList<DuplicateGroup> findDuplicates(const QList<QString> &paths, const AnalysisCallbacks &callbacks);
+[[nodiscard]] QList<DuplicateGroup> findDuplicates(
+    const QStringList &paths, const AnalysisCallbacks &callbacks);

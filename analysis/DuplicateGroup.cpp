@@ -2,7 +2,7 @@
 
 #include "analysis/CreationTime.h"
 
-qsizetype indexOfKeptCopy(const QList<QString> &files)
+qsizetype indexOfKeptCopy(const QStringList &files)
 {
     qsizetype kept = 0;
     std::optional<qint64> oldest = creationTime(files.first());

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QDateTime>
-#include <QList>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 /// Two or more files with equal fingerprints.
 ///
@@ -13,7 +13,7 @@ struct DuplicateGroup
     /// Name of the first file, without its folder.
     QString fileName;
     /// Full paths of all copies. Contains a path twice if it was collected twice.
-    QList<QString> files;
+    QStringList files;
     /// Size of the first file in bytes.
     qint64 size = 0;
     QDateTime modified;
@@ -28,7 +28,7 @@ struct DuplicateGroup
 /// Index in \a files of the file to keep: the one with the earliest creationTime(), the first of these if
 /// several are equal. Chooses a file that is gone only if all are gone. \a files must not be empty. Reads the
 /// times from the file system.
-qsizetype indexOfKeptCopy(const QList<QString> &files);
+[[nodiscard]] qsizetype indexOfKeptCopy(const QStringList &files);
 
 /// Marks every path of \a group except that of the kept file. The path of the kept file is never marked, even
 /// if the group contains it twice. A group of fewer than two files gets no marks.

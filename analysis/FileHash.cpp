@@ -44,12 +44,12 @@ QByteArray fingerprintOf(RegularFile &file, int chunkSize)
 }
 
 /// The fingerprint of \a file, empty if it is not open; nothing if its head is not in the page cache.
-std::optional<QByteArray> fingerprintAtOnce(RegularFile &file)
+std::optional<QByteArray> fingerprintIfCached(RegularFile &file)
 {
     if (!file.isOpen())
         return QByteArray();
     SampleBuffer head(sampleSize);
-    const std::optional<qint64> read = file.readAtOnce(0, head.data(), head.size());
+    const std::optional<qint64> read = file.readIfCached(0, head.data(), head.size());
     return read ? std::optional(fingerprintFromHead(file, head, *read)) : std::nullopt;
 }
 
@@ -57,14 +57,14 @@ using Paths = std::span<const QString>;
 
 /// Files that one thread keeps open, so that the disk can reorder the reads. With a cold cache this halves
 /// the time for small files and saves a third for large ones.
-constexpr qsizetype filesOfAPortion = 16;
+constexpr qsizetype filesPerPortion = 16;
 /// Files that all threads together keep open. Well below the limit of 256 for a process on some systems.
-constexpr qsizetype openFilesAtMost = 64;
+constexpr qsizetype maxOpenFiles = 64;
 
 QList<Paths> splitIntoPortions(Paths paths)
 {
     const qsizetype threads = std::max(1, QThreadPool::globalInstance()->maxThreadCount());
-    const qsizetype most = std::clamp<qsizetype>(openFilesAtMost / threads, 1, filesOfAPortion);
+    const qsizetype most = std::clamp<qsizetype>(maxOpenFiles / threads, 1, filesPerPortion);
     // Small enough that all threads finish at about the same time.
     const qsizetype share = static_cast<qsizetype>(paths.size()) / (2 * threads);
     const auto size = static_cast<std::size_t>(std::clamp<qsizetype>(share, 1, most));
@@ -76,7 +76,7 @@ QList<Paths> splitIntoPortions(Paths paths)
 
 /// The fingerprints of the files of a portion. Computes those whose heads are in the page cache immediately;
 /// prefetches the others and computes them afterwards.
-QList<FileHash> hashPortion(Paths paths, const std::function<bool()> &abandoned)
+QList<FileHash> hashPortion(Paths paths, const AbandonCheck &abandoned)
 {
     QList<FileHash> hashes;
     hashes.reserve(static_cast<qsizetype>(paths.size()));
@@ -86,7 +86,7 @@ QList<FileHash> hashPortion(Paths paths, const std::function<bool()> &abandoned)
         if (abandoned())
             continue;
         RegularFile &file = files[i].emplace(paths[i]);
-        std::optional<QByteArray> fingerprint = fingerprintAtOnce(file);
+        std::optional<QByteArray> fingerprint = fingerprintIfCached(file);
         if (!fingerprint && file.prefetchEnds(sampleSize))
             continue;
         hashes.last().hash = fingerprint ? std::move(*fingerprint) : fingerprintOf(file, sampleSize);
@@ -113,7 +113,7 @@ QByteArray computeFileHash(const QString &path, int chunkSize)
     return fingerprintOf(file, chunkSize);
 }
 
-QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned)
+QFuture<QList<FileHash>> startComputingHashes(const QStringList &paths, AbandonCheck abandoned)
 {
     // The portions point into the copy of the list that the functor owns.
     const auto hashFiles = [paths, abandoned = std::move(abandoned)](
@@ -123,7 +123,7 @@ QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::
         QtConcurrent::OrderedReduce);
 }
 
-QList<FileHash> computeHashesConcurrently(const QList<QString> &paths)
+QList<FileHash> computeHashesConcurrently(const QStringList &paths)
 {
     QFuture<QList<FileHash>> hashes = startComputingHashes(paths, [] { return false; });
     waitReleasingPoolThread(hashes);

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "scan/AbandonCheck.h"
+
 #include <QByteArray>
 #include <QFuture>
 #include <QList>
 #include <QString>
-
-#include <functional>
+#include <QStringList>
 
 /// A file and its fingerprint.
 struct FileHash
@@ -25,13 +26,13 @@ inline constexpr int fingerprintSampleSize = 4096;
 ///
 /// Kept deliberately: a read error is not detected. The bytes read so far are the fingerprint's input, so the
 /// file can still be in a group.
-QByteArray computeFileHash(const QString &path, int chunkSize);
+[[nodiscard]] QByteArray computeFileHash(const QString &path, int chunkSize);
 
 /// Starts to compute the fingerprints of \a paths on the global thread pool. The result has one record for
 /// each path, in order. \a abandoned is called before each file, on several threads; once it returns true,
 /// the remaining files get empty fingerprints.
-QFuture<QList<FileHash>> startComputingHashes(const QList<QString> &paths, std::function<bool()> abandoned);
+[[nodiscard]] QFuture<QList<FileHash>> startComputingHashes(const QStringList &paths, AbandonCheck abandoned);
 
 /// Computes the fingerprints of \a paths on the global thread pool. Returns one record for each path, in
 /// order. Blocks; may be called on a thread of that pool, see PoolThreadRelease.
-QList<FileHash> computeHashesConcurrently(const QList<QString> &paths);
+[[nodiscard]] QList<FileHash> computeHashesConcurrently(const QStringList &paths);

@@ -3,9 +3,10 @@
 #include <QByteArrayView>
 #include <QHash>
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 #include <array>
+#include <compare>
 #include <vector>
 
 /// Groups files by fingerprint. Not thread-safe.
@@ -17,8 +18,8 @@
 class FingerprintTable
 {
 public:
-    /// \a paths are the files that insert() refers to. They must outlive the table.
-    explicit FingerprintTable(const QList<QString> &paths);
+    /// \a paths are the files that insert() refers to: fewer than 2^32. They must outlive the table.
+    explicit FingerprintTable(const QStringList &paths);
 
     /// Adds the file at \a index of the paths, which must increase from call to call. \a fingerprint must
     /// have 32 bytes.
@@ -29,7 +30,7 @@ public:
 
     /// The paths of the files that share a fingerprint: one list for each fingerprint, in ascending byte
     /// order of the fingerprints. The paths of a list are in the order of their indexes.
-    [[nodiscard]] QList<QList<QString>> sortedDuplicates() const;
+    [[nodiscard]] QList<QStringList> sortedDuplicates() const;
 
 private:
     struct Fingerprint
@@ -43,19 +44,22 @@ private:
         }
     };
 
+    /// Index of a file. 32 bits save memory; the paths of 2^32 files would take 100 GiB.
+    using FileIndex = quint32;
+
     /// The files of one fingerprint, linked by m_next from the first to the last.
     struct Copies
     {
-        int first;
-        int last;
-        int count;
+        FileIndex first;
+        FileIndex last;
+        FileIndex count;
     };
 
-    [[nodiscard]] QList<QString> pathsOf(const Copies &copies) const;
+    [[nodiscard]] QStringList pathsOf(const Copies &copies) const;
 
-    const QList<QString> &m_paths;
+    const QStringList &m_paths;
     QHash<Fingerprint, Copies> m_copies;
     /// For each file, the next one with the same fingerprint.
-    std::vector<int> m_next;
+    std::vector<FileIndex> m_next;
     qsizetype m_duplicates = 0;
 };

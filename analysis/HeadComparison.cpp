@@ -46,10 +46,10 @@ std::vector<Wanted> wantedHeads(const ComparisonRun &run, std::span<const Candid
 }
 
 /// The files whose heads are being prefetched, oldest request first.
-class Fetching
+class HeadPrefetch
 {
 public:
-    explicit Fetching(ComparisonRun &run)
+    explicit HeadPrefetch(ComparisonRun &run)
         : m_run(run)
     {
     }
@@ -60,7 +60,7 @@ public:
         if (m_files.size() == m_run.openFilesPerTask())
             endFirst();
         File &file = m_files.emplace_back(m_run.file(wanted.file), wanted);
-        if (!file.open.problem().isEmpty() || file.open.readFromMemory(0, wanted.memory)) {
+        if (!file.open.problem().isEmpty() || file.open.readIfCached(0, wanted.memory)) {
             end(file);
             m_files.pop_back();
         } else {
@@ -151,13 +151,13 @@ qint64 headBytes(const Candidates &candidates)
 Heads readHeads(ComparisonRun &run, std::span<const Candidates> classes)
 {
     Heads heads;
-    Fetching fetching(run);
+    HeadPrefetch prefetch(run);
     for (const Wanted &wanted : wantedHeads(run, classes, heads)) {
         if (run.isAbandoned())
             break;
-        fetching.begin(wanted);
+        prefetch.begin(wanted);
     }
-    fetching.endAll();
+    prefetch.endAll();
     return heads;
 }
 

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -39,11 +40,11 @@ public:
     {
         const qint64 begin = m_candidates.equalBytes + static_cast<qint64>(number) * rangeSize;
         const ByteRange range{begin, std::min(begin + rangeSize, m_candidates.size)};
-        const ContentLabels labels =
+        const std::optional<ContentLabels> labels =
             compareInStep(m_run, m_candidates.sets, range, [this] { return m_isSettled.load(); });
         const QMutexLocker lock(&m_mutex);
-        if (!m_isSettled)
-            combine(labels);
+        if (labels && !m_isSettled)
+            combine(*labels);
     }
 
     void finish()

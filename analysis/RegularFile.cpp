@@ -10,12 +10,6 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-qint64 fileSize(const QString &path)
-{
-    struct stat status = {};
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_size : 0;
-}
-
 namespace {
 
 constexpr int readOnly = O_RDONLY | O_CLOEXEC;
@@ -133,7 +127,7 @@ qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
     return m_end - position;
 }
 
-std::optional<qint64> RegularFile::readAtOnce(
+std::optional<qint64> RegularFile::readIfCached(
     [[maybe_unused]] qint64 position, [[maybe_unused]] char *data, [[maybe_unused]] qint64 count)
 {
 #ifdef RWF_NOWAIT
@@ -162,11 +156,6 @@ qint64 RegularFile::size() const
 #else
 
 #include <QFileInfo>
-
-qint64 fileSize(const QString &path)
-{
-    return QFileInfo(path).size();
-}
 
 RegularFile::RegularFile(const QString &path)
     : m_file(path)
@@ -207,7 +196,7 @@ qint64 RegularFile::readAt(qint64 position, char *data, qint64 count)
     return m_file.seek(position) ? qMax<qint64>(m_file.read(data, count), 0) : 0;
 }
 
-std::optional<qint64> RegularFile::readAtOnce(qint64 /*position*/, char * /*data*/, qint64 /*count*/)
+std::optional<qint64> RegularFile::readIfCached(qint64 /*position*/, char * /*data*/, qint64 /*count*/)
 {
     return std::nullopt;
 }

@@ -5,10 +5,6 @@
 
 #include <optional>
 
-/// The size in bytes of the file at \a path, as returned by QFileInfo::size(); 0 if it does not exist.
-/// Thread-safe.
-qint64 fileSize(const QString &path);
-
 /// A regular file, open for reading and unbuffered: reads only the bytes that the caller requests. Usable by
 /// one thread at a time.
 ///
@@ -41,11 +37,11 @@ public:
 
     /// Reads up to \a count bytes from \a position on into \a data. Returns the number of bytes read, which
     /// is lower at the end of the file or after an error; see errorText().
-    qint64 readAt(qint64 position, char *data, qint64 count);
+    [[nodiscard]] qint64 readAt(qint64 position, char *data, qint64 count);
 
     /// Like readAt(), but returns nothing without reading if the bytes are not in the page cache or the
     /// system cannot tell. Blocks if only some of them are.
-    std::optional<qint64> readAtOnce(qint64 position, char *data, qint64 count);
+    [[nodiscard]] std::optional<qint64> readIfCached(qint64 position, char *data, qint64 count);
 
     /// The current size in bytes. 0 for files of the kernel (/proc) that nevertheless have content.
     [[nodiscard]] qint64 size() const;

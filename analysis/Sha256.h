@@ -7,4 +7,4 @@
 ///
 /// Uses libcrypto if the build has found it, because it uses the SHA instructions of the processor; otherwise
 /// QCryptographicHash.
-QByteArray sha256(QByteArrayView head, QByteArrayView tail);
+[[nodiscard]] QByteArray sha256(QByteArrayView head, QByteArrayView tail);

@@ -1,13 +1,21 @@
 #include "analysis/SizeClasses.h"
 
 #include "analysis/PoolThreadRelease.h"
-#include "analysis/RegularFile.h"
 
 #include <QThreadPool>
 #include <QtConcurrentMap>
 
 #include <algorithm>
 #include <iterator>
+#include <span>
+
+#ifdef Q_OS_UNIX
+#include <QFile>
+
+#include <sys/stat.h>
+#else
+#include <QFileInfo>
+#endif
 
 namespace {
 
@@ -17,40 +25,55 @@ struct SizedFile
     qint64 size = 0;
 };
 
+/// The size in bytes of the file at \a path; 0 if it is gone. The same as QFileInfo::size().
+qint64 sizeOf(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    // Saves the allocation of a QFileInfo for each file.
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_size : 0;
+#else
+    return QFileInfo(path).size();
+#endif
+}
+
 /// The files at \a paths in ascending order of size. The pointers in the result point into \a paths.
-std::vector<SizedFile> sortedBySize(const QList<QString> &paths, const std::function<bool()> &abandoned)
+std::vector<SizedFile> sortedBySize(const QStringList &paths, const AbandonCheck &abandoned)
 {
     std::vector<SizedFile> files;
     files.reserve(static_cast<std::size_t>(paths.size()));
     for (const QString &path : paths)
         files.push_back({&path});
-    const auto askForSize = [&abandoned](SizedFile &file) {
+    const auto readSize = [&abandoned](SizedFile &file) {
         if (!abandoned())
-            file.size = fileSize(*file.path);
+            file.size = sizeOf(*file.path);
     };
     QFuture<void> sizes =
-        QtConcurrent::map(QThreadPool::globalInstance(), files.begin(), files.end(), askForSize);
+        QtConcurrent::map(QThreadPool::globalInstance(), files.begin(), files.end(), readSize);
     waitReleasingPoolThread(sizes);
-    std::stable_sort(
-        files.begin(), files.end(), [](const SizedFile &a, const SizedFile &b) { return a.size < b.size; });
+    std::ranges::stable_sort(files, {}, &SizedFile::size);
     return files;
 }
 
 } // namespace
 
-SizeClasses splitBySize(const QList<QString> &paths, const std::function<bool()> &abandoned)
+std::optional<SizeClasses> splitBySize(const QStringList &paths, const AbandonCheck &abandoned)
 {
     const std::vector<SizedFile> files = sortedBySize(paths, abandoned);
-    SizeClasses classes;
-    for (auto first = files.cbegin(); first != files.cend();) {
-        const auto last = std::find_if(
-            first, files.cend(), [size = first->size](const SizedFile &file) { return file.size != size; });
-        classes.counts.push_back(last - first);
-        if (last - first >= 2) {
-            std::transform(first, last, std::back_inserter(classes.candidates),
-                [](const SizedFile &file) { return *file.path; });
+    if (abandoned())
+        return std::nullopt;
+    SizeClasses result;
+    for (std::span<const SizedFile> rest(files); !rest.empty();) {
+        const auto isLarger = [size = rest.front().size](const SizedFile &file) { return file.size > size; };
+        const auto end = std::ranges::find_if(rest, isLarger);
+        const std::span<const SizedFile> sameSize = rest.first(static_cast<std::size_t>(end - rest.begin()));
+        if (sameSize.size() >= 2) {
+            const qsizetype smallerFiles = std::ssize(files) - std::ssize(rest);
+            result.classes.push_back({result.candidates.size(), std::ssize(sameSize), smallerFiles});
+            for (const SizedFile &file : sameSize)
+                result.candidates.append(*file.path);
         }
-        first = last;
+        rest = rest.subspan(sameSize.size());
     }
-    return classes;
+    return result;
 }

@@ -12,10 +12,10 @@ namespace {
 /// Small enough that two blocks fit into the second-level cache of a core, so that comparing them is fast.
 constexpr qint64 blockSize = 128LL * 1024;
 /// Maximum number of bytes prefetched for all files of a comparison together. Keeps the disk busy.
-constexpr qint64 mostFetchedAhead = 8LL * 1024 * 1024;
+constexpr qint64 maxPrefetch = 8LL * 1024 * 1024;
 /// Number of bytes prefetched for a file at least: enough for long sequential reads on a rotating disk, and
 /// little waste if the files differ early.
-constexpr qint64 fewestFetchedAhead = 1024LL * 1024;
+constexpr qint64 minPrefetch = 1024LL * 1024;
 
 using Block = std::vector<char>;
 
@@ -25,7 +25,7 @@ struct Agreeing
     std::vector<std::size_t> sets;
     qint64 position = 0;
     /// End of the bytes prefetched so far; nothing while all bytes were in the page cache.
-    std::optional<qint64> fetchedUpTo = std::nullopt;
+    std::optional<qint64> prefetchedUpTo = std::nullopt;
 };
 
 class SteppedComparison
@@ -46,7 +46,7 @@ public:
         }
     }
 
-    ContentLabels labels(const std::function<bool()> &isSettled)
+    std::optional<ContentLabels> labels(const AbandonCheck &isSettled)
     {
         while (!m_agreeing.empty() && !isSettled() && !m_run.isAbandoned()) {
             // Moved out of the list because step() may add elements to it.
@@ -59,7 +59,7 @@ public:
         }
         if (!m_run.isAbandoned())
             m_run.addProgress(m_uncounted);
-        return m_labels;
+        return m_agreeing.empty() ? std::optional(m_labels) : std::nullopt;
     }
 
 private:
@@ -69,7 +69,7 @@ private:
         const qint64 begin = agreeing.position;
         const auto length = static_cast<std::size_t>(std::min(blockSize, m_range.end - begin));
         std::vector<Agreeing> parts;
-        fetchAhead(agreeing);
+        prefetchNext(agreeing);
         for (const std::size_t set : agreeing.sets) {
             const std::span<char> block = blockOfPart(parts.size()).first(length);
             if (!read(set, agreeing, block))
@@ -81,7 +81,7 @@ private:
         }
         countBlock(agreeing, static_cast<qint64>(length));
         for (Agreeing &part : parts) {
-            part.fetchedUpTo = agreeing.fetchedUpTo;
+            part.prefetchedUpTo = agreeing.prefetchedUpTo;
             m_agreeing.push_back(std::move(part));
         }
     }
@@ -106,10 +106,10 @@ private:
     [[nodiscard]] bool read(std::size_t set, Agreeing &agreeing, std::span<char> block)
     {
         ComparedFile &file = *m_files[set];
-        if (agreeing.fetchedUpTo || !file.readFromMemory(agreeing.position, block)) {
-            if (!agreeing.fetchedUpTo) {
-                agreeing.fetchedUpTo = agreeing.position;
-                fetchAhead(agreeing);
+        if (agreeing.prefetchedUpTo || !file.readIfCached(agreeing.position, block)) {
+            if (!agreeing.prefetchedUpTo) {
+                agreeing.prefetchedUpTo = agreeing.position;
+                prefetchNext(agreeing);
             }
             file.read(agreeing.position, block);
         }
@@ -117,18 +117,18 @@ private:
     }
 
     /// Prefetches the bytes that will be read next, in pieces of growing size.
-    void fetchAhead(Agreeing &agreeing)
+    void prefetchNext(Agreeing &agreeing)
     {
-        if (!agreeing.fetchedUpTo || *agreeing.fetchedUpTo == m_range.end)
+        if (!agreeing.prefetchedUpTo || *agreeing.prefetchedUpTo == m_range.end)
             return;
-        const qint64 most = mostFetchedAhead / std::ssize(agreeing.sets);
-        const qint64 ahead = std::max(std::min(most, agreeing.position - m_range.begin), fewestFetchedAhead);
-        if (*agreeing.fetchedUpTo - agreeing.position > ahead / 2)
+        const qint64 most = maxPrefetch / std::ssize(agreeing.sets);
+        const qint64 ahead = std::max(std::min(most, agreeing.position - m_range.begin), minPrefetch);
+        if (*agreeing.prefetchedUpTo - agreeing.position > ahead / 2)
             return;
         const qint64 end = std::min(agreeing.position + ahead, m_range.end);
         for (const std::size_t set : agreeing.sets)
-            m_files[set]->prefetch(*agreeing.fetchedUpTo, end - *agreeing.fetchedUpTo);
-        agreeing.fetchedUpTo = end;
+            m_files[set]->prefetch(*agreeing.prefetchedUpTo, end - *agreeing.prefetchedUpTo);
+        agreeing.prefetchedUpTo = end;
     }
 
     /// Labels and closes sets that are equal up to the end, or a single set that differs from all others.
@@ -175,8 +175,8 @@ private:
 
 } // namespace
 
-ContentLabels compareInStep(ComparisonRun &run, std::span<const EqualFiles> sets, ByteRange range,
-    const std::function<bool()> &isSettled)
+std::optional<ContentLabels> compareInStep(
+    ComparisonRun &run, std::span<const EqualFiles> sets, ByteRange range, const AbandonCheck &isSettled)
 {
     return SteppedComparison(run, sets, range).labels(isSettled);
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "analysis/ComparisonRun.h"
+#include "scan/AbandonCheck.h"
 
-#include <functional>
+#include <optional>
 #include <span>
 
 /// A range of bytes, without the byte at end.
@@ -21,6 +22,7 @@ struct ByteRange
 /// differs from all others. Keeps one file of each set open. Reports unreadable files and the progress of
 /// each set to \a run.
 ///
-/// \a isSettled is called before each block. True ends the comparison early; the labels are then meaningless.
-[[nodiscard]] ContentLabels compareInStep(ComparisonRun &run, std::span<const EqualFiles> sets,
-    ByteRange range, const std::function<bool()> &isSettled);
+/// \a isSettled is called before each block; true ends the comparison early. Nothing if it ended early or the
+/// run was abandoned.
+[[nodiscard]] std::optional<ContentLabels> compareInStep(
+    ComparisonRun &run, std::span<const EqualFiles> sets, ByteRange range, const AbandonCheck &isSettled);

@@ -91,11 +91,15 @@ private:
     void startScanningWithOptions();
     void resetScan();
     void startCollection(const QStringList &folders, const ScanOptions &options);
+    void showStartOfCollection();
+    void showCollectionProgress(const QString &path, int percent);
+    void finishCollection(const QStringList &collected);
     void startStatusDots();
     void showElapsedTime();
 
     // AnalysisRun.cpp
     void finalizeScanUI();
+    void deliverBetweenLoads(QList<DuplicateGroup> delivered);
     void deliverGroups(QList<DuplicateGroup> delivered);
     void showFirstRows();
     void forgetShownResults();

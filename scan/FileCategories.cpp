@@ -64,7 +64,7 @@ QString shared(QStringView key)
 
 bool contains(Suffixes list, const QString &suffix)
 {
-    return std::any_of(list.begin(), list.end(), [&](QLatin1StringView entry) { return suffix == entry; });
+    return std::ranges::any_of(list, [&](QLatin1StringView entry) { return suffix == entry; });
 }
 
 } // namespace
@@ -88,7 +88,7 @@ bool collectionAccepts(const QString &suffix, const QStringList &fileTypes)
 {
     if (fileTypes.contains(otherKey))
         return true;
-    return std::any_of(collectionSuffixes.begin(), collectionSuffixes.end(), [&](const Category &category) {
+    return std::ranges::any_of(collectionSuffixes, [&](const Category &category) {
         return contains(category.suffixes, suffix) && fileTypes.contains(category.key);
     });
 }

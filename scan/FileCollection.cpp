@@ -24,7 +24,7 @@ QStringList collectFiles(
 
     QStringList accepted;
     // If files without a suffix are accepted, all are: skip the costly suffix lookup.
-    const bool takesAll = collectionAccepts(QString(), options.fileTypes);
+    const bool acceptsAll = collectionAccepts(QString(), options.fileTypes);
     SkipRules rules(options, folders);
     ReportThrottle throttle(lastReportedCount);
     QElapsedTimer clock;
@@ -34,7 +34,7 @@ QStringList collectFiles(
         if (rules.skip(*path))
             continue;
         const qint32 scanned = ++scannedFileCount;
-        if (takesAll || collectionAccepts(lowerCaseSuffix(*path), options.fileTypes)) {
+        if (acceptsAll || collectionAccepts(lowerCaseSuffix(*path), options.fileTypes)) {
             ++acceptedFileCount;
             accepted.append(*path);
         }

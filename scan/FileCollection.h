@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scan/AbandonCheck.h"
 #include "scan/ScanOptions.h"
 
 #include <QString>
@@ -33,7 +34,7 @@ struct CollectionCallbacks
     std::function<void(const QString &path, int percent)> progress;
     /// Called for every file and folder, on several threads. True ends the walk early; the result is then
     /// what was collected so far.
-    std::function<bool()> abandoned;
+    AbandonCheck abandoned;
 };
 
 /// Walks \a folders twice, first to count the files, then to collect them. Returns the paths of the files
@@ -41,5 +42,5 @@ struct CollectionCallbacks
 ///
 /// Links are not followed and hidden entries not listed. A folder listed twice is walked twice; a folder that
 /// cannot be read yields no files. Blocks. Free threads of scanThreads() help with the counting.
-QStringList collectFiles(
+[[nodiscard]] QStringList collectFiles(
     const QStringList &folders, const ScanOptions &options, const CollectionCallbacks &callbacks);

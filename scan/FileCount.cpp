@@ -2,7 +2,7 @@
 
 #include "scan/FolderEntries.h"
 #include "scan/ScanThreads.h"
-#include "scan/WorkStock.h"
+#include "scan/WorkQueue.h"
 
 #include <QSemaphore>
 #include <QThread>
@@ -12,41 +12,41 @@
 
 namespace {
 
-/// Reads folders from \a stock until all are read. Returns the number of files in those that it has read.
-qint32 countFilesOf(WorkStock<QString> &stock, const std::function<bool()> &abandoned)
+/// Reads folders from \a queue until all are read. Returns the number of files in those that it has read.
+qint32 countFilesOf(WorkQueue<QString> &queue, const AbandonCheck &abandoned)
 {
     qint32 files = 0;
-    while (const std::optional<QString> folder = stock.take()) {
+    while (const std::optional<QString> folder = queue.take()) {
         // The queue can hold tens of thousands of folders: do not open them once abandoned.
         if (!abandoned()) {
             FolderEntries entries(*folder);
             while (entries.next() && !abandoned()) {
                 if (entries.isFolder())
-                    stock.add(entries.path());
+                    queue.add(entries.path());
                 else
                     ++files;
             }
         }
-        stock.finish();
+        queue.finish();
     }
     return files;
 }
 
 } // namespace
 
-qint32 countFiles(const QStringList &folders, const std::function<bool()> &abandoned)
+qint32 countFiles(const QStringList &folders, const AbandonCheck &abandoned)
 {
-    WorkStock<QString> stock(std::vector<QString>(folders.cbegin(), folders.cend()));
+    WorkQueue<QString> queue(std::vector<QString>(folders.cbegin(), folders.cend()));
     std::atomic<qint32> total = 0;
     QSemaphore finished;
     // Only free threads: the current thread may be one of the pool's, and waiting for others could deadlock.
     int helpers = 0;
     while (helpers < QThread::idealThreadCount() - 1 && scanThreads().tryStart([&] {
-        total += countFilesOf(stock, abandoned);
+        total += countFilesOf(queue, abandoned);
         finished.release();
     }))
         ++helpers;
-    total += countFilesOf(stock, abandoned);
+    total += countFilesOf(queue, abandoned);
     finished.acquire(helpers);
     return total;
 }

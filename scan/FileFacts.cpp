@@ -44,7 +44,7 @@ std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &pa
         return error == ENOENT ? std::nullopt
                                : std::optional<FileFacts>(UnreadablePath{path, qt_error_string(error)});
     }
-    if (!S_ISREG(facts.stx_mode) || !limits.contain(static_cast<qint64>(facts.stx_size)))
+    if (!S_ISREG(facts.stx_mode) || !limits.contains(static_cast<qint64>(facts.stx_size)))
         return std::nullopt;
     return surveyedFile(path, facts);
 }
@@ -65,6 +65,8 @@ std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &pa
 namespace {
 
 #ifdef Q_OS_WIN
+
+using Qt::Literals::StringLiterals::operator""_s;
 
 /// Sets the identity and the number of links of \a file. Returns the error message; empty on success.
 QString identify(SurveyedFile &file)
@@ -103,7 +105,7 @@ QString identify(SurveyedFile &file)
 std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &path, SizeLimits limits)
 {
     const QFileInfo facts = entries.fileInfo();
-    if (!limits.contain(facts.size()))
+    if (!limits.contains(facts.size()))
         return std::nullopt;
     SurveyedFile file{.path = path,
         .size = facts.size(),

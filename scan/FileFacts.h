@@ -13,7 +13,7 @@ struct SizeLimits
     qint64 smallest = 0;
     qint64 largest = 0;
 
-    [[nodiscard]] bool contain(qint64 size) const
+    [[nodiscard]] bool contains(qint64 size) const
     {
         return size >= smallest && size <= largest;
     }

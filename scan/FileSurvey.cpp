@@ -4,7 +4,7 @@
 #include "scan/FileFacts.h"
 #include "scan/FolderEntries.h"
 #include "scan/SkipRules.h"
-#include "scan/WorkStock.h"
+#include "scan/WorkQueue.h"
 
 #include <algorithm>
 #include <atomic>
@@ -59,7 +59,7 @@ struct Shared
 {
     const SurveyRequest &request;
     const SurveyCallbacks &callbacks;
-    WorkStock<Folder> folders;
+    WorkQueue<Folder> folders;
     std::atomic<qint64> files = 0;
     QMutex mutex{};
     /// Protected by the mutex.
@@ -116,7 +116,7 @@ private:
         if (const QString reason = entries.error(); !reason.isEmpty())
             m_unreadable.append({folder.path, reason});
         m_undecodableNames += entries.undecodableNames();
-        tellProgress();
+        reportProgress();
     }
 
     [[nodiscard]] bool isExcluded(const QString &path, qint32 folder) const
@@ -143,8 +143,8 @@ private:
         auto &file = std::get<SurveyedFile>(*facts);
         file.folder = folder;
         m_files.add(std::move(file));
-        if (++m_untold == filesPerReport)
-            tellProgress();
+        if (++m_unreported == filesPerReport)
+            reportProgress();
     }
 
     [[nodiscard]] bool isAcceptedType(const QString &path) const
@@ -152,10 +152,10 @@ private:
         return m_acceptsAll || collectionAccepts(lowerCaseSuffix(path), m_request.options.fileTypes);
     }
 
-    void tellProgress()
+    void reportProgress()
     {
-        if (m_untold > 0)
-            m_shared.callbacks.progress(m_shared.files += std::exchange(m_untold, 0));
+        if (m_unreported > 0)
+            m_shared.callbacks.progress(m_shared.files += std::exchange(m_unreported, 0));
     }
 
     /// Keeps the displayed number moving in a folder with many files.
@@ -170,23 +170,23 @@ private:
     QList<UnreadablePath> m_unreadable;
     qint64 m_undecodableNames = 0;
     /// Number of files found since the last progress report.
-    qint64 m_untold = 0;
+    qint64 m_unreported = 0;
 };
 
-std::vector<Folder> beginnings(const QStringList &folders)
+std::vector<Folder> foldersToRead(const QStringList &folders)
 {
-    std::vector<Folder> beginnings;
+    std::vector<Folder> foldersToRead;
     // In reverse order: the queue yields the last one first.
     for (qsizetype index = folders.size(); index-- > 0;)
-        beginnings.push_back({folders[index], static_cast<qint32>(index)});
-    return beginnings;
+        foldersToRead.push_back({folders[index], static_cast<qint32>(index)});
+    return foldersToRead;
 }
 
 } // namespace
 
 Survey surveyFiles(const SurveyRequest &request, const SurveyCallbacks &callbacks)
 {
-    Shared shared{request, callbacks, WorkStock<Folder>(beginnings(request.folders))};
+    Shared shared{request, callbacks, WorkQueue<Folder>(foldersToRead(request.folders))};
     runOnThreads(std::max(request.threads, 1), [&shared] { SurveyThread(shared).run(); });
 
     Survey survey{

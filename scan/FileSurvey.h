@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scan/AbandonCheck.h"
 #include "scan/ScanOptions.h"
 
 #include <QList>
@@ -72,7 +73,7 @@ struct SurveyCallbacks
     /// Called from time to time with the number of files found so far.
     std::function<void(qint64 files)> progress;
     /// True ends the survey early; the result is then what was found so far.
-    std::function<bool()> abandoned;
+    AbandonCheck abandoned;
 };
 
 /// The result of surveyFiles(), in no particular order.

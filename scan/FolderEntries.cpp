@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using Qt::Literals::StringLiterals::operator""_s;
+
 QString withSlash(const QString &folder)
 {
     return folder.isEmpty() || folder.endsWith(u'/') ? folder : folder + u'/';
@@ -185,7 +187,7 @@ QString FolderEntries::error() const
     FindClose(search);
     return {};
 #else
-    return QDir(m_folder).isReadable() ? QString() : QStringLiteral("The folder cannot be read");
+    return QDir(m_folder).isReadable() ? QString() : u"The folder cannot be read"_s;
 #endif
 }
 

@@ -13,7 +13,7 @@
 #endif
 
 /// The path \a folder with one slash at its end; empty for an empty path.
-QString withSlash(const QString &folder);
+[[nodiscard]] QString withSlash(const QString &folder);
 
 /// Whether a listing includes hidden files and folders. On Unix these are names that begin with a dot.
 enum class HiddenEntries { LeftOut, Listed };
@@ -30,7 +30,7 @@ public:
     explicit FolderEntries(const QString &folder, HiddenEntries hidden = HiddenEntries::LeftOut);
 
     /// Advances to the next file or subfolder. Returns false at the end or on an error; see error().
-    bool next();
+    [[nodiscard]] bool next();
 
     /// The path of the current entry: the folder's path, a slash, and the name.
     [[nodiscard]] QString path() const;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-FolderWalk::FolderWalk(const QStringList &folders, std::function<bool()> abandoned)
+FolderWalk::FolderWalk(const QStringList &folders, AbandonCheck abandoned)
     : m_abandoned(std::move(abandoned))
 {
     Level outermost;

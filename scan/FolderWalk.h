@@ -1,11 +1,11 @@
 #pragma once
 
+#include "scan/AbandonCheck.h"
 #include "scan/FolderEntries.h"
 
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -19,7 +19,7 @@ class FolderWalk
 {
 public:
     /// \a abandoned is called for every entry; true ends the walk.
-    FolderWalk(const QStringList &folders, std::function<bool()> abandoned);
+    FolderWalk(const QStringList &folders, AbandonCheck abandoned);
     Q_DISABLE_COPY_MOVE(FolderWalk)
 
     /// The path of the next file; nothing at the end of the walk.
@@ -39,10 +39,10 @@ private:
         std::size_t next = 0;
     };
 
-    std::optional<Entry> takeEntry();
+    [[nodiscard]] std::optional<Entry> takeEntry();
     void readRest();
 
-    const std::function<bool()> m_abandoned;
+    const AbandonCheck m_abandoned;
     /// The closed folders that contain the open one, outermost first.
     std::vector<Level> m_levels;
     std::optional<FolderEntries> m_open;

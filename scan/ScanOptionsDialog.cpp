@@ -10,18 +10,20 @@
 #include <array>
 #include <utility>
 
+using Qt::Literals::StringLiterals::operator""_s;
+
 namespace {
 
 /// The check boxes of the file types with their category keys, in the order of getOptions().
 std::array<std::pair<QCheckBox *, QString>, 6> typeBoxes(const Ui::ScanOptionsDialog &ui)
 {
     return {{
-        {ui.chkTypeArchive, QStringLiteral("archive")},
-        {ui.chkTypeDoc, QStringLiteral("document")},
-        {ui.chkTypeAudio, QStringLiteral("audio")},
-        {ui.chkTypeVideo, QStringLiteral("video")},
-        {ui.chkTypePhoto, QStringLiteral("picture")},
-        {ui.chkTypeOthers, QStringLiteral("other")},
+        {ui.chkTypeArchive, u"archive"_s},
+        {ui.chkTypeDoc, u"document"_s},
+        {ui.chkTypeAudio, u"audio"_s},
+        {ui.chkTypeVideo, u"video"_s},
+        {ui.chkTypePhoto, u"picture"_s},
+        {ui.chkTypeOthers, u"other"_s},
     }};
 }
 
@@ -43,9 +45,9 @@ ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
         box->setChecked(true);
     // Kept deliberately: no item is called "K", so both boxes show their first unit, "KB".
     ui->spinMinSize->setValue(0);
-    ui->comboMinUnit->setCurrentText(QStringLiteral("K"));
+    ui->comboMinUnit->setCurrentText(u"K"_s);
     ui->spinMaxSize->setValue(0);
-    ui->comboMaxUnit->setCurrentText(QStringLiteral("K"));
+    ui->comboMaxUnit->setCurrentText(u"K"_s);
     fitCaptions();
     qDebug() << "chkSkipSystem checked:" << ui->chkSkipSystem->isChecked();
 }

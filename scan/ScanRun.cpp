@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 
+#include "app/QueuedCall.h"
 #include "app/TimerDisposal.h"
 #include "scan/ElapsedTime.h"
 #include "scan/FileCollection.h"
@@ -13,6 +14,7 @@
 
 #include <chrono>
 
+using Qt::Literals::StringLiterals::operator""_s;
 using std::chrono_literals::operator""ms;
 
 namespace {
@@ -21,11 +23,14 @@ constexpr std::chrono::milliseconds tickInterval = 500ms;
 
 } // namespace
 
+/// Kept deliberately: also starts while a stopped scan still runs. The user sees the sum of both file counts
+/// and gets both results.
 void MainWindow::startScan()
 {
     resetScan();
     stopRequested = false;
     ui->stackedWidget->setCurrentWidget(ui->scanpage);
+    // Kept deliberately: resetScan() has done both; the user sees no difference.
     ui->progressBar->setValue(0);
     ui->btnStopScan->setEnabled(true);
     startScanningWithOptions();
@@ -52,37 +57,41 @@ void MainWindow::startScanningWithOptions()
 /// Collects files in the background. Queues progress and, at the end, the list to the GUI thread.
 void MainWindow::startCollection(const QStringList &folders, const ScanOptions &options)
 {
-    const auto queue = [this](auto step) {
-        QMetaObject::invokeMethod(this, std::move(step), Qt::QueuedConnection);
-    };
     const CollectionCallbacks callbacks{
-        .counted =
-            [this, queue] {
-                queue([this] {
-                    ui->progressBar->setValue(0);
-                    ui->labelFilesScannedValue->setText(QStringLiteral("0"));
-                });
-            },
+        .counted = [this] { queueCall(this, [this] { showStartOfCollection(); }); },
         .progress =
-            [this, queue](const QString &path, int percent) {
-                queue([this, path, percent] {
-                    ui->labelCurrentFile->setText(tr("Scanning:") + path);
-                    ui->progressBar->setValue(percent);
-                    ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
-                });
+            [this](const QString &path, int percent) {
+                queueCall(this, [this, path, percent] { showCollectionProgress(path, percent); });
             },
         .abandoned = tasks.abandoned(),
     };
-    tasks.start([this, queue, folders, options, callbacks] {
+    tasks.start([this, folders, options, callbacks] {
         const QStringList collected = collectFiles(folders, options, callbacks);
         if (callbacks.abandoned())
             return;
-        queue([this] { ui->progressBar->setValue(100); });
-        queue([this, collected] {
-            collectedFiles = collected;
-            finalizeScanUI();
-        });
+        queueCall(this, [this] { ui->progressBar->setValue(100); });
+        queueCall(this, [this, collected] { finishCollection(collected); });
     });
+}
+
+void MainWindow::showStartOfCollection()
+{
+    ui->progressBar->setValue(0);
+    ui->labelFilesScannedValue->setText(u"0"_s);
+}
+
+void MainWindow::showCollectionProgress(const QString &path, int percent)
+{
+    // Kept deliberately: no space between the label and the path that the user sees.
+    ui->labelCurrentFile->setText(tr("Scanning:") + path);
+    ui->progressBar->setValue(percent);
+    ui->labelFilesScannedValue->setText(QString::number(scannedFileCount));
+}
+
+void MainWindow::finishCollection(const QStringList &collected)
+{
+    collectedFiles = collected;
+    finalizeScanUI();
 }
 
 void MainWindow::showElapsedTime()
@@ -115,6 +124,7 @@ void MainWindow::resetScan()
     duplicatesFound = 0;
     ui->progressBar->setValue(0);
     discardTimer(progressTimer);
+    // Kept deliberately: without effect, because the timer is never created; the user sees no difference.
     discardTimerLater(scanTimer);
     if (loadingOverlay) {
         loadingOverlay->hide();
@@ -122,9 +132,9 @@ void MainWindow::resetScan()
         loadingOverlay = nullptr;
         loadingLabel = nullptr;
     }
-    ui->labelFilesScannedValue->setText(QStringLiteral("0"));
-    ui->labelDuplicatesFoundValue->setText(QStringLiteral("0"));
-    ui->labelElapsedTimeValue->setText(QStringLiteral("00:00:00"));
+    ui->labelFilesScannedValue->setText(u"0"_s);
+    ui->labelDuplicatesFoundValue->setText(u"0"_s);
+    ui->labelElapsedTimeValue->setText(u"00:00:00"_s);
     ui->labelScanStatus->clear();
     ui->labelCurrentFile->clear();
     ui->btnStopScan->setEnabled(true);
@@ -137,12 +147,14 @@ void MainWindow::on_btnStopScan_clicked()
     stopRequested = true;
     resetScan();
     hideLoadingOverlay();
+    // Kept deliberately: without effect, because the timer is never created; the user sees no difference.
     discardTimerLater(scanTimer);
     ui->stackedWidget->setCurrentWidget(ui->page);
 }
 
 void MainWindow::on_btnScanOptions_clicked()
 {
+    // Kept deliberately: appears in the debug log, which the user does not see.
     qDebug() << "ScanOptions Slot Triggered!";
     ScanOptionsDialog dialog(this);
     // Kept deliberately: without any skip rule, the dialog opens with its defaults instead of the options.

@@ -7,4 +7,4 @@
 ///
 /// Blocking tasks in the global pool would delay its other users, such as Qt's painting. A task in this pool
 /// must not wait for another task that has not started yet.
-QThreadPool &scanThreads();
+[[nodiscard]] QThreadPool &scanThreads();

@@ -6,14 +6,17 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <functional>
+
+using Qt::Literals::StringLiterals::operator""_s;
 
 QStringList skippedLocations(const ScanOptions &options, const QString &desktopFolder)
 {
     QStringList locations;
     if (options.skipSystem)
-        locations.append(QStringLiteral("C:/Windows"));
+        locations.append(u"C:/Windows"_s);
     if (options.skipApps)
-        locations.append({QStringLiteral("C:/Program Files"), QStringLiteral("C:/Program Files (x86)")});
+        locations.append({u"C:/Program Files"_s, u"C:/Program Files (x86)"_s});
     if (options.skipDesktop)
         locations.append(desktopFolder);
     return locations;
@@ -24,7 +27,7 @@ bool isSkippedLocation(const QString &canonicalPath, const QStringList &location
     // The file is gone: no rule applies.
     if (canonicalPath.isEmpty())
         return false;
-    return std::any_of(locations.begin(), locations.end(), [&canonicalPath](const QString &location) {
+    return std::ranges::any_of(locations, [&canonicalPath](const QString &location) {
         return canonicalPath.startsWith(location, Qt::CaseInsensitive);
     });
 }
@@ -45,10 +48,10 @@ SkipRules::SkipRules(const ScanOptions &options, const QStringList &folders)
 {
     if (!m_locations.isEmpty()) {
         for (const QString &folder : folders)
-            m_beginnings.append({withSlash(folder), canonicalPathWithSlash(folder)});
+            m_scanFolders.append({withSlash(folder), canonicalPathWithSlash(folder)});
     }
-    std::stable_sort(m_beginnings.begin(), m_beginnings.end(),
-        [](const Folder &a, const Folder &b) { return a.path.size() > b.path.size(); });
+    const auto pathLength = [](const Folder &folder) { return folder.path.size(); };
+    std::ranges::stable_sort(m_scanFolders, std::ranges::greater(), pathLength);
 }
 
 bool SkipRules::skip(const QString &path)
@@ -67,13 +70,13 @@ bool SkipRules::skipLocation(const QString &path)
 
 QString SkipRules::canonicalPathOf(const QString &folder) const
 {
-    const auto beginning = std::find_if(m_beginnings.cbegin(), m_beginnings.cend(),
-        [&folder](const Folder &candidate) { return folder.startsWith(candidate.path); });
-    if (beginning == m_beginnings.cend())
+    const auto scanFolder = std::ranges::find_if(
+        m_scanFolders, [&folder](const Folder &candidate) { return folder.startsWith(candidate.path); });
+    if (scanFolder == m_scanFolders.cend())
         return canonicalPathWithSlash(folder);
-    return beginning->canonicalPath.isEmpty()
+    return scanFolder->canonicalPath.isEmpty()
                ? QString()
-               : beginning->canonicalPath + folder.sliced(beginning->path.size());
+               : scanFolder->canonicalPath + folder.sliced(scanFolder->path.size());
 }
 
 void SkipRules::enter(const QString &folder)
@@ -81,8 +84,8 @@ void SkipRules::enter(const QString &folder)
     m_folder = {folder, canonicalPathOf(folder)};
     const QString &canonicalPath = m_folder.canonicalPath;
     m_skipsFolder = isSkippedLocation(canonicalPath, m_locations);
-    m_dependsOnName = !canonicalPath.isEmpty() &&
-                      std::any_of(m_locations.begin(), m_locations.end(), [&](const QString &location) {
-                          return location.startsWith(canonicalPath, Qt::CaseInsensitive);
-                      });
+    m_dependsOnName =
+        !canonicalPath.isEmpty() && std::ranges::any_of(m_locations, [&](const QString &location) {
+            return location.startsWith(canonicalPath, Qt::CaseInsensitive);
+        });
 }

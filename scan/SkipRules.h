@@ -6,11 +6,11 @@
 #include <QStringList>
 
 /// The prefixes of the canonical paths that the location rules of \a options skip.
-QStringList skippedLocations(const ScanOptions &options, const QString &desktopFolder);
+[[nodiscard]] QStringList skippedLocations(const ScanOptions &options, const QString &desktopFolder);
 
 /// Whether \a canonicalPath begins with one of \a locations, ignoring case. False for an empty path.
 /// Kept deliberately: a plain prefix test, so the location C:/Windows covers C:/WindowsApps as well.
-bool isSkippedLocation(const QString &canonicalPath, const QStringList &locations);
+[[nodiscard]] bool isSkippedLocation(const QString &canonicalPath, const QStringList &locations);
 
 /// The skip rules of one scan. Not thread-safe.
 ///
@@ -25,7 +25,7 @@ public:
 
     /// Whether the rules skip the regular file at \a path, a path as the walk returned it. Fast if the file
     /// is in the same folder as the previous one.
-    bool skip(const QString &path);
+    [[nodiscard]] bool skip(const QString &path);
 
 private:
     /// Both paths end with a slash. canonicalPath is empty if the folder does not exist.
@@ -35,14 +35,14 @@ private:
         QString canonicalPath;
     };
 
-    bool skipLocation(const QString &path);
+    [[nodiscard]] bool skipLocation(const QString &path);
     void enter(const QString &folder);
     [[nodiscard]] QString canonicalPathOf(const QString &folder) const;
 
     const QStringList m_locations;
     const bool m_skipsHidden;
     /// The scan folders, longest path first: a scan folder may be a link inside another one.
-    QList<Folder> m_beginnings;
+    QList<Folder> m_scanFolders;
 
     /// The folder of the previous file.
     Folder m_folder;

@@ -191,7 +191,7 @@ void tst_concurrentHashing::restoresThePoolSize()
     QThreadPool *const pool = QThreadPool::globalInstance();
     const auto hashOften = [this] {
         for (int i = 0; i < 20; ++i)
-            computeHashesConcurrently(m_paths.first(3));
+            QCOMPARE(computeHashesConcurrently(m_paths.first(3)).size(), 3);
     };
     hashOften();
     runOnPoolThreads(1, hashOften);

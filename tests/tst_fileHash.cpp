@@ -284,7 +284,7 @@ void tst_fileHash::doesNotModifyTheFile()
     writeFile(path(), content);
     setModificationTime(path(), 1000);
     const QDateTime modified = QFileInfo(path()).lastModified();
-    computeFileHash(path(), chunk);
+    QVERIFY(!computeFileHash(path(), chunk).isEmpty());
     QCOMPARE(QFileInfo(path()).lastModified(), modified);
     QFile file(path());
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -18,7 +18,8 @@ bool neverAbandoned()
 SizeClasses pairsOfMissingFiles(qsizetype pairs)
 {
     SizeClasses classes;
-    classes.counts.assign(static_cast<std::size_t>(pairs), 2);
+    for (qsizetype first = 0; first < 2 * pairs; first += 2)
+        classes.classes.push_back({.firstCandidate = first, .count = 2, .smallerFiles = first});
     for (qsizetype i = 0; i < 2 * pairs; ++i)
         classes.candidates.append(QStringLiteral("/missing/%1").arg(i));
     return classes;
@@ -51,18 +52,27 @@ void tst_fingerprintQueue::returnsOneFingerprintPerCandidateInOrder()
     const QTemporaryDir folder;
     SizeClasses classes;
     for (int first = 0; first < files; first += filesOfEachClass) {
-        // Files of a size of their own lie between, which are no candidates.
-        classes.counts.push_back(1);
         const int count = std::min(filesOfEachClass, files - first);
-        classes.counts.push_back(count);
+        classes.classes.push_back({.firstCandidate = first, .count = count, .smallerFiles = first});
         for (int i = first; i < first + count; ++i) {
             classes.candidates.append(folder.filePath(QString::number(i)));
             writeFile(classes.candidates.last(), QByteArray::number(i));
         }
     }
     FingerprintQueue queue(classes, neverAbandoned);
-    for (const QString &path : classes.candidates)
-        QCOMPARE(queue.takeNext(), computeFileHash(path, 4096));
+    QStringList paths;
+    for (const SizeClass &expected : classes.classes) {
+        const std::optional<FingerprintedClass> next = queue.takeNext();
+        QVERIFY(next);
+        QCOMPARE(next->sizeClass.firstCandidate, expected.firstCandidate);
+        QCOMPARE(std::ssize(next->hashes), expected.count);
+        for (const FileHash &hash : next->hashes) {
+            QCOMPARE(hash.hash, computeFileHash(hash.filePath, 4096));
+            paths.append(hash.filePath);
+        }
+    }
+    QVERIFY(!queue.takeNext());
+    QCOMPARE(paths, classes.candidates);
 }
 
 /// One single job would show no progress until all files are read.
@@ -77,8 +87,8 @@ void tst_fingerprintQueue::computesABoundedNumberAhead()
         ++asked;
         return false;
     });
-    for (int taken = 1; taken <= files; ++taken) {
-        QVERIFY(queue.takeNext().isEmpty());
+    for (qsizetype taken = 2; taken <= files; taken += 2) {
+        QVERIFY(queue.takeNext());
         QVERIFY2(asked <= taken + mostAhead, qPrintable(QString::number(asked - taken)));
     }
 }

@@ -85,7 +85,7 @@ void tst_regularFile::reads()
     QVERIFY(file.isOpen());
     QCOMPARE(file.size(), size);
     Buffer buffer = {};
-    const std::optional<qint64> read = atOnce ? file.readAtOnce(position, buffer.data(), wanted)
+    const std::optional<qint64> read = atOnce ? file.readIfCached(position, buffer.data(), wanted)
                                               : file.readAt(position, buffer.data(), wanted);
     if (!read)
         QSKIP("The system does not tell what is in memory");
@@ -106,7 +106,7 @@ void tst_regularFile::returnsNothingForDataThatIsNotCached()
 
     RegularFile file(path);
     Buffer buffer = {};
-    QCOMPARE(file.readAtOnce(0, buffer.data(), wanted), std::nullopt);
+    QCOMPARE(file.readIfCached(0, buffer.data(), wanted), std::nullopt);
     QVERIFY(file.prefetchEnds(wanted));
     QCOMPARE(file.readAt(0, buffer.data(), wanted), wanted);
     QCOMPARE(QByteArray(buffer.data(), wanted), content.first(wanted));

@@ -12,10 +12,10 @@
 
 /// A work queue that several threads take items from and add items to. Thread-safe.
 template <typename Item>
-class WorkStock
+class WorkQueue
 {
 public:
-    explicit WorkStock(std::vector<Item> items = {})
+    explicit WorkQueue(std::vector<Item> items = {})
         : m_items(std::move(items))
         , m_unfinished(m_items.size())
     {
@@ -32,7 +32,7 @@ public:
 
     /// Removes and returns the item that was added last: last in, first out keeps the queue short. Blocks
     /// while the queue is empty but an unfinished item may still add some. Nothing once all are finished.
-    std::optional<Item> take()
+    [[nodiscard]] std::optional<Item> take()
     {
         const QMutexLocker lock(&m_mutex);
         while (m_items.empty() && m_unfinished > 0)
