@@ -24,11 +24,12 @@ void MainWindow::finalizeScanUI()
     ui->labelCurrentFile->setText(tr("Analyzing..."));
     ui->btnStopScan->setEnabled(false);
 
+    QProgressBar *const bar = ui->progressBar;
+    QLabel *const label = ui->labelDuplicatesFoundValue;
     const AnalysisCallbacks callbacks{
-        .progress = [bar = ui->progressBar](
-                        int percent) { queueCall(bar, [bar, percent] { bar->setValue(percent); }); },
+        .progress = [bar](int percent) { queueCall(bar, [bar, percent] { bar->setValue(percent); }); },
         .duplicatesFound =
-            [label = ui->labelDuplicatesFoundValue](qsizetype files) {
+            [label](qsizetype files) {
                 queueCall(label, [label, files] { label->setText(QString::number(files)); });
             },
         .abandoned = tasks.abandoned(),

@@ -9,8 +9,10 @@
 #include <QMutexLocker>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace {
@@ -34,10 +36,8 @@ public:
     void compareBatch(std::size_t number)
     {
         Candidates batch = withoutSets();
-        const auto begin = m_candidates.sets.begin() + static_cast<std::ptrdiff_t>(number * m_batchSize);
-        const auto count = std::min<std::ptrdiff_t>(
-            static_cast<std::ptrdiff_t>(m_batchSize), m_candidates.sets.end() - begin);
-        std::move(begin, begin + count, std::back_inserter(batch.sets));
+        const std::span rest = std::span(m_candidates.sets).subspan(number * m_batchSize);
+        std::ranges::move(rest.first(std::min(m_batchSize, rest.size())), std::back_inserter(batch.sets));
         const std::optional<ContentLabels> labels = compare(batch);
         if (!labels)
             return;

@@ -76,9 +76,9 @@ QList<QStringList> findEqualFiles(const QStringList &paths, const AnalysisCallba
             return table.sortedDuplicates();
         qsizetype file = next->sizeClass.firstCandidate;
         qsizetype processed = next->sizeClass.smallerFiles;
-        for (const FileHash &hash : next->hashes) {
-            if (!hash.hash.isEmpty())
-                table.insert(file, hash.hash);
+        for (const FileHash &record : next->hashes) {
+            if (!record.hash.isEmpty())
+                table.insert(file, record.hash);
             ++file;
             callbacks.progress(progressPercent(++processed, paths.size()));
         }

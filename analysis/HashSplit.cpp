@@ -10,9 +10,9 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <iterator>
 #include <memory>
 #include <numeric>
+#include <span>
 #include <utility>
 
 namespace {
@@ -94,10 +94,8 @@ public:
 private:
     void hashHeads(std::size_t begin, std::size_t end)
     {
-        const auto first = m_candidates.sets.begin();
-        const Candidates some{
-            .sets = {first + static_cast<std::ptrdiff_t>(begin), first + static_cast<std::ptrdiff_t>(end)},
-            .size = m_candidates.size};
+        const std::span sets = std::span(m_candidates.sets).subspan(begin, end - begin);
+        const Candidates some{.sets = {sets.begin(), sets.end()}, .size = m_candidates.size};
         const Heads heads = readHeads(m_run, {&some, 1});
         for (std::size_t i = begin; i < end; ++i) {
             const Head head = heads.heads.front()[i - begin];

@@ -39,12 +39,14 @@ qint32 countFiles(const QStringList &folders, const AbandonCheck &abandoned)
     WorkQueue<QString> queue(std::vector<QString>(folders.cbegin(), folders.cend()));
     std::atomic<qint32> total = 0;
     QSemaphore finished;
-    // Only free threads: the current thread may be one of the pool's, and waiting for others could deadlock.
-    int helpers = 0;
-    while (helpers < QThread::idealThreadCount() - 1 && scanThreads().tryStart([&] {
+    const auto help = [&] {
         total += countFilesOf(queue, abandoned);
         finished.release();
-    }))
+    };
+    // Only free threads: the current thread may be one of the pool's, and waiting for others could deadlock.
+    const int maxHelpers = QThread::idealThreadCount() - 1;
+    int helpers = 0;
+    while (helpers < maxHelpers && scanThreads().tryStart(help))
         ++helpers;
     total += countFilesOf(queue, abandoned);
     finished.acquire(helpers);

@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+#include <memory>
+
 namespace Ui {
 class ScanOptionsDialog;
 }
@@ -29,5 +31,5 @@ public:
 private:
     void fitCaptions();
 
-    Ui::ScanOptionsDialog *ui;
+    const std::unique_ptr<Ui::ScanOptionsDialog> ui;
 };
