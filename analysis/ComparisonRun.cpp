@@ -54,11 +54,6 @@ bool ComparisonRun::isAbandoned() const
     return m_callbacks.abandoned();
 }
 
-int ComparisonRun::threads() const
-{
-    return m_threads;
-}
-
 std::size_t ComparisonRun::openFilesPerTask() const
 {
     return m_openFiles / static_cast<std::size_t>(m_threads);

@@ -23,8 +23,6 @@ public:
     [[nodiscard]] const SurveyedFile &file(quint32 index) const;
     [[nodiscard]] bool isAbandoned() const;
 
-    /// Number of threads that run tasks.
-    [[nodiscard]] int threads() const;
     /// Number of files that a task may keep open at once.
     [[nodiscard]] std::size_t openFilesPerTask() const;
 

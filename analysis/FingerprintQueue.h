@@ -14,7 +14,7 @@
 struct FingerprintedClass
 {
     SizeClass sizeClass;
-    /// One record for each file, in order. Valid until the queue hands out the next class.
+    /// One record for each file, in order. Valid until the next call of takeNext().
     std::span<const FileHash> hashes;
 };
 
