@@ -15,8 +15,8 @@ constexpr std::size_t setsPerTask = 1024;
 /// Whether the next step is to compare the heads in memory.
 bool canCompareHeads(const Candidates &candidates)
 {
-    const bool headIsEqual = candidates.equalBytes > 0 || candidates.equalHash != Candidates::Hash::None;
-    return headBytes(candidates) <= headMemory && (candidates.size <= headSize || !headIsEqual);
+    const bool headsAgree = candidates.equalBytes > 0 || candidates.equalHash != Candidates::Hash::None;
+    return headBytes(candidates) <= headMemory && (candidates.size <= headSize || !headsAgree);
 }
 
 void sortByHead(ComparisonRun &run, std::vector<Candidates> &classes)
