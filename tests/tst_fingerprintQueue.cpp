@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <atomic>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 bool neverAbandoned()
@@ -14,20 +16,20 @@ bool neverAbandoned()
     return false;
 }
 
-/// Size classes of two files each that are not there: they are asked for, but there is nothing to read.
+/// Size classes of two missing files each: the queue handles them without reading.
 SizeClasses pairsOfMissingFiles(qsizetype pairs)
 {
     SizeClasses classes;
     for (qsizetype first = 0; first < 2 * pairs; first += 2)
         classes.classes.push_back({.firstCandidate = first, .count = 2, .smallerFiles = first});
     for (qsizetype i = 0; i < 2 * pairs; ++i)
-        classes.candidates.append(QStringLiteral("/missing/%1").arg(i));
+        classes.candidates.append(u"/missing/%1"_s.arg(i));
     return classes;
 }
 
 } // namespace
 
-/// Fingerprints come in the order of the files, and are computed a bounded number of files ahead.
+/// The queue yields fingerprints in the order of the files and computes a bounded number ahead.
 class tst_fingerprintQueue : public QObject
 {
     Q_OBJECT
@@ -66,30 +68,30 @@ void tst_fingerprintQueue::returnsOneFingerprintPerCandidateInOrder()
         QVERIFY(next);
         QCOMPARE(next->sizeClass.firstCandidate, expected.firstCandidate);
         QCOMPARE(std::ssize(next->hashes), expected.count);
-        for (const FileHash &hash : next->hashes) {
-            QCOMPARE(hash.hash, computeFileHash(hash.filePath, 4096));
-            paths.append(hash.filePath);
+        for (const FileHash &record : next->hashes) {
+            QCOMPARE(record.hash, computeFileHash(record.filePath, 4096));
+            paths.append(record.filePath);
         }
     }
     QVERIFY(!queue.takeNext());
     QCOMPARE(paths, classes.candidates);
 }
 
-/// One single job would show no progress until all files are read.
+/// A single job for all files would report no progress until the end.
 void tst_fingerprintQueue::computesABoundedNumberAhead()
 {
     constexpr qsizetype files = 10'000;
     // 16 jobs of 64 files.
-    constexpr int mostAhead = 1024;
+    constexpr int maxAhead = 1024;
     const SizeClasses classes = pairsOfMissingFiles(files / 2);
-    std::atomic<int> asked = 0;
-    FingerprintQueue queue(classes, [&asked] {
-        ++asked;
+    std::atomic<int> started = 0;
+    FingerprintQueue queue(classes, [&started] {
+        ++started;
         return false;
     });
     for (qsizetype taken = 2; taken <= files; taken += 2) {
         QVERIFY(queue.takeNext());
-        QVERIFY2(asked <= taken + mostAhead, qPrintable(QString::number(asked - taken)));
+        QVERIFY2(started <= taken + maxAhead, qPrintable(QString::number(started - taken)));
     }
 }
 
