@@ -39,7 +39,7 @@ std::function<bool()> BackgroundTasks::abandoned() const
 bool BackgroundTasks::finish(QDeadlineTimer deadline)
 {
     m_state->abandoned = true;
-    // Not std::atomic's own wait(): MinGW's library (GCC 12) can sleep through the wake-up for ever.
+    // Polls, because std::atomic::wait() of MinGW (GCC 12) can miss the notification and never return.
     while (m_state->running > 0 && !deadline.hasExpired())
         QThread::msleep(1);
     return m_state->running == 0;

@@ -6,25 +6,26 @@
 #include <functional>
 #include <memory>
 
-/// Background tasks that hold a pointer to their owner, so that the owner can outlive them.
+/// Background tasks that hold a pointer to their owner, which waits for them before it is destroyed.
 ///
-/// Lives on the owner's thread. All that the tasks see of it is the predicate abandoned().
+/// Used on the owner's thread only. The tasks use nothing of this class but the predicate abandoned().
 class BackgroundTasks
 {
 public:
     BackgroundTasks();
-    /// Asks the running tasks to give up and waits until the last one has returned.
+    /// Calls finish() without a deadline.
     ~BackgroundTasks();
     Q_DISABLE_COPY_MOVE(BackgroundTasks)
 
-    /// Starts \a task by way of the global thread pool, which other tasks may keep busy, and runs it on one
-    /// of scanThreads(): there it may wait as long as it takes.
+    /// Queues \a task on the global thread pool, which moves it to scanThreads(), where it may block. A task
+    /// that has not started when finish() is called never runs.
     void start(std::function<void()> task);
 
-    /// A question a task may ask from any thread, for as long as it runs: whether its owner is going away.
+    /// Predicate for tasks, callable from any thread; true once finish() has been called.
     [[nodiscard]] std::function<bool()> abandoned() const;
 
-    /// Asks the running tasks to give up and waits for them; false if one still runs at the deadline.
+    /// Makes abandoned() true and waits until all tasks have returned. Returns false if one still runs at the
+    /// deadline.
     bool finish(QDeadlineTimer deadline = QDeadlineTimer(QDeadlineTimer::Forever));
 
 private:
@@ -33,7 +34,6 @@ private:
         std::atomic<bool> abandoned{false};
         std::atomic<int> running{0};
     };
-    /// Shared with the tasks: the last of them still touches the counter when the waiting side may already go
-    /// on.
+    /// Shared with the tasks: finish() may return while the last task still accesses the counter.
     std::shared_ptr<State> m_state;
 };

@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr int narrowest = 70; // per cent of the letters' own width; below that they are hard to read
+constexpr int narrowest = 70; // per cent of the normal letter width; narrower letters are hard to read
 constexpr int smallest = 8;   // pixels
 
-/// A combo box is narrower than its own size hint, which leaves room for an icon and a wider arrow.
+/// Compares the items with the edit field: the size hint of a combo box includes an icon and a wider arrow.
 bool itemsFit(const QComboBox &box)
 {
     QStyleOptionComboBox option;
@@ -77,7 +77,7 @@ void fitRow(const QList<QWidget *> &captions)
 {
     const auto rowFits = [&captions] { return std::ranges::all_of(captions, fits); };
     for (QWidget *caption : captions)
-        caption->setFont(QFont()); // the letters of an earlier text
+        caption->setFont(QFont()); // undoes an earlier fit
     for (int stretch = QFont::Unstretched - 1; stretch >= narrowest && !rowFits(); --stretch)
         changeFonts(captions, [stretch](QFont &font) { font.setStretch(stretch); });
     for (int size = QFontInfo(captions.constFirst()->font()).pixelSize() - 1; size >= smallest && !rowFits();
@@ -107,5 +107,5 @@ void fitTitle(QLabel *label)
         height = titleHeight(*label);
     }
     if (height.excess > 0)
-        label->setMargin(-height.excess); // the one way for a text to begin above its label
+        label->setMargin(-height.excess); // only a negative margin starts the text above the label
 }

@@ -6,17 +6,17 @@
 class QLabel;
 class QWidget;
 
-/// Makes the letters of a row of captions narrower, all by the same amount, until each fits its widget; where
-/// that is not enough, smaller.
+/// Shrinks the letters of a row of captions, all alike, until each caption fits its widget: first in width,
+/// to 70 per cent at least, then in size, to 8 pixels at least.
 ///
-/// The forms fix the widgets' sizes, but the font is the platform's. Call it again after a text has changed.
-/// A letter size that a style sheet or rich text names stays.
+/// The forms fix the sizes of the widgets, but the platform chooses the font. Call again after a text has
+/// changed. A font size set by a style sheet or by rich text stays.
 void fitRow(const QList<QWidget *> &captions);
 
-/// The width of letters, in per cent of that of \a font, with which each of \a texts is at most \a width
-/// pixels wide; not less than 70.
+/// Returns the letter width, in per cent of that of \a font, at which each of \a texts is at most \a width
+/// pixels wide; at least 70.
 [[nodiscard]] int stretchToFit(const QStringList &texts, QFont font, int width);
 
-/// Fits the rich text of a label like a row of one caption. If its lines are higher than the label, moves
-/// them up, so that the last one is not cut off: there is room above the letters of the first.
+/// Fits the rich text of \a label like a row of one caption. Moves the text up if it is higher than the
+/// label: the first line has space above its letters, the last line would be cut off.
 void fitTitle(QLabel *label);

@@ -42,18 +42,19 @@ void addOptions(QCommandLineParser &parser)
         parser.addOption(QCommandLineOption(QLatin1StringView(name)));
 }
 
-/// The path in the form in which the folder dialog returns it: absolute, without "." and "..", without a
-/// slash at its end unless it is a root.
+/// Returns the path in the form that the folder dialog returns: absolute, without "." and "..", without a
+/// trailing slash unless it is a root.
 QString dialogPath(const QString &folder)
 {
     const QFileInfo info(folder);
     const QString path = QDir::cleanPath(info.absoluteFilePath());
-    // After a symbolic link, ".." leads to the parent of the link's target, and the cleaned path does not.
+    // ".." after a symbolic link is the parent of the link's target; cleanPath() resolves it to the parent of
+    // the link.
     const QString target = info.canonicalFilePath();
     return QFileInfo(path).canonicalFilePath() == target ? path : target;
 }
 
-/// Keeps a message on one line, whatever the name in it contains.
+/// Replaces control characters, so that a file name cannot break the message into lines.
 QString oneLine(QString text)
 {
     std::ranges::replace_if(
@@ -61,7 +62,7 @@ QString oneLine(QString text)
     return text;
 }
 
-/// What is wrong with a folder that the user names; nothing when it can be listed.
+/// Returns the error message for an argument that is not a folder.
 std::optional<QString> folderError(const QString &folder)
 {
     const QFileInfo info(folder);

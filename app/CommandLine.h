@@ -5,19 +5,19 @@
 
 #include <optional>
 
-/// What the arguments of the program ask for.
+/// The parsed arguments of the program.
 struct CommandLine
 {
-    /// Folders to list instead of the volumes, in the order given. Absolute, written as the folder dialog
-    /// writes them. Empty when the volumes are to be listed.
+    /// Folders to list instead of the volumes, in the order given; empty for the volumes. Absolute paths in
+    /// the form that the folder dialog returns.
     QStringList folders;
-    /// Text for the standard output (--help, --version). The program prints it and ends.
+    /// Text that the program prints to standard output before it exits (--help, --version).
     std::optional<QString> answer;
-    /// What is wrong with the arguments, one line. The program prints it and ends with exit code 2.
+    /// One-line error message. The program prints it to standard error and exits with code 2.
     std::optional<QString> error;
 };
 
-/// Reads \a arguments, the first of which is the program's name. Needs no application object.
+/// Parses \a arguments, the first of which is the program's name. Needs no application object.
 ///
-/// Accepts the options of Qt as well, in any place, and leaves them to QApplication.
+/// Accepts the options of Qt, at any position, and ignores them: QApplication reads them.
 [[nodiscard]] CommandLine parseCommandLine(const QStringList &arguments);

@@ -2,8 +2,9 @@
 
 #include <QLabel>
 
-/// A label for a path that may be too long: shortened in the middle where it is drawn, whole in its tool tip.
-/// text() is always the whole path.
+/// A label that shortens a long path in the middle when it is drawn and shows the whole path in its tool tip.
+///
+/// text() returns the whole path.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

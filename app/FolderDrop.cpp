@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The folder that \a url stands for; empty when there is none.
+/// Returns \a url's folder, or that of its file; empty if neither exists.
 QString folderOf(const QUrl &url)
 {
     if (!url.isLocalFile())
@@ -22,7 +22,7 @@ QString folderOf(const QUrl &url)
     return info.exists() ? info.absolutePath() : QString();
 }
 
-/// Looks no further than the first folder: the answer is needed for each move of the pointer.
+/// Stops at the first folder: this runs for each move of the pointer.
 bool containsFolder(const QMimeData &data)
 {
     return std::ranges::any_of(data.urls(), [](const QUrl &url) { return !folderOf(url).isEmpty(); });
@@ -45,7 +45,7 @@ FolderDrop::FolderDrop(QAbstractItemView *view)
     : QObject(view)
 {
     view->setAcceptDrops(true);
-    // Drag events go to the viewport, and the last filter installed is the first to see them.
+    // The viewport receives the drag events. The filter installed last runs first.
     view->viewport()->installEventFilter(this);
 }
 

@@ -6,24 +6,24 @@
 class QAbstractItemView;
 class QMimeData;
 
-/// The folders that dragged \a data stands for, each once: a folder for itself, a file for the folder that it
-/// is in. Empty for anything that is not in a local file system.
+/// Returns the folders in the dragged \a data, each once; a file counts as the folder that contains it. URLs
+/// outside the local file system are skipped.
 [[nodiscard]] QStringList foldersIn(const QMimeData &data);
 
-/// Accepts folders and files that are dropped on a view, and refuses everything else.
+/// Accepts folders and files dropped on a view and rejects everything else.
 ///
-/// A drop copies: whatever the source proposes, it is never told to remove what was dragged.
+/// Always reports a copy to the drag source: after a move, the source would delete the dragged files.
 class FolderDrop : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The \a view owns this object.
+    /// \a view becomes the parent.
     explicit FolderDrop(QAbstractItemView *view);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
-    /// Folders were dropped; absolute paths, at least one.
+    /// Emitted for each accepted drop. \a folders has at least one entry; all paths are absolute.
     void dropped(const QStringList &folders);
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Names free fonts of the same letter widths for "Segoe UI", the family in the category buttons' style
-/// sheet.
+/// Registers free fonts with the same letter widths as substitutes for "Segoe UI", the font of the category
+/// buttons.
 ///
-/// Qt uses the first of them that is installed. Does nothing where "Segoe UI" is installed.
+/// Qt uses the first substitute that is installed. Does nothing if "Segoe UI" itself is installed.
 void addFontFallback();

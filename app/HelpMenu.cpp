@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The maker's web site. Reserved for examples (RFC 2606) until there is a real one.
+/// Placeholder (RFC 2606) until the project has a web site.
 constexpr QLatin1StringView webSite("https://www.quillory.example/");
 
 void openPage(QLatin1StringView document)

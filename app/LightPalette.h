@@ -2,12 +2,12 @@
 
 #include <QPalette>
 
-/// The program's colours: light, every role in every colour group, independent of the desktop's.
+/// Returns the program's light palette, which sets every role in every colour group.
 [[nodiscard]] QPalette lightPalette();
 
-/// Makes lightPalette() the application's palette and that of the tool tips.
+/// Sets lightPalette() for the application and for tool tips.
 ///
-/// The style sheets name light backgrounds only. With the palette of a dark desktop, texts would be white on
-/// white. The application's palette is the one that reaches message boxes, menus and dialogs: a widget with a
-/// style sheet does not pass its own palette on to its children.
+/// The style sheets set light backgrounds only: the palette of a dark desktop would make texts white on
+/// white. A palette of the window alone would not reach message boxes, menus and dialogs, because a widget
+/// with a style sheet does not pass its palette on to its children.
 void applyLightPalette();

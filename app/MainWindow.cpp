@@ -15,8 +15,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-// Q_INIT_RESOURCE does not work inside a namespace or a member function. Without the reference the linker
-// leaves the pictures of a static library out.
+// Without this reference, the linker drops the pictures from the static library. Q_INIT_RESOURCE does not
+// work inside a namespace or a member function.
 static void initResources()
 {
     Q_INIT_RESOURCE(resources);
@@ -30,8 +30,9 @@ MainWindow::MainWindow(QWidget *parent)
     initResources();
     applyLightPalette();
     addFontFallback();
+    // Kept deliberately: the form has a fourth, empty page, which the user never sees.
     ui->setupUi(this);
-    // Twice: each change of the scroll bar asks for up to two batches.
+    // Kept deliberately: connected twice, so that one movement of the scroll bar can load two batches.
     connectScrollBar();
     connectScrollBar();
 
@@ -43,6 +44,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     installCentralContainer(createTopBar());
     setStyleSheet(StyleSheets::mainWindow);
+    // Kept deliberately: overrides the form's 1035 by 720; the user gets a window of fixed size.
     setFixedHeight(723);
     setFixedWidth(1025);
 
@@ -70,11 +72,10 @@ bool MainWindow::finishTasks(QDeadlineTimer deadline)
     return tasks.finish(deadline);
 }
 
-/// Has the scan page's pictures scaled before they are needed.
+/// Scales the pictures of the scan page before a scan starts.
 ///
-/// A label scales its picture when it is first painted, and Qt spreads the scaling of a large one over the
-/// global thread pool and waits. In the middle of a scan, the window would stand still until the pool has a
-/// thread to spare.
+/// A label scales its picture when it is first painted. Qt scales a large picture on the global thread pool
+/// and waits for it: during a scan, the window would freeze until the pool has a free thread.
 void MainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
@@ -120,8 +121,8 @@ QWidget *MainWindow::createTopBar()
     return topBar;
 }
 
-/// Puts the bar above the pages. The layout takes the pages out of the designer's central widget, which is
-/// then discarded with what is left in it.
+/// Places the bar above the pages. The layout reparents the pages; setCentralWidget() then deletes the form's
+/// empty central widget.
 void MainWindow::installCentralContainer(QWidget *topBar)
 {
     auto *const container = new QWidget;
@@ -141,7 +142,7 @@ void MainWindow::styleResultsTree()
     tree->setStyleSheet(StyleSheets::resultsTree);
     for (QWidget *part : tree->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
         part->setStyleSheet(StyleSheets::treePart);
-    // Rows would be painted over the frame's line, which is as wide as the tree.
+    // The tree covers the border of its frame: without the mask, rows would be painted over it.
     tree->setMask(ui->treeWidgetBg->rect().adjusted(1, 1, -1, -1));
     tree->setFocusPolicy(Qt::NoFocus);
     tree->setHeaderHidden(true);
@@ -159,7 +160,8 @@ void MainWindow::connectResultsPage()
     connectAction(ui->btnSelectAll, [this] { selectAllGroups(); });
     connectAction(ui->btnUnselect, [this] { unselectAll(); });
     connectAction(ui->btnRemoveSelected, [this] { removeSelected(); });
-    // The form has connected it by name already. Going back twice does no harm.
+    // Kept deliberately: the form has connected this button by name, so one click runs the slot twice. The
+    // user sees no difference.
     connect(ui->btnBack, &QPushButton::clicked, this, &MainWindow::on_btnBack_clicked);
 
     const auto connectCategory = [this, connectAction](QPushButton *button, const QString &key) {
@@ -201,7 +203,7 @@ void MainWindow::fitCaptions()
 {
     fitTitle(ui->label);
     fitRow({ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime});
-    // The value of the elapsed time is 4 pixels higher than the labels beside it.
+    // The value label is 4 pixels higher than its neighbours; the margin aligns their texts.
     ui->labelElapsedTimeValue->setContentsMargins(0, 0, 0, 4);
 
     fitCategoryCaptions();
@@ -220,7 +222,7 @@ void MainWindow::showStartPage()
     ui->btnStartScan->setEnabled(true);
 }
 
-/// Tab goes through the controls as the eye does: top bar first, then each page from its top left.
+/// Tab moves through the top bar first, then through each page from top left to bottom right.
 void MainWindow::setFocusOrder()
 {
     QList<QWidget *> order{btnHelp, btnMenu, ui->listScanFolders};

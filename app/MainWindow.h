@@ -26,24 +26,24 @@ namespace Ui {
 class MainWindow;
 }
 
-/// The program's one window: start page, scan page and results page, and all state of a scan and its result.
+/// The program's window: start page, scan page, results page, and the state of a scan and its result.
 ///
-/// Everything runs on the GUI thread. The two pool tasks (collection, analysis) reach the window through
-/// queued calls only and never touch a member. The definitions stand beside what they are about: app/
-/// (places, help), scan/, analysis/ and results/.
+/// GUI thread only. The two background tasks, collection and analysis, never access a member: they report
+/// through queued calls. The functions are defined in the folder of their subject; a comment above each group
+/// names the file.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
-    /// Ends the running tasks early and waits for them; they hold a pointer to the window.
+    /// Ends the background tasks early and waits for them, because they hold a pointer to the window.
     ~MainWindow() override;
 
-    /// Ends the running tasks early and waits for them; false if one still runs at the deadline.
+    /// Ends the background tasks early and waits for them. Returns false if one still runs at the deadline.
     [[nodiscard]] bool finishTasks(QDeadlineTimer deadline);
 
-    /// Makes \a folders the whole list of places to scan, each as if added with Add. Takes absolute paths.
+    /// Replaces the list of folders to scan. Takes absolute paths.
     void setScanFolders(const QStringList &folders);
 
 protected:
@@ -59,7 +59,7 @@ private slots:
     void refreshCurrentBatchUI();
 
 private:
-    // MainWindow.cpp
+    // app/MainWindow.cpp
     void showStartPage();
     void connectScrollBar();
     QWidget *createTopBar();
@@ -70,7 +70,7 @@ private:
     void fitCaptions();
     void setFocusOrder();
 
-    // ScanFolderList.cpp
+    // app/ScanFolderList.cpp: the folders to scan
     void populateScanFolders();
     void listVolumes(const QList<Volume> &volumes);
     void addVolumeRow(const Volume &volume);
@@ -82,11 +82,11 @@ private:
     [[nodiscard]] QWidget *folderRowButton(int row) const;
     [[nodiscard]] QStringList scanFolders() const;
 
-    // HelpMenu.cpp
+    // app/HelpMenu.cpp: help button and menu
     void createHelpMenu();
     void connectHelpButton();
 
-    // ScanRun.cpp
+    // scan/ScanRun.cpp: start, progress and Stop of a scan
     void startScan();
     void startScanningWithOptions();
     void resetScan();
@@ -97,14 +97,14 @@ private:
     void startStatusDots();
     void showElapsedTime();
 
-    // AnalysisRun.cpp
+    // analysis/AnalysisRun.cpp: analysis of the collected files and delivery of its groups
     void finalizeScanUI();
     void deliverBetweenLoads(QList<DuplicateGroup> delivered);
     void deliverGroups(QList<DuplicateGroup> delivered);
     void showFirstRows();
     void forgetShownResults();
 
-    // ResultsTree.cpp
+    // results/ResultsTree.cpp: the rows of one category, loaded in batches
     void loadCategory(const QString &type);
     void removeRows();
     void showFirstBatch();
@@ -117,63 +117,90 @@ private:
     void saveCheckStates();
     void setResultActionsEnabled(bool enabled);
 
-    // GroupRow.cpp
+    // results/GroupRow.cpp: the rows of one group
     QTreeWidgetItem *createGroupItem(const QString &fileName, const QList<QString> &files, qint64 size,
         const QDateTime &modified, bool hasMarkedFiles, const QSet<QString> &markedFiles);
     QTreeWidgetItem *createGroupItem(const DuplicateGroup &group);
 
-    // RowMenu.cpp
+    // results/RowMenu.cpp: context menu of the rows
     void connectRowMenu();
 
-    // LoadingPanel.cpp
+    // results/LoadingPanel.cpp: the panel shown while a category loads
     void showLoadingOverlay();
     void hideLoadingOverlay();
     void createLoadingPanel();
     void startLoadingDots();
 
-    // CategoryFilter.cpp
+    // results/CategoryFilter.cpp: the category buttons
     void fitCategoryCaptions();
     void showCategory(const QString &key, QPushButton *button);
     void setCategoryButtonsEnabled(bool enabled);
     [[nodiscard]] QList<QPushButton *> categoryButtons() const;
 
-    // SelectionAndDeletion.cpp
+    // results/SelectionAndDeletion.cpp: Select All, Unselect and Delete
     void selectAllGroups();
     void unselectAll();
     void removeSelected();
     void showNote(const QString &title, const QString &text);
 
+    // Names, types and order of the members up to scanTimer are fixed; new members follow them.
+
+    /// The result of the last analysis.
     QList<DuplicateGroup> groups;
+    /// Pointers into groups, by category key; the key "all" has every group.
     QMap<QString, QList<DuplicateGroup *>> groupsByCategory;
+    /// Groups that the first batch and each later batch of a category add to the tree.
     qint32 firstBatchSize = 20;
     qint32 nextBatchSize = 20;
+    /// The tree has a row for each group of the current category.
     bool allBatchesLoaded = false;
+    /// Key of the category in the tree.
     QString currentCategory;
+    /// Groups of the current category that have a row. Row i shows group i of the category.
     qint32 loadedGroupCount = 0;
+    /// The loading panel has been shown once; never reset.
     bool loadingOverlayActive = false;
+    /// Guards loadNextBatch() against recursion.
     bool batchLoading = false;
+    // Kept deliberately: set and cleared, never read; the user sees no difference.
     bool allSelected = false;
+    /// Owned.
     Ui::MainWindow *ui;
+    /// The loading panel; null while it is closed.
     QWidget *loadingOverlay = nullptr;
     QLabel *loadingLabel = nullptr;
     QTimer *loadingTimer = nullptr;
+    // Kept deliberately: two spaces after the comma; the user sees them.
     QString loadingText = tr("Loading duplicate files,  wait...");
+    /// Dots after loadingText, 0 to 3.
     qint32 loadingDotIndex = 0;
     QPushButton *btnHelp = nullptr;
     QToolButton *btnMenu = nullptr;
+    /// Pointers to all groups.
     QList<DuplicateGroup *> allGroups;
+    /// The settings of the next scan.
     ScanOptions scanOptions;
+    // Kept deliberately: set, never read; the user sees no difference.
     bool scanOptionsSet = false;
+    /// Time since the start of the scan.
     QElapsedTimer elapsedTimer;
+    /// Updates elapsed time and counts; null before the first scan and after Stop.
     QTimer *progressTimer = nullptr;
+    /// Animates the dots of the status text; null unless files are being collected.
     QTimer *statusDotsTimer = nullptr;
     QString scanStatusText;
+    /// Dots after scanStatusText, 0 to 3.
     qint32 statusDotCount = 0;
+    // Kept deliberately: never counts; within 500 ms of each report, the user sees 0 duplicates again.
     qint32 duplicatesFound = 0;
+    /// Paths that the last collection has delivered.
     QStringList collectedFiles;
+    // Kept deliberately: set and cleared, never read; a stopped scan still shows its results to the user.
     bool stopRequested = false;
+    // Kept deliberately: never created; the user sees no difference.
     QTimer *scanTimer = nullptr;
 
+    /// Child of the results tree.
     ThumbnailQueue *thumbnails = nullptr;
     LoadQueue loadQueue;
     BackgroundTasks tasks;

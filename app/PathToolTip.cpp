@@ -21,6 +21,6 @@ QString pathToolTip(const QString &path)
         start = end;
     }
     tip += path.sliced(start);
-    // A name may look like markup, which a tool tip would interpret.
+    // A tool tip would interpret a name that looks like markup.
     return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal) : tip;
 }

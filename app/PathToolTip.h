@@ -2,5 +2,5 @@
 
 #include <QString>
 
-/// The whole of \a path as plain text for a tool tip; a long path is broken into lines behind its separators.
+/// Returns the whole \a path as text for a tool tip. Breaks a long path into lines after its separators.
 [[nodiscard]] QString pathToolTip(const QString &path);

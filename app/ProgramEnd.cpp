@@ -9,8 +9,8 @@ using std::chrono_literals::operator""s;
 
 namespace {
 
-/// Tasks end within milliseconds unless the system holds them. A longer limit would keep the closed program
-/// and its volumes in use; a shorter one would end more programs whose disk is only slow.
+/// Tasks end within milliseconds unless a system call blocks. A longer limit keeps the closed program's
+/// volumes busy; a shorter limit ends the process while a slow disk still responds.
 constexpr auto taskTimeLimit = 2s;
 
 } // namespace

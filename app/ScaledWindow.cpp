@@ -13,9 +13,9 @@ ScaledWindow::ScaledWindow(QWidget &window, double factor)
     : m_window(window)
     , m_proxy(m_scene.addWidget(&window))
 {
-    // Concerns the windows that it opens: without the flag, Qt would show them inside this one.
+    // Without the flag, Qt would show the dialogs of the window inside the scene.
     window.overrideWindowFlags(window.windowFlags() | Qt::BypassGraphicsProxyWidget);
-    m_proxy->setFlag(QGraphicsItem::ItemUsesExtendedStyleOption); // paints no more than what is exposed
+    m_proxy->setFlag(QGraphicsItem::ItemUsesExtendedStyleOption); // limits painting to the exposed part
     setScene(&m_scene);
     setSceneRect(window.rect());
     setFrameShape(QFrame::NoFrame);
@@ -31,7 +31,7 @@ ScaledWindow::ScaledWindow(QWidget &window, double factor)
 
 ScaledWindow::~ScaledWindow()
 {
-    m_proxy->setWidget(nullptr); // which the proxy would delete
+    m_proxy->setWidget(nullptr); // the proxy would delete the window
 }
 
 bool ScaledWindow::eventFilter(QObject *object, QEvent *event)
@@ -45,11 +45,11 @@ bool ScaledWindow::eventFilter(QObject *object, QEvent *event)
     return QGraphicsView::eventFilter(object, event);
 }
 
-/// Paints band by band. Qt spreads the scaling of a higher picture over the global thread pool and waits; a
-/// scan may keep every thread of the pool busy.
+/// Paints in bands. Qt scales a higher picture on the global thread pool and waits, but a scan may keep every
+/// thread of the pool busy.
 void ScaledWindow::paintEvent(QPaintEvent *event)
 {
-    // Qt uses the pool from 96 lines of the screen on; the device pixel ratio may be 3.
+    // Qt uses the pool from 96 device pixels on; the device pixel ratio may be 3.
     constexpr int bandHeight = 30;
     const QRect exposed = event->rect();
     for (int top = exposed.top(); top <= exposed.bottom(); top += bandHeight) {

@@ -7,21 +7,21 @@
 
 class QGraphicsProxyWidget;
 
-/// Shows a window of fixed size smaller than it is, for a screen without enough room for it.
+/// Shows a window of fixed size scaled down, for a screen that is too small for it.
 ///
-/// Has the window's title and icon. Menus and dialogs of the window stay windows of their own, in their own
-/// size. QT_SCALE_FACTOR cannot do this: QPainter takes a device pixel ratio below 1 for 1.
+/// Has the title and icon of the window. Menus and dialogs of the window remain separate windows of normal
+/// size. QT_SCALE_FACTOR cannot do this: QPainter treats a device pixel ratio below 1 as 1.
 class ScaledWindow : public QGraphicsView
 {
     Q_OBJECT
 
 public:
-    /// \a factor is at most 1. Does not own \a window, which has to live longer.
+    /// \a factor is at most 1. Does not own \a window, which must outlive this object.
     ScaledWindow(QWidget &window, double factor);
     ~ScaledWindow() override;
     Q_DISABLE_COPY_MOVE(ScaledWindow)
 
-    /// Places the dialogs of the window over the middle of this one and keeps them in front of it.
+    /// Centres the dialogs of the window over this one and keeps them in front of it.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 protected:
@@ -33,6 +33,6 @@ private:
     QGraphicsProxyWidget *m_proxy;
 };
 
-/// Shows \a window as it is if it fits on the primary screen; otherwise returns a smaller window that shows
-/// it.
+/// Shows \a window. If it does not fit on the primary screen, shows it scaled down and returns the window
+/// that does so; null otherwise.
 [[nodiscard]] std::unique_ptr<ScaledWindow> showOnPrimaryScreen(QWidget &window);

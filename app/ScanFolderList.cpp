@@ -10,7 +10,7 @@
 #include <QFileIconProvider>
 #include <QHBoxLayout>
 
-// A row's path is the text of its first label. The list is the only store of the folders to scan.
+// The list is the only storage of the folders to scan. A row's path is the text of its first label.
 
 namespace {
 
@@ -27,7 +27,7 @@ void MainWindow::populateScanFolders()
     listVolumes(mountedVolumes());
 }
 
-/// Replaces the list by a row for each of \a volumes that has a medium.
+/// Replaces the list with a row for each volume that isListed().
 void MainWindow::listVolumes(const QList<Volume> &volumes)
 {
     ui->listScanFolders->setSpacing(6);
@@ -43,7 +43,8 @@ void MainWindow::listVolumes(const QList<Volume> &volumes)
 void MainWindow::addVolumeRow(const Volume &volume)
 {
     auto *const row = new QWidget(this);
-    // The scan reads the row's first label. It is hidden because the label with the name shows the same text.
+    // Kept deliberately: the scan reads the row's first label, so it needs the path before the icon's label.
+    // Hidden, because the user sees the same text in the name label.
     auto *const pathHolder = new QLabel(volume.rootPath, row);
     pathHolder->setTextFormat(Qt::PlainText);
     pathHolder->move(16, 14);
@@ -54,7 +55,7 @@ void MainWindow::addVolumeRow(const Volume &volume)
     layout->setSpacing(10);
     auto *const icon = new QLabel(row);
     icon->setPixmap(QFileIconProvider().icon(QFileInfo(volume.rootPath)).pixmap(24, 24));
-    // The desktop may have the icon in a smaller size only.
+    // The desktop theme may have a smaller icon only.
     icon->setFixedSize(24, 24);
     icon->setAlignment(Qt::AlignCenter);
     layout->addWidget(icon);
@@ -79,6 +80,7 @@ void MainWindow::addVolumeRow(const Volume &volume)
     appendFolderRow(row, 45, volume.rootPath, deleteButton);
 }
 
+/// Kept deliberately: a folder that is already listed gets a second row, and the user's scan walks it twice.
 void MainWindow::addFolder()
 {
     const QString path =
@@ -87,7 +89,7 @@ void MainWindow::addFolder()
         addFolderRow(path);
 }
 
-/// Appends a row for a folder that the user has chosen.
+/// Appends the row of a folder that the user has added.
 void MainWindow::addFolderRow(const QString &path)
 {
     auto *const row = new QWidget(this);
@@ -102,6 +104,7 @@ void MainWindow::addFolderRow(const QString &path)
     deleteButton->setFixedSize(24, 24);
     layout->addWidget(deleteButton);
 
+    // Kept deliberately: 3 pixels higher than the row of a volume, which the user sees.
     appendFolderRow(row, 48, path, deleteButton);
 }
 
@@ -117,10 +120,10 @@ void MainWindow::acceptDroppedFolders()
     connect(new FolderDrop(ui->listScanFolders), &FolderDrop::dropped, this, &MainWindow::addDroppedFolders);
 }
 
-/// Adds the folders that are not listed yet, under their own path or that of a link to them.
+/// Adds the folders that are not listed yet, neither by their own path nor by the path that their links
+/// resolve to.
 ///
-/// The listed folders themselves are not looked up: a network volume that no longer answers would block the
-/// window.
+/// Does not access the listed folders: a network volume that does not respond would block the window.
 void MainWindow::addDroppedFolders(const QStringList &dropped)
 {
     for (const QString &folder : dropped) {
@@ -131,7 +134,7 @@ void MainWindow::addDroppedFolders(const QStringList &dropped)
     }
 }
 
-/// Appends a built row, \a height pixels high, whose button takes it out of the list again.
+/// Appends \a row, \a height pixels high. Its \a deleteButton removes it from the list.
 void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, QPushButton *deleteButton)
 {
     auto *const item = new QListWidgetItem;
@@ -143,14 +146,14 @@ void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, 
     deleteButton->setAccessibleName(tr("Remove %1 from the list").arg(path));
     deleteButton->setAccessibleDescription(
         tr("Takes the place out of the list; nothing on the disk is deleted"));
-    // Once only: the button outlives its item until control returns to the event loop.
+    // Single shot: the button outlives its item until control returns to the event loop.
     connect(
         deleteButton, &QPushButton::clicked, this,
         [this, item] { delete ui->listScanFolders->takeItem(ui->listScanFolders->row(item)); },
         Qt::SingleShotConnection);
 }
 
-/// The delete button of a row of the list; null when there is no such row.
+/// Returns the delete button of row \a row of the list; null if there is no such row.
 QWidget *MainWindow::folderRowButton(int row) const
 {
     const QWidget *const widget = ui->listScanFolders->itemWidget(ui->listScanFolders->item(row));

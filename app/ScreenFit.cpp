@@ -7,9 +7,9 @@
 
 namespace {
 
-/// Title bar and borders of the widest usual frame. The true ones are known only once the window is shown.
+/// Borders and title bar of the largest common frame. The actual frame is unknown before the window is shown.
 constexpr QSize frameSize(16, 40);
-constexpr double smallestFactor = 0.25; // keeps a screen without room from making the program vanish
+constexpr double smallestFactor = 0.25; // the window stays visible on a tiny screen
 
 } // namespace
 

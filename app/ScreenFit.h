@@ -2,12 +2,12 @@
 
 #include <QSize>
 
-/// How much smaller a window has to become to fit on a screen together with its frame: more than 0, at
-/// most 1.
+/// Returns the factor, from 0.25 to 1, that scales \a window to fit into \a available together with its
+/// \a frame.
 ///
-/// \a available is the room that task bars leave; \a window shrinks with the factor, \a frame, which the
-/// desktop draws around it, does not. All three in device-independent pixels of the screen.
+/// \a available is the screen without its task bars. \a frame is drawn by the desktop and is not scaled. All
+/// sizes are in device-independent pixels.
 [[nodiscard]] double screenFitFactor(const QSize &available, const QSize &window, const QSize &frame);
 
-/// The factor for a window of size \a window on the primary screen. 1 where the user has set QT_SCALE_FACTOR.
+/// Returns the factor for a window of size \a window on the primary screen; 1 if QT_SCALE_FACTOR is set.
 [[nodiscard]] double primaryScreenFitFactor(const QSize &window);

@@ -4,7 +4,7 @@ namespace StyleSheets {
 
 constexpr QLatin1StringView centralContainer("background-color: #fff;");
 
-// No radio button exists yet; the rules stand ready for one.
+// Kept deliberately: the window has no QRadioButton; the rules would style the first one added.
 constexpr QLatin1StringView mainWindow(R"(
 QPushButton#btnHelp, QToolButton#btnMenu {
     border: none;
@@ -47,7 +47,7 @@ QRadioButton::indicator:hover {
 
 constexpr QLatin1StringView treeFrame("QWidget {  border: 1px solid #dde6ee;  background: #fff;}");
 
-// A selected row looks like any other: only ticks mean something here.
+// A selected row looks like any other: only check boxes have a meaning here.
 constexpr QLatin1StringView resultsTree(R"(
 QTreeWidget {
     font-size: 12px;
@@ -81,7 +81,8 @@ QTreeWidget::branch:selected {
 }
 )");
 
-// Qt ignores "transition" with a note in the debug log; it is kept for the day it does not.
+// Kept deliberately: Qt ignores "transition", here and below, and writes a warning to the debug log. A Qt
+// that supports it would fade the colours for the user.
 constexpr QLatin1StringView categoryButton(R"(
 QPushButton {
     background: transparent;
@@ -108,8 +109,8 @@ QPushButton:hover {
 }
 )");
 
-// The stray quote and the slashed comments make Qt drop the rule for the selected row: rows keep their own
-// look when clicked. Tidying them up would bring the rule into force.
+// Kept deliberately: the stray quote and the "//" comments make Qt drop the rule for the selected row.
+// Without them, the user would see a clicked row change its colours.
 constexpr QLatin1StringView scanFolderList(R"(
 QListWidget {
     background: #f3f3f3;
@@ -158,7 +159,7 @@ QProgressBar::chunk {
 }
 )");
 
-// The frames' and the container's rules reach the scroll bars too and would leave them half drawn.
+// Overrides the rules of the frame and the container, which would apply to parts of the scroll bars.
 constexpr QLatin1StringView scrollBar(R"(
 QScrollBar {
     background: transparent;
@@ -195,8 +196,8 @@ QScrollBar::add-page, QScrollBar::sub-page {
 }
 )");
 
-// The frame's rule reaches the parts of the tree too. Named, because tool tips inherit the sheet of the
-// viewport.
+// Overrides the frame's rule, which applies to all children. Selects by name, because tool tips inherit the
+// style sheet of the viewport.
 constexpr QLatin1StringView treePart(R"(
 #qt_scrollarea_viewport, #qt_scrollarea_hcontainer, #qt_scrollarea_vcontainer {
     border: none;

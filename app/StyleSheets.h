@@ -4,7 +4,7 @@
 #include <QSize>
 #include <QString>
 
-/// Every style sheet of the main window.
+/// The style sheets of the main window.
 namespace StyleSheets {
 
 extern const QLatin1StringView centralContainer;
@@ -23,10 +23,10 @@ extern const QLatin1StringView borderless;
 extern const QLatin1StringView loadingPanel;
 extern const QLatin1StringView loadingLabel;
 
-/// A white button with a blue outline; \a radius in pixels.
+/// Style sheet of a white button with a blue outline; \a radius in pixels.
 QString outlineButton(int radius);
 
-/// A button filled with the blue gradient; \a minimum size and \a radius in pixels.
+/// Style sheet of a button with a blue gradient; \a minimum size and \a radius in pixels.
 QString gradientButton(const QSize &minimum, int radius);
 
 } // namespace StyleSheets

@@ -2,8 +2,8 @@
 
 class QTimer;
 
-/// Stops \a timer, deletes it and sets it to null; nothing when it is null already.
+/// Stops and deletes \a timer and sets it to null. Does nothing if it is null.
 void discardTimer(QTimer *&timer);
 
-/// The same, but the timer itself goes only when control returns to the event loop.
+/// Like discardTimer(), but deletes the timer when control returns to the event loop.
 void discardTimerLater(QTimer *&timer);

@@ -5,7 +5,7 @@
 
 class QStorageInfo;
 
-/// What the folder list shows of a volume.
+/// A mounted volume, as far as the folder list shows it.
 struct Volume
 {
     QString rootPath;
@@ -18,8 +18,8 @@ struct Volume
 
 [[nodiscard]] Volume volumeOf(const QStorageInfo &storage);
 
-/// All volumes that the system has mounted, in its order.
+/// Returns all mounted volumes in the order of QStorageInfo::mountedVolumes().
 [[nodiscard]] QList<Volume> mountedVolumes();
 
-/// Whether the folder list has a row for \a volume.
+/// Returns true if \a volume gets a row in the folder list: it is ready and has a root path.
 [[nodiscard]] bool isListed(const Volume &volume);

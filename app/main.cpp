@@ -11,10 +11,11 @@ namespace {
 
 constexpr int wrongUsage = 2;
 
-/// Reads the arguments while no platform plugin is loaded: help, version and errors need no display.
+/// Reads the arguments before a platform plugin is loaded: help, version and errors need no display.
 CommandLine readCommandLine(int argc, char **argv)
 {
-    // Qt asks Windows for the arguments: argv has lost what is not in the ANSI code page.
+    // On Windows, argv lacks the characters outside the ANSI code page; Qt reads the arguments from the
+    // system.
     const QCoreApplication application(argc, argv);
     return parseCommandLine(QCoreApplication::arguments());
 }

@@ -10,7 +10,7 @@
 void setShownAsSelected(QPushButton *button, bool shown)
 {
     button->setProperty("selected", shown);
-    // A style sheet looks at a property only while it polishes the widget.
+    // A style sheet reads a property only when it polishes the widget.
     button->style()->unpolish(button);
     button->style()->polish(button);
 }
@@ -21,7 +21,7 @@ QList<QPushButton *> MainWindow::categoryButtons() const
         ui->btnOthers};
 }
 
-/// Gives all category buttons letters of the same width, with which none reaches the next button.
+/// Gives all category buttons the same letter width, at which each caption fits its button.
 void MainWindow::fitCategoryCaptions()
 {
     constexpr int place = 75; // between a button's paddings, in pixels
@@ -29,7 +29,7 @@ void MainWindow::fitCategoryCaptions()
     for (const QPushButton *button : categoryButtons())
         captions.append(button->text());
     ui->btnAll->ensurePolished();
-    const QFont boldest = ui->btnAll->font(); // All is the selected button
+    const QFont boldest = ui->btnAll->font(); // the selected button's
     const int stretch = stretchToFit(captions, boldest, place);
     for (QPushButton *button : categoryButtons()) {
         QFont font = button->font();
@@ -44,10 +44,12 @@ void MainWindow::setCategoryButtonsEnabled(bool enabled)
         button->setEnabled(enabled);
 }
 
+/// Kept deliberately: only a click changes the selected button. A new scan shows the user all groups while
+/// another button may still look selected.
 void MainWindow::showCategory(const QString &key, QPushButton *button)
 {
     onCategoryClicked(key);
-    // After the load: the buttons change their look when the tree holds the new rows.
+    // Kept deliberately: after the load, so that the user sees the button change together with the rows.
     for (QPushButton *each : categoryButtons())
         setShownAsSelected(each, false);
     setShownAsSelected(button, true);

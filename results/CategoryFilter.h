@@ -2,5 +2,5 @@
 
 class QPushButton;
 
-/// Draws a category button as the selected one, or as any other.
+/// Makes the style sheet draw a category button as selected or not.
 void setShownAsSelected(QPushButton *button, bool shown);

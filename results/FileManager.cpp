@@ -32,12 +32,12 @@ void selectInFileManager(const QString &path)
 {
     QProcess explorer;
     explorer.setProgram(QDir(qEnvironmentVariable("WINDIR", u"C:/Windows"_s)).filePath(u"explorer.exe"_s));
-    // Explorer splits at commas, and wants the quotes around the path alone.
+    // Explorer splits its argument at commas and expects quotes around the path only.
     explorer.setNativeArguments(u"/select,\"%1\""_s.arg(QDir::toNativeSeparators(path)));
     explorer.startDetached();
 }
 #elif defined(QUILLORY_HAS_DBUS)
-/// Asks the file manager through the interface that desktops agree on; opens the folder when none answers.
+/// Calls the file manager through its standard D-Bus interface; opens the folder if none responds.
 void selectInFileManager(const QString &path)
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();

@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// Opens the file with the program that the desktop has for its type. Nothing is reported if that fails.
+/// Opens the file with the desktop's default program for its type. Does not report failure.
 void openFile(const QString &path);
 
-/// Shows the folder of the file in the desktop's file manager, with the file selected where the file manager
-/// can be asked to.
+/// Opens the folder of the file in the desktop's file manager and selects the file if the file manager
+/// supports that.
 ///
-/// Returns at once. GUI thread only.
+/// Returns immediately. Does not report failure. GUI thread only.
 void showInFolder(const QString &path);

@@ -39,7 +39,7 @@ DeletionResult deleteMarkedFiles(QList<DuplicateGroup> &groups)
         total.failed += result.failed;
         dropMarkedFiles(*group);
     }
-    // In one pass at the end: taking groups out one by one would move the rest of the list each time.
+    // One pass at the end: removing groups one by one would move the rest of the list each time.
     groups.removeIf([](const DuplicateGroup &group) { return group.files.size() < 2; });
     return total;
 }

@@ -4,17 +4,19 @@
 
 #include <QList>
 
-/// How many files a deletion removed and how many it could not remove.
+/// Numbers of files that a deletion removed and failed to remove.
 struct DeletionResult
 {
     int deleted = 0;
     int failed = 0;
 };
 
-/// Whether any of \a groups has a file marked for deletion.
+/// Returns true if any of \a groups has a marked file.
 bool hasMarkedFiles(const QList<DuplicateGroup> &groups);
 
-/// Deletes the marked files of \a groups from the disk for good and takes them out of their groups, whether
-/// the deletion of a file succeeded or not. Groups left with fewer than two files are taken out of the list;
-/// the others keep their order and lose their marks. Goes through the groups from last to first.
+/// Deletes the marked files of \a groups permanently, from the last group to the first, and removes them from
+/// their groups. Removes groups with fewer than two remaining files; the others keep their order.
+///
+/// Kept deliberately: a file that could not be deleted leaves its group as well. The user sees it again only
+/// after another scan.
 DeletionResult deleteMarkedFiles(QList<DuplicateGroup> &groups);

@@ -6,11 +6,11 @@
 
 namespace {
 
-/// Finds groups by their files. A hash replaces the comparison of every group with every other.
+/// Finds groups by their files. The hash avoids comparing every group with every other.
 class GroupsByFiles
 {
 public:
-    /// Indexes those of \a groups whose first file is also the first file of one of \a wanted.
+    /// Indexes the groups whose first file is the first file of a group of \a wanted.
     GroupsByFiles(QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &wanted)
     {
         QSet<QString> firstFiles;

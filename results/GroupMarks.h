@@ -6,11 +6,13 @@
 #include <QSet>
 #include <QString>
 
-/// Saves the checked rows of one category as marks of its groups.
+/// Saves the checked files of one category as marks of its groups.
 ///
-/// \a shown are the groups of the category, pointers into \a groups. \a checked holds the checked paths of
-/// each group row that is loaded; row i shows shown[i]. Kept deliberately: groups beyond the last row lose
-/// their marks, so that a Delete leaves their unseen files alone; their hasMarkedFiles keeps its value.
-/// Groups with the same files in the same order share their marks: the last row among them decides.
+/// \a shown lists the groups of the category, pointers into \a groups. \a checked lists the checked paths of
+/// each loaded group row; row i shows shown[i]. Groups with the same files in the same order get the same
+/// marks, those of the last row among them.
+///
+/// Kept deliberately: groups without a row lose their marks but not their hasMarkedFiles. Delete then leaves
+/// files that the user has not seen.
 void saveMarks(
     QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked);

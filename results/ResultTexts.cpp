@@ -29,7 +29,7 @@ QString ResultTexts::fileSize(qint64 bytes)
 
 QString ResultTexts::groupTitle(const QString &fileName, qint64 size, qsizetype files)
 {
-    // One call for all three: a file may be named "%1".
+    // One arg() call for all three values: the file name may contain "%1".
     return tr("%1    %2, %3 file(s)").arg(fileName, groupSize(size), QString::number(files));
 }
 

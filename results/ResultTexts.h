@@ -12,17 +12,21 @@ class ResultTexts
     Q_DECLARE_TR_FUNCTIONS(ResultTexts)
 
 public:
-    /// \a bytes in B below 1 KiB, in KB below 1 MiB, in MB for everything larger; KB and MB with two
-    /// decimals, in units of 1024.
+    /// Returns \a bytes in B below 1 KiB, in KB below 1 MiB, otherwise in MB. KB and MB are powers of 1024
+    /// and have two decimals.
+    ///
+    /// Kept deliberately: MB is the largest unit; the user reads 5 GiB as 5120.00 MB.
     static QString groupSize(qint64 bytes);
 
-    /// \a bytes in whole KB of 1024 bytes, cut off: 1023 bytes are 0 KB.
+    /// Returns \a bytes in KB of 1024 bytes.
+    ///
+    /// Kept deliberately: rounds down, so that 1023 bytes are 0 KB for the user.
     static QString fileSize(qint64 bytes);
 
-    /// Title of a group's row. \a files counts the files that are gone from the disk as well.
+    /// Returns the title of a group's row. \a files includes files that no longer exist.
     static QString groupTitle(const QString &fileName, qint64 size, qsizetype files);
 
-    /// The totals of a list of groups: groups, files (kept copies included) and their size in GB of 2^30
-    /// bytes.
+    /// Returns the number of groups, the number of their files, kept files included, and the size of these
+    /// files in GB of 2^30 bytes.
     static QString totals(const QList<DuplicateGroup *> &groups);
 };

@@ -12,10 +12,11 @@
 
 namespace {
 
-/// Rows before and after a row that its text is compared with. A group may have 100,000 rows.
+/// Rows before and after a row whose texts are compared with it: more of them distinguish more copies, but a
+/// group may have 100,000 rows.
 constexpr int comparedRows = 100;
 
-/// Width of the place that the style has for a row's text, in pixels.
+/// Returns the width that the style leaves for a row's text, in pixels.
 int textWidth(const QStyleOptionViewItem &option)
 {
     const QStyle *const style = option.widget->style();
@@ -32,7 +33,7 @@ QStringList neighbours(const QModelIndex &index)
     return texts;
 }
 
-/// The text of a row as it is drawn; \a option is initialised for the row.
+/// Returns the text of a row as it is drawn. \a option must be initialized for the row.
 QString shortened(const QStyleOptionViewItem &option, const QModelIndex &index)
 {
     const int width = textWidth(option);
@@ -81,9 +82,9 @@ bool ResultsDelegate::helpEvent(
 void ResultsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    // A selected row looks like any other. The style sheet's rule for it would also change the check boxes.
+    // A selected row looks like any other. The style sheet's rule for selected rows changes the check boxes.
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
     option->palette.setColor(QPalette::Base, Qt::white);
-    // Styles draw the outline in a darker shade of this.
+    // Styles draw the outline of check boxes in a darker shade of this colour.
     option->palette.setColor(QPalette::Window, QColor(0xc9, 0xdc, 0xf0));
 }

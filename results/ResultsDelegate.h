@@ -2,12 +2,12 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws what the style sheet of the results tree gets wrong.
+/// Draws the rows of the results tree where its style sheet is not enough.
 ///
-/// - Long texts are shortened so that copies of a file differ visibly; a tool tip shows the whole text.
-/// - The tree's background is transparent: styles that take a check box's colours from its view would paint
-///   it black and without an outline.
-/// - The style sheet has one text colour for all rows, but the row "No duplicate files" has its own.
+/// - Shortens long texts so that the paths of copies differ visibly; a tool tip shows the whole text.
+/// - Sets the colours of check boxes: styles that take them from the tree's transparent background would
+///   paint the boxes black and without an outline.
+/// - Draws the row "No duplicate files" in its own colour; the style sheet has one for all rows.
 class ResultsDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

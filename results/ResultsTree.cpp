@@ -15,6 +15,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
+// Kept deliberately: set on each row of a batch, read by no one; the user sees no difference.
 constexpr int categoryRole = Qt::UserRole + 1;
 
 QSet<QString> checkedFiles(const QTreeWidgetItem *groupRow)
@@ -46,6 +47,8 @@ void MainWindow::loadCategory(const QString &type)
     hideLoadingOverlay();
     clearTree();
 
+    // Kept deliberately: this and the following status texts are on the scan page, where the user does not
+    // see them.
     ui->labelScanStatus->setText(tr("Loading duplicate files, please wait..."));
     showLoadingOverlay();
     ui->treeDuplicates->setUpdatesEnabled(false);
@@ -65,18 +68,18 @@ void MainWindow::loadCategory(const QString &type)
     setResultActionsEnabled(true);
 }
 
-/// Removes all rows and scrolls to the top.
+/// Scrolls to the top and removes all rows.
 ///
-/// Otherwise the scroll bar would jump back to the end of the next, shorter list, and this change of its
-/// value would load further batches.
+/// Without the scrolling, the scroll bar would keep its value, be limited to the end of a shorter list, and
+/// this change of value would load further batches.
 void MainWindow::removeRows()
 {
     ui->treeDuplicates->verticalScrollBar()->setValue(0);
     ui->treeDuplicates->clear();
 }
 
-/// Makes the group rows from row \a first on span all columns. Called once per batch, not per row: each call
-/// lays out the tree again.
+/// Makes the group rows from row \a first on span all columns. Called once per batch: a call after each added
+/// row would lay out the tree each time.
 void MainWindow::spanGroupRows(int first)
 {
     for (int i = first; i < ui->treeDuplicates->topLevelItemCount(); ++i)
@@ -86,6 +89,7 @@ void MainWindow::spanGroupRows(int first)
 void MainWindow::clearTree()
 {
     removeRows();
+    // Kept deliberately: the tree is empty, so the loop never runs; the user sees no difference.
     for (int i = ui->treeDuplicates->topLevelItemCount() - 1; i >= 0; --i) {
         if (ui->treeDuplicates->topLevelItem(i)->text(0) == tr("No duplicate files"))
             delete ui->treeDuplicates->takeTopLevelItem(i);
@@ -131,10 +135,10 @@ void MainWindow::loadNextBatch()
 
 void MainWindow::on_treeDuplicates_scroll()
 {
-    // During a load, the first batch may not be there yet: the page must not begin with the second one.
+    // A load in progress may not have added its first batch yet.
     if (allBatchesLoaded || batchLoading || loadQueue.isLoading())
         return;
-    // Kept deliberately: scroll steps minus pixels. It only decides how early the next batch comes.
+    // Kept deliberately: subtracts pixels from scroll steps. The user gets the next batch earlier or later.
     const QScrollBar *const bar = ui->treeDuplicates->verticalScrollBar();
     const int remaining = bar->maximum() - (ui->treeDuplicates->viewport()->height() + bar->value());
     if (remaining < 100)

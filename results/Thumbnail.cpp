@@ -9,12 +9,12 @@ namespace {
 
 constexpr QSize thumbnailSize(32, 32);
 
-/// Formats that can decode at a reduced size use this multiple of the thumbnail's size: smooth edges at
-/// little cost.
+/// Multiple of the thumbnail's size at which formats that support it are decoded: a larger factor gives
+/// smoother edges, a smaller one decodes faster.
 constexpr int decodingFactor = 4;
 
-/// Pixels that a picture may claim to have. A progressive JPEG takes up to six bytes of memory per pixel
-/// before the first one is decoded, however short the file is.
+/// Larger pictures get no thumbnail: a progressive JPEG needs up to six bytes of memory per pixel, however
+/// small the file is.
 constexpr qint64 mostPixels = 256LL * 1024 * 1024;
 
 qint64 pixelCount(const QSize &size)
@@ -31,7 +31,7 @@ QSize scaledToThumbnail(const QSize &size)
 
 QPixmap loadThumbnail(const QString &path)
 {
-    // If a pipe has replaced the picture, opening it would block until its other end is opened.
+    // Opening a pipe would block until its other end is opened.
     if (!QFileInfo(path).isFile())
         return {};
     QImageReader reader(path);

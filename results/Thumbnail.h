@@ -3,6 +3,6 @@
 #include <QPixmap>
 #include <QString>
 
-/// The picture in the file at \a path, scaled to fit into 32 by 32 pixels; null when it cannot be loaded. GUI
-/// thread.
+/// Loads the picture at \a path, scaled to fit into 32 by 32 pixels; null if it cannot be loaded. GUI thread
+/// only.
 QPixmap loadThumbnail(const QString &path);

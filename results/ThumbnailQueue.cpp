@@ -12,8 +12,8 @@ using std::chrono_literals::operator""ms;
 
 namespace {
 
-/// Time for loading small pictures before the event loop runs again: longer is faster in total, shorter
-/// answers input sooner. One large picture alone can take longer.
+/// Loading time before the event loop runs again: more loads faster in total, less handles user input sooner.
+/// A large picture can exceed it.
 constexpr auto loadingSlice = 8ms;
 
 void showThumbnail(QTreeWidgetItem *fileRow)

@@ -7,20 +7,20 @@
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// Gives file rows the thumbnails of their pictures when the event loop has time for it. GUI thread; owned by
-/// its tree.
+/// Loads the thumbnails of file rows while the event loop is idle. GUI thread only.
 ///
-/// Rows may go at any time, theirs are then left out. A single timer for each picture would have Qt load all
-/// that are waiting before it turns to the user again, and take a quadratic time to find the next one.
+/// Rows may be deleted at any time; their thumbnails are skipped. With one timer per picture, Qt would load
+/// all waiting pictures before it handles user input, and find the next timer in quadratic time.
 class ThumbnailQueue : public QObject
 {
     Q_OBJECT
 
 public:
+    /// \a tree becomes the parent.
     explicit ThumbnailQueue(QTreeWidget *tree);
 
-    /// Has the children \a fileRows of \a groupRow, which must stand in the tree already, show the pictures
-    /// in the files they are named after. A row whose picture cannot be loaded stays as it is.
+    /// Queues the thumbnails of the children \a fileRows of \a groupRow, which must be in the tree. The text
+    /// of a child is the path of its picture. A child whose picture cannot be loaded is not changed.
     void add(const QTreeWidgetItem *groupRow, const QList<int> &fileRows);
 
 private:
