@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that show help.
+
 #include "app/MainWindow.h"
 #include "app/Version.h"
 

@@ -1,3 +1,5 @@
+// Window layer: the construction of MainWindow and the start page.
+
 #include "app/MainWindow.h"
 
 #include "app/CaptionFit.h"

@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that list the folders to scan.
+
 #include "app/MainWindow.h"
 
 #include "app/ElidedLabel.h"

@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that filter the results by category.
+
 #include "results/CategoryFilter.h"
 
 #include "app/CaptionFit.h"

@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that create the rows of a group.
+
 #include "app/MainWindow.h"
 
 #include "results/ResultTexts.h"

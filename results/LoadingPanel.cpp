@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that show the loading panel.
+
 #include "app/MainWindow.h"
 
 #include "app/StyleSheets.h"

@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that fill the results tree in batches.
+
 #include "app/MainWindow.h"
 
 #include "app/CaptionFit.h"

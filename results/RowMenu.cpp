@@ -1,3 +1,5 @@
+// Window layer: the context menu of the rows, and the function of MainWindow that opens it.
+
 #include "results/RowMenu.h"
 
 #include "app/MainWindow.h"

@@ -1,3 +1,5 @@
+// Window layer: the functions of MainWindow that mark and delete files.
+
 #include "app/MainWindow.h"
 
 #include "results/GroupDeletion.h"
