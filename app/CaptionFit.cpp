@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int narrowest = 70; // per cent of the normal letter width; narrower letters are hard to read
-constexpr int smallest = 8;   // pixels
+constexpr int minStretch = 70; // per cent of the normal letter width; narrower letters are hard to read
+constexpr int minPixelSize = 8;
 
 /// Compares the items with the edit field: the size hint of a combo box includes an icon and a wider arrow.
 bool itemsFit(const QComboBox &box)
@@ -22,12 +22,12 @@ bool itemsFit(const QComboBox &box)
     QStyleOptionComboBox option;
     option.initFrom(&box);
     option.editable = false;
-    const QRect place =
+    const QRect editField =
         box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
     int widest = 0;
     for (int i = 0; i < box.count(); ++i)
         widest = std::max(widest, box.fontMetrics().horizontalAdvance(box.itemText(i)));
-    return widest <= place.width();
+    return widest <= editField.width();
 }
 
 bool fits(const QWidget *caption)
@@ -47,10 +47,12 @@ void changeFonts(const QList<QWidget *> &captions, Change change)
     }
 }
 
-/// Pixels of a title that its label has no room for, and pixels above the letters of its first line.
+/// The height of a title in relation to its label, in pixels.
 struct TitleHeight
 {
+    /// Height of the text less that of the label.
     int excess = 0;
+    /// Space above the letters of the first line.
     int emptyTop = 0;
 };
 
@@ -78,10 +80,10 @@ void fitRow(const QList<QWidget *> &captions)
     const auto rowFits = [&captions] { return std::ranges::all_of(captions, fits); };
     for (QWidget *caption : captions)
         caption->setFont(QFont()); // undoes an earlier fit
-    for (int stretch = QFont::Unstretched - 1; stretch >= narrowest && !rowFits(); --stretch)
+    for (int stretch = QFont::Unstretched - 1; stretch >= minStretch && !rowFits(); --stretch)
         changeFonts(captions, [stretch](QFont &font) { font.setStretch(stretch); });
-    for (int size = QFontInfo(captions.constFirst()->font()).pixelSize() - 1; size >= smallest && !rowFits();
-         --size)
+    for (int size = QFontInfo(captions.constFirst()->font()).pixelSize() - 1;
+         size >= minPixelSize && !rowFits(); --size)
         changeFonts(captions, [size](QFont &font) { font.setPixelSize(size); });
 }
 
@@ -92,7 +94,7 @@ int stretchToFit(const QStringList &texts, QFont font, int width)
         font.setStretch(stretch);
         return QFontMetrics(font).horizontalAdvance(text) > width;
     };
-    while (stretch > narrowest && std::ranges::any_of(texts, isTooWide))
+    while (stretch > minStretch && std::ranges::any_of(texts, isTooWide))
         --stretch;
     return stretch;
 }
@@ -102,7 +104,7 @@ void fitTitle(QLabel *label)
     fitRow({label});
     TitleHeight height = titleHeight(*label);
     for (int size = QFontInfo(label->font()).pixelSize() - 1;
-         size >= smallest && height.excess > height.emptyTop; --size) {
+         size >= minPixelSize && height.excess > height.emptyTop; --size) {
         changeFonts({label}, [size](QFont &font) { font.setPixelSize(size); });
         height = titleHeight(*label);
     }

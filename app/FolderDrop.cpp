@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Returns \a url's folder, or that of its file; empty if neither exists.
+/// Returns the folder that \a url names, or the folder of the file that it names; empty if there is neither.
 QString folderOf(const QUrl &url)
 {
     if (!url.isLocalFile())

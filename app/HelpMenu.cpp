@@ -10,6 +10,9 @@
 #include <QToolButton>
 #include <QUrl>
 
+using Qt::StringLiterals::operator""_L1;
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 /// Placeholder (RFC 2606) until the project has a web site.
@@ -22,12 +25,12 @@ void openPage(QLatin1StringView document)
 
 void openSupportPage()
 {
-    openPage(QLatin1StringView("support.html"));
+    openPage("support.html"_L1);
 }
 
 void openHelpPage()
 {
-    openPage(QLatin1StringView("online-help/quillory.html"));
+    openPage("online-help/quillory.html"_L1);
 }
 
 } // namespace
@@ -51,10 +54,9 @@ void MainWindow::showAbout()
     const QStringList paragraphs{
         tr("Quillory v%1").arg(quilloryVersion),
         tr("A powerful and easy-to-use duplicate file finder tool that helps you find and remove duplicate "
-           "files "
-           "from your Windows or Mac computer, freeing up valuable disk space and optimizing your system's "
-           "performance."),
+           "files from your Windows or Mac computer, freeing up valuable disk space and optimizing your "
+           "system's performance."),
         tr("© 2026 The Quillory authors"),
     };
-    QMessageBox::about(this, tr("About"), paragraphs.join(QStringLiteral("\n\n")));
+    QMessageBox::about(this, tr("About"), paragraphs.join(u"\n\n"_s));
 }

@@ -1,4 +1,4 @@
-// Window layer: the construction of MainWindow and the start page.
+// Window layer: the functions of MainWindow that build the window and return to the start page.
 
 #include "app/MainWindow.h"
 
@@ -17,6 +17,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using Qt::StringLiterals::operator""_s;
+
 // Without this reference, the linker drops the pictures from the static library. Q_INIT_RESOURCE does not
 // work inside a namespace or a member function.
 static void initResources()
@@ -26,7 +28,7 @@ static void initResources()
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
-    , ui(new Ui::MainWindow)
+    , ui(std::make_unique<Ui::MainWindow>())
     , scanOptionsSet(true)
 {
     initResources();
@@ -39,10 +41,9 @@ MainWindow::MainWindow(QWidget *parent)
     connectScrollBar();
 
     scanOptions.fileTypes =
-        QStringList{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
-            QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
+        QStringList{u"picture"_s, u"video"_s, u"audio"_s, u"document"_s, u"archive"_s, u"other"_s};
     setWindowTitle(tr("Quillory"));
-    setWindowIcon(QIcon(QStringLiteral(":/icon/images/logo.png")));
+    setWindowIcon(QIcon(u":/icon/images/logo.png"_s));
 
     installCentralContainer(createTopBar());
     setStyleSheet(StyleSheets::mainWindow);
@@ -66,7 +67,6 @@ MainWindow::MainWindow(QWidget *parent)
 MainWindow::~MainWindow()
 {
     tasks.finish();
-    delete ui;
 }
 
 bool MainWindow::finishTasks(QDeadlineTimer deadline)
@@ -98,12 +98,12 @@ void MainWindow::connectScrollBar()
 QWidget *MainWindow::createTopBar()
 {
     btnHelp = new QPushButton(this);
-    btnHelp->setObjectName(QStringLiteral("btnHelp"));
+    btnHelp->setObjectName(u"btnHelp"_s);
     btnHelp->setFixedSize(32, 32);
     btnHelp->setAccessibleName(tr("Help"));
     btnHelp->setAccessibleDescription(tr("Opens the online help page in the browser"));
     btnMenu = new QToolButton(this);
-    btnMenu->setObjectName(QStringLiteral("btnMenu"));
+    btnMenu->setObjectName(u"btnMenu"_s);
     btnMenu->setFixedSize(32, 32);
     btnMenu->setPopupMode(QToolButton::InstantPopup);
     btnMenu->setAccessibleName(tr("Menu"));
@@ -111,7 +111,7 @@ QWidget *MainWindow::createTopBar()
     createHelpMenu();
 
     auto *const topBar = new QWidget(this);
-    topBar->setObjectName(QStringLiteral("topBar"));
+    topBar->setObjectName(u"topBar"_s);
     topBar->setFixedHeight(60);
     auto *const layout = new QHBoxLayout(topBar);
     layout->setContentsMargins(15, 5, 15, 5);
@@ -169,13 +169,13 @@ void MainWindow::connectResultsPage()
     const auto connectCategory = [this, connectAction](QPushButton *button, const QString &key) {
         connectAction(button, [this, button, key] { showCategory(key, button); });
     };
-    connectCategory(ui->btnAll, QStringLiteral("all"));
-    connectCategory(ui->btnPictures, QStringLiteral("picture"));
-    connectCategory(ui->btnVideos, QStringLiteral("video"));
-    connectCategory(ui->btnAudios, QStringLiteral("audio"));
-    connectCategory(ui->btnDocuments, QStringLiteral("document"));
-    connectCategory(ui->btnArchives, QStringLiteral("archive"));
-    connectCategory(ui->btnOthers, QStringLiteral("other"));
+    connectCategory(ui->btnAll, u"all"_s);
+    connectCategory(ui->btnPictures, u"picture"_s);
+    connectCategory(ui->btnVideos, u"video"_s);
+    connectCategory(ui->btnAudios, u"audio"_s);
+    connectCategory(ui->btnDocuments, u"document"_s);
+    connectCategory(ui->btnArchives, u"archive"_s);
+    connectCategory(ui->btnOthers, u"other"_s);
 }
 
 void MainWindow::applyStyleSheets()
@@ -189,7 +189,7 @@ void MainWindow::applyStyleSheets()
         button->setStyleSheet(StyleSheets::outlineButton(15));
     ui->btnStartScan->setStyleSheet(StyleSheets::gradientButton(QSize(120, 35), 8));
     ui->btnRemoveSelected->setStyleSheet(StyleSheets::gradientButton(QSize(90, 30), 15));
-    ui->btnAddFolder->setIcon(QIcon(QStringLiteral(":/icon/images/add_icon.png")));
+    ui->btnAddFolder->setIcon(QIcon(u":/icon/images/add_icon.png"_s));
     ui->btnAddFolder->setIconSize(QSize(25, 25));
     ui->btnAddFolder->setText(tr(" Add"));
     ui->btnAddFolder->setStyleSheet(StyleSheets::addFolderButton);

@@ -13,6 +13,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 class QLabel;
 class QListWidgetItem;
 class QPushButton;
@@ -62,7 +64,7 @@ private:
     // app/MainWindow.cpp
     void showStartPage();
     void connectScrollBar();
-    QWidget *createTopBar();
+    [[nodiscard]] QWidget *createTopBar();
     void installCentralContainer(QWidget *topBar);
     void styleResultsTree();
     void connectResultsPage();
@@ -118,7 +120,7 @@ private:
     void setResultActionsEnabled(bool enabled);
 
     // results/GroupRow.cpp: the rows of one group
-    QTreeWidgetItem *createGroupItem(const QString &fileName, const QList<QString> &files, qint64 size,
+    QTreeWidgetItem *createGroupItem(const QString &fileName, const QStringList &files, qint64 size,
         const QDateTime &modified, bool hasMarkedFiles, const QSet<QString> &markedFiles);
     QTreeWidgetItem *createGroupItem(const DuplicateGroup &group);
 
@@ -164,8 +166,7 @@ private:
     bool batchLoading = false;
     // Kept deliberately: set and cleared, never read; the user sees no difference.
     bool allSelected = false;
-    /// Owned.
-    Ui::MainWindow *ui;
+    std::unique_ptr<Ui::MainWindow> ui;
     /// The loading panel; null while it is closed.
     QWidget *loadingOverlay = nullptr;
     QLabel *loadingLabel = nullptr;

@@ -33,6 +33,6 @@ private:
     QGraphicsProxyWidget *m_proxy;
 };
 
-/// Shows \a window. If it does not fit on the primary screen, shows it scaled down and returns the window
-/// that does so; null otherwise.
+/// Shows \a window. If it does not fit on the primary screen, shows it in a ScaledWindow and returns that
+/// one; null otherwise.
 [[nodiscard]] std::unique_ptr<ScaledWindow> showOnPrimaryScreen(QWidget &window);

@@ -12,6 +12,8 @@
 #include <QFileIconProvider>
 #include <QHBoxLayout>
 
+using Qt::StringLiterals::operator""_s;
+
 // The list is the only storage of the folders to scan. A row's path is the text of its first label.
 
 namespace {
@@ -66,7 +68,7 @@ void MainWindow::addVolumeRow(const Volume &volume)
     layout->addWidget(name);
     auto *const lock = new QLabel(row);
     if (volume.isReadOnly) {
-        lock->setPixmap(QPixmap(QStringLiteral(":/icons/lock.png")).scaled(16, 16));
+        lock->setPixmap(QPixmap(u":/icons/lock.png"_s).scaled(16, 16));
         lock->setAccessibleName(tr("Read-only"));
         lock->setAccessibleDescription(tr("Files on this volume cannot be deleted"));
     }
@@ -74,7 +76,7 @@ void MainWindow::addVolumeRow(const Volume &volume)
     layout->addStretch();
     auto *const deleteButton = new QPushButton(row);
     deleteButton->setFixedSize(24, 24);
-    deleteButton->setIcon(QIcon(QStringLiteral(":/icon/images/delete_icon.png")));
+    deleteButton->setIcon(QIcon(u":/icon/images/delete_icon.png"_s));
     deleteButton->setIconSize(QSize(20, 20));
     deleteButton->setStyleSheet(StyleSheets::borderless);
     layout->addWidget(deleteButton);
@@ -102,7 +104,7 @@ void MainWindow::addFolderRow(const QString &path)
     pathLabel->setStyleSheet(StyleSheets::addedFolderPath);
     layout->addWidget(pathLabel);
     layout->addStretch();
-    auto *const deleteButton = new QPushButton(QStringLiteral("\U0001F5D1\uFE0F"), row);
+    auto *const deleteButton = new QPushButton(u"\U0001F5D1\uFE0F"_s, row);
     deleteButton->setFixedSize(24, 24);
     layout->addWidget(deleteButton);
 
@@ -147,7 +149,7 @@ void MainWindow::appendFolderRow(QWidget *row, int height, const QString &path, 
     setTabOrder(previous ? previous : ui->listScanFolders, deleteButton);
     deleteButton->setAccessibleName(tr("Remove %1 from the list").arg(path));
     deleteButton->setAccessibleDescription(
-        tr("Takes the place out of the list; nothing on the disk is deleted"));
+        tr("Removes the folder from the list; nothing on the disk is deleted"));
     // Single shot: the button outlives its item until control returns to the event loop.
     connect(
         deleteButton, &QPushButton::clicked, this,

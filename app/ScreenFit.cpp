@@ -9,7 +9,7 @@ namespace {
 
 /// Borders and title bar of the largest common frame. The actual frame is unknown before the window is shown.
 constexpr QSize frameSize(16, 40);
-constexpr double smallestFactor = 0.25; // the window stays visible on a tiny screen
+constexpr double minFactor = 0.25; // the window stays visible on a tiny screen
 
 } // namespace
 
@@ -17,7 +17,7 @@ double screenFitFactor(const QSize &available, const QSize &window, const QSize 
 {
     const QSizeF room = available - frame;
     return std::clamp(
-        std::min(room.width() / window.width(), room.height() / window.height()), smallestFactor, 1.0);
+        std::min(room.width() / window.width(), room.height() / window.height()), minFactor, 1.0);
 }
 
 double primaryScreenFitFactor(const QSize &window)

@@ -1,5 +1,7 @@
 #include "app/StyleSheets.h"
 
+using Qt::StringLiterals::operator""_s;
+
 namespace StyleSheets {
 
 constexpr QLatin1StringView centralContainer("background-color: #fff;");
@@ -161,39 +163,15 @@ QProgressBar::chunk {
 
 // Overrides the rules of the frame and the container, which would apply to parts of the scroll bars.
 constexpr QLatin1StringView scrollBar(R"(
-QScrollBar {
-    background: transparent;
-    border: none;
-    margin: 0;
-}
-QScrollBar:vertical {
-    width: 10px;
-}
-QScrollBar:horizontal {
-    height: 10px;
-}
-QScrollBar::handle {
-    background: #c9dcf0;
-    border: none;
-    border-radius: 4px;
-    margin: 1px;
-}
-QScrollBar::handle:vertical {
-    min-height: 32px;
-}
-QScrollBar::handle:horizontal {
-    min-width: 32px;
-}
-QScrollBar::handle:hover {
-    background: #8dc2f7;
-}
-QScrollBar::add-line, QScrollBar::sub-line {
-    width: 0;
-    height: 0;
-}
-QScrollBar::add-page, QScrollBar::sub-page {
-    background: transparent;
-}
+QScrollBar { background: transparent; border: none; margin: 0; }
+QScrollBar:vertical { width: 10px; }
+QScrollBar:horizontal { height: 10px; }
+QScrollBar::handle { background: #c9dcf0; border: none; border-radius: 4px; margin: 1px; }
+QScrollBar::handle:vertical { min-height: 32px; }
+QScrollBar::handle:horizontal { min-width: 32px; }
+QScrollBar::handle:hover { background: #8dc2f7; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 )");
 
 // Overrides the frame's rule, which applies to all children. Selects by name, because tool tips inherit the
@@ -219,7 +197,7 @@ constexpr QLatin1StringView loadingLabel(
 
 QString outlineButton(int radius)
 {
-    return QStringLiteral(R"(
+    return uR"(
 QPushButton {
     color: #2D85FF;
     background: #fff;
@@ -240,13 +218,12 @@ QPushButton:pressed {
     background: #eaf4fb;
     color: #1a6db6;
 }
-)")
-        .arg(radius);
+)"_s.arg(radius);
 }
 
 QString gradientButton(const QSize &minimum, int radius)
 {
-    return QStringLiteral(R"(
+    return uR"(
 QPushButton {
     min-width: %1px;
     min-height: %2px;
@@ -263,8 +240,7 @@ QPushButton:hover {
 QPushButton:pressed {
     background: #1769ff;
 }
-)")
-        .arg(minimum.width())
+)"_s.arg(minimum.width())
         .arg(minimum.height())
         .arg(radius);
 }

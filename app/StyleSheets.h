@@ -24,9 +24,9 @@ extern const QLatin1StringView loadingPanel;
 extern const QLatin1StringView loadingLabel;
 
 /// Style sheet of a white button with a blue outline; \a radius in pixels.
-QString outlineButton(int radius);
+[[nodiscard]] QString outlineButton(int radius);
 
 /// Style sheet of a button with a blue gradient; \a minimum size and \a radius in pixels.
-QString gradientButton(const QSize &minimum, int radius);
+[[nodiscard]] QString gradientButton(const QSize &minimum, int radius);
 
 } // namespace StyleSheets

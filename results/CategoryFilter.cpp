@@ -26,13 +26,13 @@ QList<QPushButton *> MainWindow::categoryButtons() const
 /// Gives all category buttons the same letter width, at which each caption fits its button.
 void MainWindow::fitCategoryCaptions()
 {
-    constexpr int place = 75; // between a button's paddings, in pixels
+    constexpr int captionWidth = 75; // between a button's paddings, in pixels
     QStringList captions;
     for (const QPushButton *button : categoryButtons())
         captions.append(button->text());
     ui->btnAll->ensurePolished();
     const QFont boldest = ui->btnAll->font(); // the selected button's
-    const int stretch = stretchToFit(captions, boldest, place);
+    const int stretch = stretchToFit(captions, boldest, captionWidth);
     for (QPushButton *button : categoryButtons()) {
         QFont font = button->font();
         font.setStretch(stretch);

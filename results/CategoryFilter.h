@@ -2,5 +2,5 @@
 
 class QPushButton;
 
-/// Makes the style sheet draw a category button as selected or not.
+/// Draws a category button as the selected one if \a shown, otherwise like the others.
 void setShownAsSelected(QPushButton *button, bool shown);

@@ -24,8 +24,8 @@ void dropMarkedFiles(DuplicateGroup &group)
 
 bool hasMarkedFiles(const QList<DuplicateGroup> &groups)
 {
-    return std::any_of(groups.cbegin(), groups.cend(),
-        [](const DuplicateGroup &group) { return !group.markedFiles.isEmpty(); });
+    return std::ranges::any_of(
+        groups, [](const DuplicateGroup &group) { return !group.markedFiles.isEmpty(); });
 }
 
 DeletionResult deleteMarkedFiles(QList<DuplicateGroup> &groups)

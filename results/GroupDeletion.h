@@ -12,11 +12,11 @@ struct DeletionResult
 };
 
 /// Returns true if any of \a groups has a marked file.
-bool hasMarkedFiles(const QList<DuplicateGroup> &groups);
+[[nodiscard]] bool hasMarkedFiles(const QList<DuplicateGroup> &groups);
 
 /// Deletes the marked files of \a groups permanently, from the last group to the first, and removes them from
 /// their groups. Removes groups with fewer than two remaining files; the others keep their order.
 ///
 /// Kept deliberately: a file that could not be deleted leaves its group as well. The user sees it again only
 /// after another scan.
-DeletionResult deleteMarkedFiles(QList<DuplicateGroup> &groups);
+[[nodiscard]] DeletionResult deleteMarkedFiles(QList<DuplicateGroup> &groups);

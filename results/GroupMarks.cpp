@@ -23,7 +23,7 @@ public:
     }
 
     template <typename Visit>
-    void forEachWith(const QList<QString> &files, Visit visit) const
+    void forEachWith(const QStringList &files, Visit visit) const
     {
         const auto [first, last] = m_byFirstFile.equal_range(files.value(0));
         for (auto candidate = first; candidate != last; ++candidate) {

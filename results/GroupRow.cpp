@@ -9,9 +9,11 @@
 
 #include <QFileIconProvider>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
-/// A row for one file that exists, without an icon.
+/// Creates the row of a file that exists, without an icon.
 QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool marked)
 {
     auto *const row = new QTreeWidgetItem;
@@ -19,8 +21,7 @@ QTreeWidgetItem *createFileRow(const QFileInfo &file, const QString &path, bool 
     row->setCheckState(0, marked ? Qt::Checked : Qt::Unchecked);
     // Kept deliberately: size and time are in columns that the tree does not show to the user.
     row->setText(1, ResultTexts::fileSize(file.size()));
-    row->setText(
-        2, file.fileTime(QFileDevice::FileModificationTime).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")));
+    row->setText(2, file.fileTime(QFileDevice::FileModificationTime).toString(u"yyyy-MM-dd hh:mm:ss"_s));
     return row;
 }
 
@@ -46,8 +47,8 @@ QTreeWidgetItem *MainWindow::createGroupItem(const DuplicateGroup &group)
 /// Appends the row of one group, with a child row for each file that still exists, and returns it.
 ///
 /// Kept deliberately: \a modified and \a hasMarkedFiles are unused; the user sees no difference.
-QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QList<QString> &files,
-    qint64 size, [[maybe_unused]] const QDateTime &modified, [[maybe_unused]] bool hasMarkedFiles,
+QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QStringList &files, qint64 size,
+    [[maybe_unused]] const QDateTime &modified, [[maybe_unused]] bool hasMarkedFiles,
     const QSet<QString> &markedFiles)
 {
     auto *const groupRow =
@@ -55,7 +56,7 @@ QTreeWidgetItem *MainWindow::createGroupItem(const QString &fileName, const QLis
     // Kept deliberately: without effect, because the row is not in a tree yet; the user sees collapsed
     // groups.
     groupRow->setExpanded(true);
-    // Kept deliberately: a click on the group's check box does not check its files. Delete ignores the box.
+    // Kept deliberately: the user's click on the check box of a group does not check its files.
     groupRow->setFlags(groupRow->flags() | Qt::ItemIsUserCheckable);
 
     const QFileIconProvider icons;

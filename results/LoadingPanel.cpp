@@ -77,8 +77,7 @@ void MainWindow::startLoadingDots()
 
 void MainWindow::hideLoadingOverlay()
 {
-    // Kept deliberately: callable from any thread, although only the GUI thread calls it; the user sees no
-    // difference.
+    // Kept deliberately: only the GUI thread calls this function; the user sees no difference.
     if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
         QMetaObject::invokeMethod(this, &MainWindow::hideLoadingOverlay, Qt::QueuedConnection);
         return;

@@ -16,17 +16,17 @@ public:
     /// and have two decimals.
     ///
     /// Kept deliberately: MB is the largest unit; the user reads 5 GiB as 5120.00 MB.
-    static QString groupSize(qint64 bytes);
+    [[nodiscard]] static QString groupSize(qint64 bytes);
 
     /// Returns \a bytes in KB of 1024 bytes.
     ///
     /// Kept deliberately: rounds down, so that 1023 bytes are 0 KB for the user.
-    static QString fileSize(qint64 bytes);
+    [[nodiscard]] static QString fileSize(qint64 bytes);
 
     /// Returns the title of a group's row. \a files includes files that no longer exist.
-    static QString groupTitle(const QString &fileName, qint64 size, qsizetype files);
+    [[nodiscard]] static QString groupTitle(const QString &fileName, qint64 size, qsizetype files);
 
     /// Returns the number of groups, the number of their files, kept files included, and the size of these
     /// files in GB of 2^30 bytes.
-    static QString totals(const QList<DuplicateGroup *> &groups);
+    [[nodiscard]] static QString totals(const QList<DuplicateGroup *> &groups);
 };

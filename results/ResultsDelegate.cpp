@@ -82,7 +82,7 @@ bool ResultsDelegate::helpEvent(
 void ResultsDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    // A selected row looks like any other. The style sheet's rule for selected rows changes the check boxes.
+    // A selected row looks like any other. A style sheet rule for it would also change its check box.
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus);
     option->palette.setColor(QPalette::Base, Qt::white);
     // Styles draw the outline of check boxes in a darker shade of this colour.

@@ -17,7 +17,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-// Kept deliberately: set on each row of a batch, read by no one; the user sees no difference.
+// Kept deliberately: set on each row of a batch, never read; the user sees no difference.
 constexpr int categoryRole = Qt::UserRole + 1;
 
 QSet<QString> checkedFiles(const QTreeWidgetItem *groupRow)
@@ -140,7 +140,8 @@ void MainWindow::on_treeDuplicates_scroll()
     // A load in progress may not have added its first batch yet.
     if (allBatchesLoaded || batchLoading || loadQueue.isLoading())
         return;
-    // Kept deliberately: subtracts pixels from scroll steps. The user gets the next batch earlier or later.
+    // Kept deliberately: subtracts pixels from scroll steps. This only decides how early the user gets the
+    // next batch.
     const QScrollBar *const bar = ui->treeDuplicates->verticalScrollBar();
     const int remaining = bar->maximum() - (ui->treeDuplicates->viewport()->height() + bar->value());
     if (remaining < 100)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+using Qt::StringLiterals::operator""_L1;
+
 namespace {
 
 constexpr QChar ellipsis(0x2026);
@@ -39,7 +41,7 @@ QString RowText::elidedTitle(const QString &title, const QFontMetrics &metrics, 
 {
     if (metrics.horizontalAdvance(title) <= width)
         return title;
-    const qsizetype end = title.lastIndexOf(QLatin1StringView("    "));
+    const qsizetype end = title.lastIndexOf("    "_L1);
     const QString figures = title.sliced(std::max<qsizetype>(end, 0));
     const int left = width - metrics.horizontalAdvance(figures);
     return metrics.elidedText(title.chopped(figures.size()), Qt::ElideMiddle, left) + figures;

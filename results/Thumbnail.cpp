@@ -15,7 +15,7 @@ constexpr int decodingFactor = 4;
 
 /// Larger pictures get no thumbnail: a progressive JPEG needs up to six bytes of memory per pixel, however
 /// small the file is.
-constexpr qint64 mostPixels = 256LL * 1024 * 1024;
+constexpr qint64 maxPixels = 256LL * 1024 * 1024;
 
 qint64 pixelCount(const QSize &size)
 {
@@ -36,7 +36,7 @@ QPixmap loadThumbnail(const QString &path)
         return {};
     QImageReader reader(path);
     const QSize size = reader.size();
-    if (size.isValid() && pixelCount(size) > mostPixels)
+    if (size.isValid() && pixelCount(size) > maxPixels)
         return {};
     const QSize decoded = scaledToThumbnail(size) * decodingFactor;
     const bool reduce = size.isValid() && reader.supportsOption(QImageIOHandler::ScaledSize) &&

@@ -5,4 +5,4 @@
 
 /// Loads the picture at \a path, scaled to fit into 32 by 32 pixels; null if it cannot be loaded. GUI thread
 /// only.
-QPixmap loadThumbnail(const QString &path);
+[[nodiscard]] QPixmap loadThumbnail(const QString &path);
