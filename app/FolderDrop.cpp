@@ -8,24 +8,27 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
-/// Returns the folder that \a url names, or the folder of the file that it names; empty if there is neither.
-QString folderOf(const QUrl &url)
+/// Returns the folder that \a url names, or the folder of the file that it names.
+std::optional<QString> folderOf(const QUrl &url)
 {
     if (!url.isLocalFile())
-        return {};
+        return std::nullopt;
     const QFileInfo info(QDir::cleanPath(url.toLocalFile()));
     if (info.isDir())
         return info.absoluteFilePath();
-    return info.exists() ? info.absolutePath() : QString();
+    if (info.exists())
+        return info.absolutePath();
+    return std::nullopt;
 }
 
 /// Stops at the first folder: this runs for each move of the pointer.
 bool containsFolder(const QMimeData &data)
 {
-    return std::ranges::any_of(data.urls(), [](const QUrl &url) { return !folderOf(url).isEmpty(); });
+    return std::ranges::any_of(data.urls(), [](const QUrl &url) { return folderOf(url).has_value(); });
 }
 
 } // namespace
@@ -34,9 +37,10 @@ QStringList foldersIn(const QMimeData &data)
 {
     QStringList folders;
     const QList<QUrl> urls = data.urls();
-    for (const QUrl &url : urls)
-        folders.append(folderOf(url));
-    folders.removeAll(QString());
+    for (const QUrl &url : urls) {
+        if (const std::optional<QString> folder = folderOf(url))
+            folders.append(*folder);
+    }
     folders.removeDuplicates();
     return folders;
 }

@@ -124,8 +124,7 @@ void MainWindow::acceptDroppedFolders()
     connect(new FolderDrop(ui->listScanFolders), &FolderDrop::dropped, this, &MainWindow::addDroppedFolders);
 }
 
-/// Adds the folders that are not listed yet, neither by their own path nor by the path that their links
-/// resolve to.
+/// Adds the dropped folders that are not listed yet. A link to a listed folder counts as listed.
 ///
 /// Does not access the listed folders: a network volume that does not respond would block the window.
 void MainWindow::addDroppedFolders(const QStringList &dropped)
