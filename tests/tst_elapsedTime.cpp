@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-/// The scan page's clock, without waiting for it.
+/// The elapsed time as the scan page shows it.
 class tst_elapsedTime : public QObject
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ void tst_elapsedTime::showsHoursMinutesAndSeconds_data()
     QTest::newRow("a day less a second") << day - second << "23:59:59";
     QTest::newRow("a day") << day << "00:00:00";
     QTest::newRow("a day and more") << day + 3725 * second << "01:02:05";
-    // As many milliseconds as no longer fit into 32 bits.
+    // Milliseconds that do not fit into 32 bits.
     QTest::newRow("fifty days") << 50 * day + second << "00:00:01";
 }
 

@@ -13,7 +13,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Counts the movements of the mouse that a window hears of.
+/// Counts the mouse moves that a window receives.
 class MouseMoves : public QObject
 {
 public:
@@ -34,7 +34,7 @@ protected:
 
 } // namespace
 
-/// What a category load lets in while it closes the loading panel.
+/// Events that arrive while a category load closes the loading panel.
 class tst_eventsDuringALoad : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -106,7 +106,7 @@ void tst_eventsDuringALoad::ignoresUserInput()
     bool closed = false;
     m_events->onClosed = [&] {
         closed = true;
-        // The window system delivers it when user input is processed.
+        // The window system delivers the move when user input is processed.
         QCursor::setPos(QCursor::pos() == corner ? corner + QPoint(1, 1) : corner);
     };
     m_driver->click("btnDocuments");

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-/// Which suffix belongs where: the three tables differ on purpose.
+/// Category, file type and thumbnail of each suffix. The three tables differ on purpose.
 class tst_fileCategories : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ namespace {
 const QStringList allTypes{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
     QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
 
-/// One data row per line "key: suffix suffix ...".
+/// Adds one data row per suffix; each line reads "key: suffix suffix ...".
 void addSuffixRows(const QList<QLatin1StringView> &lines)
 {
     QTest::addColumn<QString>("suffix");
@@ -73,9 +73,9 @@ void tst_fileCategories::shownUnderCategory_data()
         QLatin1StringView("audio: mp3 wav flac aac"),
         QLatin1StringView("document: pdf docx doc txt"),
         QLatin1StringView("archive: zip rar 7z"),
-        // Collected under a type, yet not shown under it.
+        // Collected under a type but not shown under it.
         QLatin1StringView("other: ogg m4a flv tiff tif ico heic svg"),
-        // In no table, or only nearly so.
+        // In no table; some resemble an entry of one.
         QLatin1StringView("other:  gz exe JPG jpgx jp png. picture other"),
     });
 }
@@ -98,7 +98,7 @@ void tst_fileCategories::collectedUnderType_data()
     });
 }
 
-/// A suffix is taken by its own type, by "other", and by no other type.
+/// Its own type and "other" accept a suffix; the remaining types do not.
 void tst_fileCategories::collectedUnderType()
 {
     QFETCH(const QString, suffix);

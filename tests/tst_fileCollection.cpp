@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// Which files of a tree are collected, and in which order.
+/// Which files of a tree are collected, and in what order.
 class tst_fileCollection : public QObject
 {
     Q_OBJECT
@@ -217,7 +217,7 @@ void tst_fileCollection::collectsUnusualNames_data()
     QTest::newRow("255 bytes") << QString(251, u'x') + QStringLiteral(".jpg");
 }
 
-/// The path names the very file: it opens, and its content is the one that was written.
+/// Opens the collected path and reads it: the path of a similarly named file does not pass.
 void tst_fileCollection::collectsUnusualNames()
 {
     QFETCH(const QString, name);

@@ -24,7 +24,7 @@ QByteArray sha256(const QByteArray &bytes)
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
-/// The fingerprint of a file with this content, the plain way.
+/// The fingerprint of a file with this content, computed in memory.
 QByteArray expectedHash(const QByteArray &content, int chunkSize)
 {
     const QByteArray head = content.left(chunkSize);
@@ -80,7 +80,7 @@ void tst_fileHash::isPlainSha256_data()
     QTest::addColumn<int>("chunkSize");
     QTest::addColumn<QByteArray>("hexDigest");
 
-    // The examples published with the standard that defines SHA-256.
+    // The test vectors that NIST publishes for SHA-256.
     QTest::newRow("no bits") << QByteArray() << chunk
                              << QByteArray(
                                     "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
@@ -191,7 +191,7 @@ void tst_fileHash::doesNotCoverTheSize()
     QCOMPARE(computeFileHash(path(QStringLiteral("long")), chunk), hash);
 }
 
-/// The size of such a file does not fit into 32 bits. It has a hole, so it takes no room on the disk.
+/// The size does not fit into 32 bits. The file is sparse and takes almost no disk space.
 void tst_fileHash::coversTheTailOfAVeryLargeFile()
 {
     constexpr qint64 size = 5'000'000'001;
@@ -252,21 +252,21 @@ void tst_fileHash::isEmptyForPipesAndDevices_data()
     QTest::newRow("endless device") << QStringLiteral("/dev/zero");
 }
 
-/// Whoever opens a pipe waits for its other end, which never comes here.
+/// A plain open() of a pipe blocks until another process opens the other end. Here none does.
 void tst_fileHash::isEmptyForPipesAndDevices()
 {
     QFETCH(const QString, kind);
     if (!makePipe(path(QStringLiteral("pipe"))) || !makeSocket(path(QStringLiteral("socket"))) ||
         !makeLink(path(QStringLiteral("pipe")), path(QStringLiteral("link"))))
         QSKIP("There are no pipes and sockets in folders here");
-    // An absolute path stays as it is.
+    // filePath() returns an absolute path unchanged.
     const QString file = QDir(m_folder->path()).filePath(kind);
     QByteArray hash("not computed");
     runOnPoolThreads(1, [&] { hash = computeFileHash(file, chunk); });
     QCOMPARE(hash, QByteArray());
 }
 
-/// The kernel's files say that they hold nothing, and are full of text all the same.
+/// Files in /proc report a size of 0 but have contents.
 void tst_fileHash::coversFilesThatReportNoSize()
 {
     const QString version = QStringLiteral("/proc/version");

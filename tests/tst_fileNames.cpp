@@ -5,7 +5,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// A file name becomes a part of a path that leads back to the same file, or it is left out.
+/// A file name becomes a path that opens the same file, or it is left out.
 class tst_fileNames : public QObject
 {
     Q_OBJECT
@@ -74,7 +74,7 @@ void tst_fileNames::convertsPathsBackToTheirNames()
         QCOMPARE(QFile::encodeName(decodedPath(folder, name)), QFile::encodeName(folder) + name);
 }
 
-/// Every sequence of up to three bytes, the first of them no ASCII.
+/// Every sequence of three bytes that does not start with ASCII.
 void tst_fileNames::decodesEveryByteSequenceExactlyOrRejectsIt()
 {
 #ifdef Q_OS_WIN
@@ -93,7 +93,7 @@ void tst_fileNames::decodesEveryByteSequenceExactlyOrRejectsIt()
         if (QFile::encodeName(decodedPath(folder, name)) != '/' + name)
             QFAIL(name.toHex().constData());
     }
-    // A character of two bytes and one of ASCII, or one of three bytes, of which none are surrogates.
+    // A two-byte character and an ASCII one, or a three-byte character that is not a surrogate.
     constexpr qsizetype expected = (0x800 - 0x80) * 0x80 + (0x10000 - 0x800 - 0x800);
     QCOMPARE(decodable, expected);
 }

@@ -15,7 +15,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// What a survey tells of files, and which ones its filters let through.
+/// What a survey reports about files, and which files its filters accept.
 class tst_fileSurvey : public QObject
 {
     Q_OBJECT
@@ -201,7 +201,7 @@ void tst_fileSurvey::appliesFileTypes()
 void tst_fileSurvey::skipsTheDesktop()
 {
     const QString home = QDir(m_folder->path()).canonicalPath();
-    // The tests run in a process of their own, which needs no real home.
+    // No other test runs in this process, so the real home is not needed.
     qputenv("HOME", home.toUtf8());
     qputenv("XDG_CONFIG_HOME", home.toUtf8());
     if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) != home + u"/Desktop"_s)

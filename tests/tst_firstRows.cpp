@@ -23,7 +23,7 @@ constexpr std::array actionButtons{"btnSelectAll", "btnUnselect", "btnRemoveSele
 
 } // namespace
 
-/// The results page from the delivery of a result until its first rows are there.
+/// The results page between the delivery of a result and its first rows.
 class tst_firstRows : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -44,7 +44,7 @@ private:
     void afterDelivery(const std::function<void()> &action);
     /// Returns after the time at which the rows of the last delivery were due.
     static void waitUntilRowsWereDue();
-    /// The page holds the whole result, everything marked but the kept files.
+    /// Checks that the page shows the entire result and that all files but the kept ones are marked.
     void verifyThePageIsFilled();
 
     template <typename Names>
@@ -142,7 +142,7 @@ void tst_firstRows::ignoreEarlierClicksOnACategory_data()
     }
 }
 
-/// Such a click would save marks of rows that were never there.
+/// Such a click would save the marks of rows that do not exist yet.
 void tst_firstRows::ignoreEarlierClicksOnACategory()
 {
     QFETCH(const int, scans);

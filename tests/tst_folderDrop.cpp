@@ -34,7 +34,7 @@ Urls localUrls(const QStringList &paths)
 
 } // namespace
 
-/// What happens to things dragged over the list of places and dropped there.
+/// Drags over the list of folders, and drops on it.
 class tst_folderDrop : public QObject
 {
     Q_OBJECT
@@ -54,9 +54,10 @@ private slots:
     void ignoresOtherEvents();
 
 private:
-    /// Sends a drag event to the list as Qt does, returns whether it was accepted.
+    /// Sends a drag event to the list as Qt does. Returns whether the list accepted it.
     bool drag(QEvent::Type type, const QMimeData &data, Qt::DropAction *action = nullptr);
-    /// Enters, moves and drops; true when all three were accepted, false when none was.
+    /// Enters, moves and drops. Returns true if all three events were accepted, false if none was, and
+    /// nothing otherwise.
     std::optional<bool> drop(const QMimeData &data);
     void drop(const QStringList &paths);
 
@@ -150,7 +151,7 @@ void tst_folderDrop::doesNotListAFolderAgain()
     drop({inner + u"/a.txt"_s});
     drop({m_folder->path(), inner});
     QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path()}));
-    // Add itself lists a folder as often as it is told to.
+    // The Add button lists a folder as often as the user adds it.
     m_driver->addFolder(inner);
     QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path(), inner}));
 }
@@ -199,7 +200,7 @@ void tst_folderDrop::addsOnlyTheFoldersOfAMixedDrop()
     QCOMPARE(m_driver->folders(), QStringList{m_folder->path()});
 }
 
-/// A source that is told that its files were moved deletes them.
+/// The source of a drag deletes its files after a move.
 void tst_folderDrop::neverAcceptsAMove()
 {
     const auto data = mimeData(localUrls({m_folder->path()}));

@@ -33,7 +33,7 @@ QStringList filesOfWalk(const QStringList &folders)
     return files;
 }
 
-/// Files, folders and empty folders below \a folder, the same for the same \a seed.
+/// Writes files, folders and empty folders below \a folder. Equal seeds give equal trees.
 void writeRandomTree(const QString &folder, quint32 seed)
 {
     QRandomGenerator random(seed);
@@ -52,7 +52,7 @@ void writeRandomTree(const QString &folder, quint32 seed)
 
 } // namespace
 
-/// A walk yields what Qt's own yields, in the same order.
+/// A walk yields the same files as QDirIterator, in the same order.
 class tst_folderWalk : public QObject
 {
     Q_OBJECT
@@ -68,7 +68,7 @@ void tst_folderWalk::matchesQtsWalk_data()
 {
     using Fill = std::function<void(const QString &folder)>;
     QTest::addColumn<Fill>("fill");
-    // Added to the folder's path.
+    // Appended to the folder's path.
     QTest::addColumn<QString>("walked");
     QTest::addColumn<bool>("hasFiles");
 
@@ -120,7 +120,7 @@ void tst_folderWalk::matchesQtsWalk_data()
         makeSocket(folder + u"/socket"_s);
     };
     QTest::newRow("links, a pipe and a socket") << links << QString() << true;
-    // Elsewhere there may be no links.
+    // Other systems may not allow links.
 #ifdef Q_OS_UNIX
     QTest::newRow("a link to a folder, asked for") << links << u"/link to a folder"_s << true;
 #endif

@@ -15,7 +15,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr std::array fontSizes{9, 10, 11, 13}; // points; KDE has 10, GNOME 11
+constexpr std::array fontSizes{9, 10, 11, 13}; // points; KDE uses 10, GNOME 11
 
 void addFontSizes()
 {
@@ -31,7 +31,7 @@ void setFontSize(int points)
     QApplication::setFont(font);
 }
 
-/// Whether the row's captions fit their widgets, in letters of one width.
+/// Checks that the row's captions fit their widgets and have the same font stretch.
 void verifyRow(const QWidget &form, const QList<const char *> &names)
 {
     const int stretch = child<QWidget>(&form, names.constFirst())->font().stretch();
@@ -60,7 +60,7 @@ void verifyItems(const QComboBox &box)
 
 } // namespace
 
-/// The captions of both forms in the fonts that desktops have.
+/// The captions of both forms at the font sizes of common desktops.
 class tst_formCaptions : public QObject
 {
     Q_OBJECT
@@ -131,7 +131,7 @@ void tst_formCaptions::fitsTheTotals()
     verifyRow(driver.window(), {"labelStatsInfo"});
 }
 
-// A button of the row begins 90 pixels to the right of the one before; 15 of them are padding.
+// The buttons start 90 pixels apart, 15 of which are padding.
 void tst_formCaptions::keepsCategoriesApart()
 {
     WindowDriver driver;
@@ -145,7 +145,7 @@ void tst_formCaptions::keepsCategoriesApart()
         QVERIFY2(widthOf(*button) <= 75, name);
         QCOMPARE(button->font().stretch(), stretch);
     }
-    QVERIFY(widthOf(*driver.find<QPushButton>("btnDocuments")) > 60); // no narrower than it has to be
+    QVERIFY(widthOf(*driver.find<QPushButton>("btnDocuments")) > 60); // not narrower than necessary
 }
 
 void tst_formCaptions::fallsBackToAFontOfTheSameWidth()

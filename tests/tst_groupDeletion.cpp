@@ -11,7 +11,7 @@
 
 #include <memory>
 
-/// What is deleted from the disk, and what becomes of the groups.
+/// Which files a deletion removes from disk, and what remains of the groups.
 class tst_groupDeletion : public QObject
 {
     Q_OBJECT
@@ -33,9 +33,9 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
-    /// A group of the files named in \a files, whose names in \a marked are marked; the files are written.
+    /// Writes the files named in \a files and returns their group with those named in \a marked marked.
     [[nodiscard]] DuplicateGroup group(const QString &files, const QString &marked) const;
-    /// Everything below the folder, links and hidden files included.
+    /// Relative paths of everything below the folder, including links and hidden files.
     [[nodiscard]] QStringList leftOnDisk() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -48,7 +48,7 @@ QStringList words(const QString &text)
     return text.split(u' ', Qt::SkipEmptyParts);
 }
 
-/// The files of the groups by name; groups divided by bars.
+/// The file names of the groups; bars separate the groups.
 QString fileNames(const QList<DuplicateGroup> &groups)
 {
     QStringList result;
@@ -163,7 +163,7 @@ void tst_groupDeletion::deletesAPathOfTwoGroupsOnce()
     QCOMPARE(leftOnDisk(), words(QStringLiteral("b c d e")));
 }
 
-/// A path that leads through a link tells whether the link was still there when its turn came.
+/// A path through a link can be deleted only while the link exists, so the failure shows the order.
 void tst_groupDeletion::processesTheGroupsBackwards()
 {
     const QString link = path(QStringLiteral("link"));
@@ -171,7 +171,7 @@ void tst_groupDeletion::processesTheGroupsBackwards()
     writeFile(path(QStringLiteral("folder/inside")), "copy");
     if (!makeLink(QStringLiteral("folder"), link))
         QSKIP("There are no symbolic links here");
-    // The second group takes the link away that the mark of the first one leads through.
+    // The second group deletes the link in the marked path of the first group.
     setMarkedFiles(groups[0], {link + QStringLiteral("/inside")});
     setMarkedFiles(groups[1], {link});
     const DeletionResult result = deleteMarkedFiles(groups);
@@ -269,7 +269,7 @@ void tst_groupDeletion::doesNothingWithoutMarks()
     QCOMPARE(deleteMarkedFiles(none).deleted, 0);
 }
 
-/// The note of a group that it has marks may lag behind.
+/// DuplicateGroup::hasMarkedFiles may be out of date.
 void tst_groupDeletion::usesTheMarksNotTheFlag()
 {
     QList<DuplicateGroup> groups{group(QStringLiteral("a b"), {}), group(QStringLiteral("c d"), {})};

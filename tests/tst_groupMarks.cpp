@@ -33,7 +33,7 @@ QList<DuplicateGroup *> pointersTo(QList<DuplicateGroup> &groups, const QList<in
     return pointers;
 }
 
-/// The marks of each group as letters, with "+" behind them when the group says that it has marks.
+/// The marks of each group as letters, followed by "+" if its hasMarkedFiles is set.
 QStringList marks(const QList<DuplicateGroup> &groups)
 {
     QStringList result;
@@ -50,7 +50,7 @@ QStringList words(const char *text)
     return QString::fromLatin1(text).split(u' ');
 }
 
-/// The same told plainly: row after row, and for each row all groups.
+/// Reference implementation of saveMarks() that compares every row with every group.
 void saveMarksPlainly(
     QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked)
 {
@@ -72,7 +72,7 @@ void saveMarksPlainly(
 
 } // namespace
 
-/// How checked rows become marks of the groups.
+/// How the checked rows become the marks of the groups.
 class tst_groupMarks : public QObject
 {
     Q_OBJECT
@@ -101,7 +101,7 @@ void tst_groupMarks::dropsTheMarksOfGroupsWithoutRow()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd", "d"), group("ef")};
     saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("b")});
-    // Only the marks go: hasMarkedFiles keeps its value.
+    // Only the marks are cleared: hasMarkedFiles keeps its value.
     QCOMPARE(marks(groups), words("b+ + "));
 }
 
@@ -159,7 +159,7 @@ void tst_groupMarks::sharesNothingWhenOnlyTheFirstFileIsTheSame()
     QCOMPARE(marks(groups), words("b+ c+"));
 }
 
-/// A group without row takes over whether there are marks, and drops the marks themselves.
+/// A group without a row takes over hasMarkedFiles and loses its marks.
 void tst_groupMarks::dropsSharedMarksWithoutRow()
 {
     QList<DuplicateGroup> groups{group("ab"), group("ab"), group("ab")};
@@ -181,7 +181,7 @@ void tst_groupMarks::matchesTheQuadraticAlgorithm()
         QList<int> positions;
         for (int i = random.bounded(8); i > 0; --i) {
             groups.append(group(randomLetters(0, 3), randomLetters(0, 2)));
-            // On record although there are none: the record may lag behind.
+            // hasMarkedFiles may be out of date.
             groups.last().hasMarkedFiles = random.bounded(2) == 0;
             if (random.bounded(3) > 0)
                 positions.append(int(groups.size()) - 1);

@@ -9,7 +9,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The help button, the menu and About. What would be opened in the browser is caught instead.
+/// The help button, the menu and the About box. Addresses are recorded instead of opened.
 class tst_helpMenu : public QObject
 {
     Q_OBJECT
@@ -52,7 +52,7 @@ void tst_helpMenu::opensTheMenuOnPress()
         }
     });
     poll.start(5);
-    // Comes back when the menu is closed again.
+    // Returns when the menu is closed.
     QTest::mousePress(button, Qt::LeftButton);
     QTRY_VERIFY(opened);
 }

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int seeds = 60;
 
-/// How many names of the tree below \a folder are left out.
+/// Number of names below \a folder that are left out.
 qsizetype undecodableNamesBelow(const QString &folder)
 {
     qsizetype names = 0;
@@ -42,7 +42,7 @@ qsizetype undecodableNamesBelow(const QString &folder)
 
 } // namespace
 
-/// A walk yields every file under its own name or leaves it out, whatever bytes the names are made of.
+/// A walk yields every file under its exact name or leaves it out, for names of any bytes.
 class tst_hostileNames : public QObject
 {
     Q_OBJECT
@@ -88,7 +88,7 @@ void tst_hostileNames::decodesEveryNameExactlyOrSkipsIt()
     QCOMPARE(undecodableNamesBelow(tree.path()), names.undecodable());
 }
 
-/// QDirIterator itself drops U+FEFF at the start of a name.
+/// QDirIterator drops U+FEFF at the start of a name, so no name here starts with it.
 void tst_hostileNames::matchesQtsWalkWithoutByteOrderMarks()
 {
     const HostileTree tree;

@@ -30,7 +30,7 @@ QByteArray picture(const char *format)
     return buffer.data();
 }
 
-/// The most memory the process has ever held, in MiB; 0 where nobody knows.
+/// Peak resident memory of the process in MiB, 0 if unknown.
 qint64 peakMemory()
 {
 #ifdef Q_OS_LINUX
@@ -43,7 +43,7 @@ qint64 peakMemory()
 
 } // namespace
 
-/// Pictures that are broken, or larger than memory: the rows are there, marked and deleted like any others.
+/// Pictures that are broken or larger than memory: their files are listed, marked and deleted like others.
 class tst_hostilePictures : public QObject
 {
     Q_OBJECT
@@ -98,7 +98,7 @@ void tst_hostilePictures::survivesThePicture()
     QCOMPARE(driver.checkedPaths().size(), 1);
     driver.clickAndCloseBoxes("btnRemoveSelected");
     QCOMPARE(tree.state().size(), 1);
-    // Far less than the gigabytes that the pixels would take.
+    // The pixels would take gigabytes.
     QCOMPARE_LT(peakMemory() - memoryBefore, 700);
 }
 

@@ -15,8 +15,8 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Trees with whatever a disk can hold: the window finds the copies among it, and Delete takes the marked
-/// files from the disk and nothing else.
+/// Trees with unusual entries: the window finds the copies, and Delete removes the marked files and nothing
+/// else.
 class tst_hostileTrees : public QObject
 {
     Q_OBJECT
@@ -53,7 +53,7 @@ QString tst_hostileTrees::path(const QString &name) const
     return m_tree->path(name);
 }
 
-/// Presses Delete: all marked files have to go, and the rest of the disk stays as it is.
+/// Presses Delete and checks that all marked files are gone and that nothing else has changed.
 void tst_hostileTrees::checkDeletion(WindowDriver &driver)
 {
     QList<QByteArray> marked;
@@ -78,7 +78,7 @@ void tst_hostileTrees::deletesFilesWithOddNames_data()
         QTest::newRow(each.description) << each.name;
 }
 
-/// All odd names are in the tree at once, so that one taken for another would be noticed.
+/// All names are in the tree at the same time, so the test notices if one is mistaken for another.
 void tst_hostileTrees::deletesFilesWithOddNames()
 {
 #ifdef Q_OS_WIN
@@ -100,7 +100,7 @@ void tst_hostileTrees::deletesFilesWithOddNames()
     checkDeletion(driver);
 }
 
-/// Such a name turns into replacement characters as text, and so into the name of another entry.
+/// Decoded, such a name contains replacement characters and equals the name of another entry.
 void tst_hostileTrees::skipsNamesThatAreNotText()
 {
     const QList<QByteArray> names{
@@ -215,7 +215,7 @@ void tst_hostileTrees::deletesOneNameOfAFileWithTwo()
     QCOMPARE(m_tree->state().size(), 1);
 }
 
-/// Opening a pipe would stop the program for ever, opening a device can set it off.
+/// Opening a pipe blocks; opening a device can have side effects.
 void tst_hostileTrees::neverOpensPipesSocketsAndDevices()
 {
     if (!makePipe(path(u"pipe.jpg"_s)) || !makeSocket(path(u"socket.jpg"_s)))

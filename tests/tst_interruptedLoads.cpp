@@ -18,7 +18,7 @@ namespace {
 
 constexpr int pairs = 45;
 
-/// Whether each group row shows a pair of copies, and no group is there twice.
+/// Returns whether each group row shows a pair of copies and no group is listed twice.
 bool rowsAreWhole(WindowDriver &driver)
 {
     const QStringList titles = driver.groupTitles();
@@ -36,7 +36,7 @@ bool rowsAreWhole(WindowDriver &driver)
 
 } // namespace
 
-/// Results that replace one another, and requests that come in while a category is being loaded.
+/// Results that replace one another, and requests that arrive during a category load.
 class tst_interruptedLoads : public QObject
 {
     Q_OBJECT
@@ -53,9 +53,10 @@ private slots:
     void acceptsRequestsDuringALoad();
 
 private:
-    /// The page has to be in order: the rows are whole, what is marked stays marked, Delete takes just that.
+    /// Checks that the rows are intact, that marks survive a reload and that Delete removes the marked file
+    /// alone.
     void verifyThePageIsInOrder();
-    /// Whether no scan is under way and the last load has ended.
+    /// Returns whether no scan is running and the last load has ended.
     bool isQuiet();
 
     QScopedPointer<QTemporaryDir> m_folder;
@@ -118,7 +119,7 @@ void tst_interruptedLoads::startsEveryResultWithFreshMarks()
 void tst_interruptedLoads::neverSavesOldMarksIntoNewGroups()
 {
     QVERIFY(m_driver->scan());
-    // Out of sight it needs no pool to be painted.
+    // A hidden window does not need the pool for painting.
     m_driver->window().hide();
     PoolGate gate;
     m_driver->click("btnStartScan");
@@ -154,13 +155,13 @@ void tst_interruptedLoads::acceptsADeliveryDuringALoad()
     m_driver->click("btnStartScan");
     gate.runQueuedTasks();
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
-    // The first scan is being analysed while the second one walks.
+    // The first scan is being analysed while the second one collects files.
     m_driver->setFolders({other.path()});
     m_driver->click("btnStartScan");
     gate.runQueuedTasks();
     QCoreApplication::sendPostedEvents(&m_driver->window(), QEvent::MetaCall);
     QCOMPARE(m_driver->page(), u"duplicatespage"_s);
-    // The first result is there, the second one is ready: the load takes it, in its midst.
+    // The first result is delivered. The second one is ready and arrives in the middle of the load.
     gate.runQueuedTasks();
     gate.open();
     QThread::msleep(static_cast<unsigned long>(pause));
@@ -212,7 +213,7 @@ void tst_interruptedLoads::acceptsRequestsDuringALoad()
                 m_driver->callSlot(request);
         });
     };
-    // Delete tells what it has done.
+    // Delete ends with a message box.
     withModalDialogs(
         [&] {
             if (first) {

@@ -23,8 +23,8 @@ bool neverAbandoned()
 
 } // namespace
 
-/// A walk through crowded and deep folders keeps the order of Qt's own, yields files soon, and can be ended
-/// at any point.
+/// A walk through large and deep folders keeps the order of QDirIterator, yields files early and can be
+/// stopped at any point.
 class tst_largeTrees : public QObject
 {
     Q_OBJECT
@@ -74,7 +74,7 @@ void tst_largeTrees::keepsTheOrderInTreesOfEveryShape()
     QCOMPARE(walk.next(), std::nullopt);
 }
 
-/// A folder of a million files must not keep its user without progress until all of it has been read.
+/// A folder of a million files must show progress before all of it has been read.
 void tst_largeTrees::returnsAFileBeforeTheFolderIsRead()
 {
     const QTemporaryDir root;
@@ -97,12 +97,11 @@ void tst_largeTrees::endsInTheMiddleOfACrowdedFolder()
     QVERIFY(walk.next());
     abandoned = true;
     QCOMPARE(walk.next(), std::nullopt);
-    // The walk does not come to life again.
+    // An abandoned walk stays at its end.
     QCOMPARE(walk.next(), std::nullopt);
 }
 
-/// Before the walk goes into a subfolder, it reads the rest of the folder around it: a million files,
-/// perhaps.
+/// The walk reads the rest of a folder, perhaps a million files, before it enters a subfolder.
 void tst_largeTrees::checksForAbandonAtEveryEntry()
 {
     constexpr int subfolders = 20;
@@ -162,7 +161,7 @@ void tst_largeTrees::reachesTheDeepestFolderWithASmallStack()
         while (walk.next())
             ++found;
     }));
-    // Enough for a walk, not for a call in each folder.
+    // Enough for a loop, too little for recursion.
     thread->setStackSize(256 * 1024);
     thread->start();
     QVERIFY(thread->wait());

@@ -7,7 +7,7 @@
 using std::chrono_literals::operator""h;
 using std::chrono_literals::operator""ms;
 
-/// The order in which loads and other changes of the results page run.
+/// The order in which a queue runs loads and the other steps that change the results page.
 class tst_loadQueue : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private slots:
     void allowsADelayedStepToDelayAnother();
 
 private:
-    /// A step that writes down its name, with a plus when a load is under way.
+    /// A step that logs its name, followed by a plus during a load.
     LoadQueue::Step step(const QString &name)
     {
         return [this, name] { m_log.append(m_queue->isLoading() ? name + u'+' : name); };
@@ -128,6 +128,7 @@ void tst_loadQueue::replacesADelayedStepThatIsPostponed()
 
 void tst_loadQueue::allowsADelayedStepToDelayAnother()
 {
+    // The step uses its capture after it has delayed the next one, so it must still exist then.
     const QString longName(100, u'x');
     m_queue->runDelayed(0ms, [this, longName] {
         m_queue->runDelayed(0ms, step(QStringLiteral("next")));

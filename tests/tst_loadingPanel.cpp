@@ -18,7 +18,7 @@ const auto panelText = u"Loading duplicate files,  wait..."_s;
 
 } // namespace
 
-/// The panel that covers the window until the first rows of a result are there, and what goes with it.
+/// The loading panel, which covers the window until the first rows of a result appear.
 class tst_loadingPanel : public QObject
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ void tst_loadingPanel::init()
     m_events.reset(new LoadingPanelEvents(&m_driver->window()));
 }
 
-// The callbacks hold references to variables of the test that is over.
+// The callbacks refer to local variables of the test that has ended.
 void tst_loadingPanel::cleanup()
 {
     m_events.reset();
@@ -156,7 +156,7 @@ void tst_loadingPanel::appearsOncePerWindow()
     QTRY_COMPARE(frameless(), 0);
 }
 
-// A scan can be started again before the first rows have come.
+// The user can start a scan again before the first rows appear.
 void tst_loadingPanel::closesWhenTheNextScanStarts()
 {
     QPointer<QWidget> panel;
@@ -179,7 +179,8 @@ void tst_loadingPanel::closesWhenTheNextScanStarts()
     QCOMPARE(m_driver->page(), u"duplicatespage"_s);
 }
 
-/// A call from another thread is queued for the window's thread, which here waits for the other one.
+/// A call from another thread is queued. The window's thread waits for that thread here, so a blocking call
+/// would deadlock.
 void tst_loadingPanel::closesOnItsOwnThread()
 {
     bool visibleAfterCall = false;

@@ -15,7 +15,7 @@ namespace {
 constexpr QChar ellipsis(0x2026);
 const QString deep = u"/home/anna/Documents/"_s + u"a folder deep inside/"_s.repeated(8);
 
-/// What the row shows, without its check box.
+/// Image of the row without its check box.
 QImage rowText(QTreeWidget *tree, QTreeWidgetItem *row)
 {
     const QRect rect = tree->visualItemRect(row).adjusted(80, 0, 0, -20);
@@ -145,7 +145,7 @@ void tst_longPaths::showsTheWholePathInTheToolTip()
     QCOMPARE(QString(tip).remove(u'\n'), path);
     for (const QString &line : tip.split(u'\n')) {
         QVERIFY(line.size() <= 100);
-        QVERIFY(line.toUtf8().indexOf('?') < 0); // half a letter
+        QVERIFY(line.toUtf8().indexOf('?') < 0); // half a surrogate pair
     }
     QVERIFY(pathToolTip(u"/<b>bold</b>"_s).contains(u"&lt;b&gt;bold"_s));
 }

@@ -10,7 +10,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The window around the pages: its size, its top bar, its slots, and how it starts.
+/// The window around the pages: size, top bar, slots and initial state.
 class tst_mainWindow : public QObject
 {
     Q_OBJECT
@@ -161,7 +161,7 @@ void tst_mainWindow::goesBackToTheStartPage()
     QVERIFY(driver.find("btnStartScan")->isEnabled());
 }
 
-/// Back is connected by its name and once more.
+/// Back is connected by its name and a second time explicitly.
 void tst_mainWindow::goesBackTwicePerClick()
 {
     WindowDriver driver;

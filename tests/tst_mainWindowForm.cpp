@@ -4,7 +4,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Every widget of the window of the form: its name, place, text and picture.
+/// Every widget of the main window's form: name, geometry, text and picture.
 class tst_mainWindowForm : public QObject
 {
     Q_OBJECT
@@ -26,8 +26,8 @@ void tst_mainWindowForm::hasEveryWidgetInItsPlace_data()
     QTest::addColumn<QRect>("rectangle");
     QTest::addColumn<QSize>("styledMinimum");
 
-    // The style sheets ask for a minimum (content, padding, border and margin) that is larger than the form's
-    // size for some; Qt applies it when the widget is first shown.
+    // Some style sheets set a minimum size (content, padding, border and margin) above the size in the form.
+    // Qt applies it when the widget is first shown.
     const QSize none(0, 0);
     const QSize category(75 + 2 * 15 + 12, 28 + 2 * 6);
     const QSize outline(40 + 2 * 1, 28 + 2 * 1);

@@ -22,7 +22,7 @@ namespace {
 constexpr int patience = 60'000;
 constexpr int scans = 20;
 
-/// Threads of this process.
+/// Number of threads in this process.
 qsizetype threadCount()
 {
     return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
@@ -35,7 +35,7 @@ bool isAnyTaskRunning()
 
 } // namespace
 
-/// Stop ends no scan, so a user can start any number of them. They take turns on a fixed number of threads.
+/// Stop does not end a scan, so a user can start any number of them. They share a fixed number of threads.
 class tst_overlappingScans : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ private slots:
     void runOnAFixedNumberOfThreads();
 };
 
-/// Of a walk that runs on the last thread, no part may wait for another thread.
+/// A walk on the last free thread must not wait for another thread.
 void tst_overlappingScans::countsOnOneThreadWhenNoneIsFree()
 {
     const QTemporaryDir folder;
@@ -72,7 +72,7 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
     writeFile(scanned + u"/a"_s, "twice");
     writeFile(scanned + u"/b"_s, "twice");
     WindowDriver driver;
-    // The window waits for its scans when it closes.
+    // The window waits for its scans when it is destroyed.
     const auto answering = qScopeGuard(SimulatedDisk::unblock);
     driver.setFolders({scanned});
     const int cores = QThread::idealThreadCount();
@@ -83,7 +83,7 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
         QTest::qWait(1);
         driver.click("btnStopScan");
     }
-    // As many as there can be wait for the folder, none of them on the pool that Qt paints with.
+    // Every scan thread waits for the folder; none of the threads that Qt paints with does.
     QTRY_COMPARE_WITH_TIMEOUT(scanThreads().activeThreadCount(), scanThreads().maxThreadCount(), patience);
     QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, patience);
     qsizetype counted = threadCount();

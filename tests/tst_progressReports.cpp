@@ -4,7 +4,7 @@
 
 #include <limits>
 
-/// When a scan reports, and the percentage that it reports.
+/// When a scan reports progress, and the percentage that it reports.
 class tst_progressReports : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ void tst_progressReports::truncatesThePercentage_data()
     QTest::newRow("two of three") << 2 << 3 << 66;
     QTest::newRow("all") << 7 << 7 << 100;
     QTest::newRow("more than were counted") << 15 << 10 << 150;
-    // A hundred times as many no longer fit into 32 bits.
+    // A hundred times the count does not fit into 32 bits.
     QTest::newRow("22 million") << 22'000'000 << 44'000'000 << 50;
     QTest::newRow("as many as can be counted") << most << most << 100;
 }
@@ -64,7 +64,7 @@ void tst_progressReports::reportsAfterEightHundredMilliseconds()
     QVERIFY(throttle.isDue(4, 1600));
 }
 
-/// A report for the files postpones the next one for the time, and the other way round.
+/// A report due to the number of files postpones the next one due to time, and vice versa.
 void tst_progressReports::measuresFromTheLastReport()
 {
     std::atomic<qint32> lastReportedCount = 0;

@@ -22,7 +22,7 @@ constexpr int wanted = 4096;
 using Buffer = std::array<char, wanted>;
 
 #ifdef Q_OS_LINUX
-/// The flags with which this process holds \a path open; nothing when it does not.
+/// The flags of the descriptor with which this process has \a path open; nothing if there is none.
 std::optional<int> flagsOfOpenFile(const QString &path)
 {
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
@@ -44,7 +44,7 @@ std::optional<int> flagsOfOpenFile(const QString &path)
 
 } // namespace
 
-/// A file to fingerprint, read piece by piece.
+/// Reads pieces of a file to fingerprint.
 class tst_regularFile : public QObject
 {
     Q_OBJECT
@@ -78,7 +78,7 @@ void tst_regularFile::reads()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("file"));
     const QByteArray content = randomBytes(size, 1);
-    // What was just written is in memory.
+    // The page cache has what was just written.
     writeFile(path, content);
 
     RegularFile file(path);
@@ -125,7 +125,7 @@ void tst_regularFile::waitsForALeaseOfAnotherProcess()
     QVERIFY(file.isOpen());
     Buffer buffer = {};
     const qint64 read = file.readAt(0, buffer.data(), wanted);
-    // What the other process has written while this one waited.
+    // Written by the other process while this one waited.
     QCOMPARE(QByteArray(buffer.data(), read), "behind");
 }
 

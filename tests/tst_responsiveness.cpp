@@ -7,7 +7,7 @@
 #include <QTest>
 #include <QThreadPool>
 
-/// The window stays usable while its tasks run, also on a machine with one core.
+/// The window stays usable while its tasks run, even on a machine with one core.
 class tst_responsiveness : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ private slots:
     void leavesAThreadToTheWindowWhileCollecting();
 };
 
-/// Painting a large scaled picture, as the scan page does, waits for a thread of the global pool.
+/// The scan page paints a large scaled picture, for which Qt waits for a thread of the global pool.
 void tst_responsiveness::leavesAThreadToTheWindowWhileCollecting()
 {
     const QTemporaryDir folder;
@@ -28,7 +28,7 @@ void tst_responsiveness::leavesAThreadToTheWindowWhileCollecting()
     driver.setFolders({folder.path()});
 
     driver.click("btnStartScan");
-    // Without the event loop, so that nothing but the collection can be running.
+    // The event loop does not run, so the collection is the only task.
     const QDeadlineTimer deadline(30'000);
     while (scannedFileCount == 0 && !deadline.hasExpired())
         QThread::yieldCurrentThread();

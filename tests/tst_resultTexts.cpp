@@ -37,7 +37,7 @@ private slots:
 
 void tst_resultTexts::initTestCase()
 {
-    // Numbers look the same everywhere, also where people write 1.024,50.
+    // The texts must not depend on the locale; German writes 1.024,50.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
 }
 

@@ -12,7 +12,7 @@ constexpr int categoryRole = Qt::UserRole + 1;
 
 } // namespace
 
-/// The batches in which the rows of the results page come.
+/// The batches in which the rows of the results page are loaded.
 class tst_resultsBatches : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -70,7 +70,7 @@ void tst_resultsBatches::loadsOnlyPastNinetyPerCent()
     bar->setValue(90);
     QCOMPARE(groups(), 20);
     bar->setValue(91);
-    // The check is connected twice, so one change asks for two batches.
+    // The scroll bar is connected twice, so one change loads two batches.
     QCOMPARE(groups(), 60);
 }
 
@@ -82,7 +82,7 @@ void tst_resultsBatches::loadsNothingWhenThereIsNothingToScroll()
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     bar->setValue(1);
     QCOMPARE(groups(), 20);
-    // Comes to 0 with a value change, as the emptied tree's bar does.
+    // The value changes to 0, as it does when the tree is emptied.
     bar->setRange(0, 0);
     QCOMPARE(bar->value(), 0);
     QCOMPARE(groups(), 20);
@@ -94,7 +94,7 @@ void tst_resultsBatches::loadsWhenFewerThanAHundredRemain()
     QVERIFY(scan());
     QCoreApplication::processEvents();
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
-    // Steps of the bar less pixels of the viewport.
+    // What remains is counted in steps of the bar, less the pixels of the viewport.
     bar->setRange(0, m_driver->tree()->viewport()->height() + 110);
     bar->setValue(10);
     m_driver->callSlot("on_treeDuplicates_scroll");

@@ -15,7 +15,7 @@ namespace {
 constexpr QRgb selectedCategory = qRgb(0xd2, 0xe8, 0xff);
 constexpr QRgb hoveredRow = qRgb(0xea, 0xf4, 0xfb);
 
-/// Where the two pictures differ.
+/// Bounding rectangle of the pixels that differ.
 QRect differences(const QImage &first, const QImage &second)
 {
     QRect area;
@@ -28,7 +28,7 @@ QRect differences(const QImage &first, const QImage &second)
     return area;
 }
 
-/// The darkest grey in a part of a picture.
+/// The darkest grey in \a area, from 0 to 255.
 int darkest(const QImage &picture, const QRect &area)
 {
     int value = 255;
@@ -41,7 +41,7 @@ int darkest(const QImage &picture, const QRect &area)
 
 } // namespace
 
-/// What the results page looks like, pixel by pixel and independent of fonts.
+/// How the results page is painted, checked by pixels that do not depend on fonts.
 class tst_resultsLook : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ private slots:
     void tintsTheHoveredRow();
 
 private:
-    /// The tree as it is drawn with everything around it.
+    /// The viewport of the tree, painted as a part of the window.
     [[nodiscard]] QImage treePicture() const;
     void showPlaceholder();
 };
@@ -124,7 +124,7 @@ void tst_resultsLook::paintsThePlaceholderInTheMiddle()
 void tst_resultsLook::paintsCheckBoxesWhiteWithAnOutline_data()
 {
     QTest::addColumn<int>("row");
-    // Every other row has a background of its own.
+    // The backgrounds of the rows alternate.
     QTest::newRow("even row") << 0;
     QTest::newRow("odd row") << 1;
 }
@@ -137,11 +137,11 @@ void tst_resultsLook::paintsCheckBoxesWhiteWithAnOutline()
     const QImage checked = treePicture();
     group(row)->setCheckState(0, Qt::Unchecked);
     const QImage unchecked = treePicture();
-    // Only the check mark differs, so this is inside the box.
+    // Only the check mark differs, so this area is inside the box.
     const QRect mark = differences(checked, unchecked);
     QVERIFY(!mark.isEmpty());
     QCOMPARE(darkest(unchecked, mark), 255);
-    // To the left of it and above it is the outline.
+    // The outline is to the left of the check mark and above it.
     const int outline = darkest(unchecked, mark.adjusted(-4, -4, 0, 0));
     QVERIFY2(outline < 200, qPrintable(u"an outline of grey %1 is hardly visible"_s.arg(outline)));
 }

@@ -7,11 +7,11 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Random sequences of what a user can do on the results page, with files changing underneath. After every
-/// step the window and the disk must be as a small model of the rules says.
+/// Random sequences of user actions on the results page while files change on disk. After every step the
+/// window and the disk must match a small model of the rules.
 ///
 /// QUILLORY_MODEL_SEQUENCES sets the number of sequences, QUILLORY_MODEL_SEED repeats a run. Tens of
-/// thousands of sequences need a longer QTEST_FUNCTION_TIMEOUT (milliseconds) as well.
+/// thousands of sequences need a longer QTEST_FUNCTION_TIMEOUT (milliseconds).
 class tst_resultsModel : public QObject
 {
     Q_OBJECT
@@ -70,7 +70,7 @@ void tst_resultsModel::windowAndDiskFollowTheRules()
     m_reached.add(user.reached());
 }
 
-/// Steps that never get anywhere interesting would agree with any model.
+/// Checks the coverage: steps that never delete a file would match any model.
 void tst_resultsModel::cleanupTestCase() const
 {
     qInfo("later batches %d, deleted files %d, deletions with failures %d", m_reached.laterBatches,

@@ -19,7 +19,7 @@ void makeFile(const QString &path, qint64 size)
 
 } // namespace
 
-/// The rows of the results page, and the line that sums them up.
+/// The rows of the results page, and the line with their totals.
 class tst_resultsTree : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -150,7 +150,7 @@ void tst_resultsTree::skipsVanishedFiles()
     QStringList shown = m_driver->filePaths();
     shown.sort();
     QCOMPARE(shown, (QStringList{paths.at(0), paths.at(2)}));
-    // Every row is checked, but not every file of the group has one.
+    // Every row is checked, but one file of the group has no row.
     QCOMPARE(m_driver->checkedPaths().size(), 2);
     QCOMPARE(group(0)->checkState(0), Qt::PartiallyChecked);
     QVERIFY(QFile::remove(paths.at(0)) && QFile::remove(paths.at(2)));
@@ -217,7 +217,7 @@ void tst_resultsTree::showsNoSelection()
     writePairs(m_folder->path(), 5, u"txt"_s);
     QVERIFY(scan());
     QTreeWidget *const tree = m_driver->tree();
-    // The whole row but for the arrow that opens it.
+    // The row without the arrow that expands it.
     const QRect row = tree->visualItemRect(group(2));
     const QRect inWindow(tree->viewport()->mapTo(&m_driver->window(), row.topLeft()), row.size());
     const QImage before = m_driver->window().grab(inWindow).toImage();

@@ -45,7 +45,7 @@ const QStringList fileEntries{u"Open"_s, u"Show in folder"_s, u"Copy path"_s};
 
 } // namespace
 
-/// The context menu of the results: what it offers, what it does, and that it changes nothing.
+/// The context menu of the results: its entries, their actions, and that opening it has no side effects.
 class tst_rowMenu : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -68,7 +68,7 @@ private slots:
     void changesNeitherCheckBoxesNorRows();
 
 private:
-    /// Right-clicks as a person does; returns the menu that comes up, or null.
+    /// Right-clicks with mouse and context menu events. Returns the menu that opens, or null.
     QMenu *rightClick(const QPoint &position);
     [[nodiscard]] std::unique_ptr<QMenu> menuOf(const QTreeWidgetItem *row);
 
@@ -79,7 +79,7 @@ private:
 void tst_rowMenu::initTestCase()
 {
     dropRepeatedMessages();
-    // No file manager can be asked, so the folder is opened.
+    // Without a session bus no file manager can be found, so the folder is opened.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
 }
 
@@ -194,7 +194,7 @@ void tst_rowMenu::opensNothingOnEmptySpace()
     QVERIFY(!rightClick(m_driver->tree()->visualItemRect(group(0)).center()));
 }
 
-/// Also when the click hits a check box, and with more groups waiting to be loaded.
+/// Clicks hit check boxes as well, and some groups are not loaded yet.
 void tst_rowMenu::changesNeitherCheckBoxesNorRows()
 {
     m_driver->click("btnBack");

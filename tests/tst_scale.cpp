@@ -25,7 +25,7 @@ bool isFullScale()
     return qEnvironmentVariableIntValue("QUILLORY_FULL_SCALE") == 1;
 }
 
-/// Files made in memory spare the disk and are there at once.
+/// Prefers a file system in memory, where files are written faster.
 QString folderTemplate()
 {
     const QFileInfo memory(u"/dev/shm"_s);
@@ -39,7 +39,7 @@ void writeFileQuickly(const QString &path, const QByteArray &content)
         qFatal("Cannot write %s", qPrintable(path));
 }
 
-/// Prints how long each stage took, and the longest time in it without a turn of the event loop.
+/// Prints the duration of each stage, and the longest time in it without an iteration of the event loop.
 class StageClock
 {
 public:
@@ -70,7 +70,7 @@ private:
     qint64 m_longest = 0;
 };
 
-/// Bytes that the process holds at the moment, if that is known.
+/// Bytes that the process uses.
 struct Memory
 {
     qint64 heap = 0;
@@ -141,7 +141,7 @@ void tst_scale::worksWithManyFiles()
     QVERIFY(tree.isValid());
     for (int i = 0; i < folders; ++i)
         QVERIFY(QDir(tree.path()).mkdir(QString::number(i)));
-    // All of one size, so that every single one has to be opened.
+    // All files have the same size, so each of them must be read.
     const auto write = [&](int content, int copy) {
         writeFileQuickly(u"%1/%2/%3-%4.%5"_s.arg(tree.path(), QString::number((content + copy) % folders),
                              QString::number(content), QString::number(copy), suffix),
@@ -206,7 +206,7 @@ void tst_scale::worksWithManyFiles()
     QCOMPARE(left, groups + unique + 1);
 }
 
-/// One process, one window, one scan after the other.
+/// Scans again and again in one window.
 void tst_scale::holdsNoMoreMemoryFromScanToScan()
 {
     if (!memoryInUse())

@@ -14,8 +14,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The places to scan on the start page: volumes listed at the start, folders added and rows removed by the
-/// user.
+/// The folders on the start page: volumes listed at startup, folders added and rows removed by the user.
 class tst_scanFolderList : public QObject
 {
     Q_OBJECT
@@ -230,7 +229,7 @@ void tst_scanFolderList::scansAFolderTwiceWhenItIsListedTwice()
     driver.setFolders({folder.path(), folder.path()});
     QVERIFY(driver.scan());
     QCOMPARE(driver.filePaths(), (QStringList{path, path}));
-    // The one file there is must not be offered for deletion as its own copy.
+    // A file must never be marked as a copy of itself.
     QCOMPARE(driver.checkedPaths(), QStringList());
 }
 
@@ -252,7 +251,7 @@ void tst_scanFolderList::removesARowFromTheMiddle()
     QCOMPARE(driver.folders(), (QStringList{paths.at(0), paths.at(3), paths.at(1)}));
 }
 
-/// The button outlives its row until control returns to the event loop.
+/// The button exists until control returns to the event loop, so it can be clicked again.
 void tst_scanFolderList::removesARowOnce()
 {
     WindowDriver driver;

@@ -10,7 +10,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The scan options dialog by itself.
+/// The scan options dialog without the main window.
 class tst_scanOptionsDialog : public QObject
 {
     Q_OBJECT
@@ -203,7 +203,7 @@ void tst_scanOptionsDialog::readsEachSkipBox()
 void tst_scanOptionsDialog::showsTheGivenOptions()
 {
     ScanOptions options;
-    // Keys are compared exactly: "Video" is nobody's.
+    // Keys are case-sensitive: "Video" matches no box.
     options.fileTypes = QStringList{u"other"_s, u"Video"_s, u"document"_s};
     options.minSize = 7;
     options.minUnit = u"MB"_s;

@@ -30,7 +30,7 @@ void writeOnePairPerSuffix(const QString &folder)
     for (qsizetype i = 0; i < everything.size(); ++i) {
         const QString &suffix = everything.at(i);
         const QString ending = suffix.isEmpty() ? QString() : u'.' + suffix;
-        // In a folder each: for some disks small and capital letters are the same.
+        // One folder for each: some file systems ignore case.
         writeCopies(folder + u'/' + QString::number(i), {u"first"_s + ending, u"second"_s + ending},
             "content of " + suffix.toUtf8());
     }
@@ -43,8 +43,8 @@ void check(const QWidget *dialog, const Names &names, const Chosen &chosen)
         child(dialog, name)->setChecked(chosen.contains(QByteArray(name)));
 }
 
-/// Scans \a folders with these boxes checked and no other; returns the paths of all files with copies,
-/// sorted.
+/// Scans \a folders with only the boxes in \a checked checked. Returns the sorted paths of all files with
+/// copies.
 QStringList scanWith(WindowDriver &driver, const QStringList &folders, const QByteArrayList &checked)
 {
     driver.chooseOptions([&checked](QWidget *dialog) {
@@ -67,7 +67,7 @@ QByteArrayList allTypes()
 
 } // namespace
 
-/// One whole scan for each option of the dialog.
+/// What each option of the dialog changes in a scan.
 class tst_scanPerOption : public QObject
 {
     Q_OBJECT
@@ -91,7 +91,7 @@ private:
 
 void tst_scanPerOption::initTestCase()
 {
-    // The desktop is looked up in the XDG settings; elsewhere it cannot be redirected.
+    // Redirects the desktop folder on systems with XDG settings. Others are skipped.
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.filePath(u"config"_s)));
     writeFile(m_home.filePath(u"config/user-dirs.dirs"_s),
         "XDG_DESKTOP_DIR=\"" + QFile::encodeName(m_home.filePath(u"Desktop"_s)) + "\"\n");
@@ -167,7 +167,7 @@ void tst_scanPerOption::skipsTheDesktop()
     if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) != desktop)
         QSKIP("The desktop folder cannot be redirected here");
     QStringList onDesktop = writeCopies(desktop, {u"a.txt"_s, u"deep/b.txt"_s}, "desktop");
-    // The rule only compares the beginning of the path, and ignores case.
+    // The rule compares the beginning of the path and ignores case.
     for (const QString &beside : {u"Desktop2"_s, u"DESKTOP"_s})
         onDesktop +=
             writeCopies(m_home.filePath(beside), {u"a.txt"_s, u"b.txt"_s}, "beside, " + beside.toUtf8());
@@ -209,7 +209,7 @@ void tst_scanPerOption::findsVisibleFilesInAHiddenPlace()
     const QTemporaryDir folder;
     const QStringList paths = writeCopies(folder.path(), {u".place/a.txt"_s, u".place/b.txt"_s}, "content");
     WindowDriver driver;
-    // The rule asks each file whether it is hidden itself, not its folder.
+    // The rule checks whether the file itself is hidden, not its folder.
     QCOMPARE(
         scanWith(driver, {folder.filePath(u".place"_s)}, allTypes() + QByteArrayList{"chkSkipHiddenFolder"}),
         paths);
@@ -221,7 +221,7 @@ void tst_scanPerOption::findsEverythingElsewhereWithAllRulesOn()
     QSKIP("No folder inside another is called C: here");
 #endif
     const QTemporaryDir folder;
-    // The rules for Windows and its programs know whole paths, not folder names.
+    // The rules for Windows and its programs compare full paths, not folder names.
     const QStringList paths = writeCopies(folder.path(),
         {u"C:/Program Files (x86)/a.txt"_s, u"C:/Program Files/a.txt"_s, u"C:/Windows/a.txt"_s}, "content");
     WindowDriver driver;

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// A report is due after this time as well, and after 100 files.
+/// A report is due after this time or after 100 files.
 constexpr int reportMilliseconds = 800;
 constexpr const char *reportedForTheTime = "The scan took so long that it reported for the time as well";
 
@@ -27,7 +27,7 @@ struct Report
     qint32 scanned = 0;
 };
 
-/// One scan, with all that it told and asked.
+/// Runs a collection and records its reports.
 struct Scan
 {
     explicit Scan(const QStringList &folders, const ScanOptions &options = everyType())
@@ -69,7 +69,7 @@ struct Scan
     QList<Report> reports;
     int counted = 0;
     bool reportedBeforeCounted = false;
-    /// Whether it took so long that a report may have been due for the time alone.
+    /// Whether the collection was so slow that a report may have been due to time alone.
     bool slow = false;
 
 private:
@@ -89,7 +89,7 @@ private:
 
 } // namespace
 
-/// What a scan reports while it runs, and how it is ended early.
+/// The progress that a scan reports, and how it ends early.
 class tst_scanProgress : public QObject
 {
     Q_OBJECT
@@ -128,7 +128,7 @@ void tst_scanProgress::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    // A process that has not scanned yet.
+    // As in a process that has not scanned yet.
     scannedFileCount = 0;
     acceptedFileCount = 0;
     lastReportedCount = 0;
@@ -139,7 +139,7 @@ QString tst_scanProgress::path(const QString &name) const
     return m_folder->filePath(name);
 }
 
-/// Writes files named after their number.
+/// Writes files named \a name with %1 replaced by their number.
 void tst_scanProgress::write(const QString &name, int files) const
 {
     for (int i = 0; i < files; ++i)
@@ -192,7 +192,7 @@ void tst_scanProgress::countsFilesOnEveryLevel()
     for (int level = 0; level < 5; ++level) {
         write(folder + QStringLiteral("%1.jpg"), 20);
         write(folder + QStringLiteral("second/%1.jpg"), 20);
-        // Neither hidden folders nor what links lead to.
+        // Hidden folders and the targets of links are not counted.
         write(folder + QStringLiteral(".hidden/%1.jpg"), 7);
         makeLink(path(QStringLiteral("a")), path(folder + QStringLiteral("link")));
         folder += QStringLiteral("deeper/");
@@ -205,7 +205,7 @@ void tst_scanProgress::countsFilesOnEveryLevel()
         QCOMPARE(report.percent, report.scanned * 100 / 400);
 }
 
-/// The mark of the last report outlives the scan: the next one first has to get 100 files beyond it.
+/// The count of the last report outlives the scan: the next scan reports only 100 files beyond it.
 void tst_scanProgress::keepsTheLastReportedCountOfThePreviousScan()
 {
     write(QStringLiteral("a/%1.jpg"), 250);
@@ -241,7 +241,7 @@ void tst_scanProgress::reportsAfterSomeTime()
             },
         .abandoned =
             [&, caller = QThread::currentThread()] {
-                // Asked here before each file, so it is the second one of the collecting pass that is late.
+                // Called before each file on this thread, so the second collected file is late.
                 if (QThread::currentThread() == caller && collecting && acceptedFileCount == 1 &&
                     !std::exchange(waited, true))
                     QThread::msleep(reportMilliseconds + 20);
@@ -275,7 +275,7 @@ void tst_scanProgress::reportsZeroPercentWhenNothingWasCounted()
         QCOMPARE(report.percent, 0);
 }
 
-/// The files of all folders are counted before the first of them is collected.
+/// The files of all folders are counted before the first one is collected.
 void tst_scanProgress::countsAllFoldersOnceBeforeReporting()
 {
     write(QStringLiteral("a/%1.jpg"), 100);
@@ -303,8 +303,7 @@ void tst_scanProgress::endsWhenAbandoned_data()
     QTest::newRow("while skipping everything") << 40 << true;
 }
 
-/// Once the answer is yes, each pass may ask once more, and each thread once for a folder that it is about to
-/// read.
+/// After the scan is abandoned, each pass may check once more, and each thread once before it reads a folder.
 void tst_scanProgress::endsWhenAbandoned()
 {
     QFETCH(const int, questions);

@@ -20,7 +20,7 @@ constexpr int tick = 500;
 constexpr int panelTick = 400;
 constexpr int patience = 30'000;
 
-/// Whole seconds on the scan page's clock.
+/// The elapsed time on the scan page in seconds.
 qint64 secondsShown(WindowDriver &driver)
 {
     return QTime(0, 0).secsTo(QTime::fromString(driver.labelText("labelElapsedTimeValue"), u"hh:mm:ss"_s));
@@ -28,7 +28,7 @@ qint64 secondsShown(WindowDriver &driver)
 
 } // namespace
 
-/// Nothing of one scan reaches into the next one.
+/// No state of one scan reaches the next one.
 class tst_scanReset : public QObject, private CopiesToScan
 {
     Q_OBJECT
@@ -70,7 +70,7 @@ void tst_scanReset::restartsTheClock()
     QTRY_VERIFY_WITH_TIMEOUT(secondsShown(driver) >= 1, patience);
     driver.click("btnStopScan");
 
-    // Started before the program's clock and read after it.
+    // Starts before the program's clock and is read after it.
     QElapsedTimer sinceStart;
     sinceStart.start();
     driver.click("btnStartScan");
@@ -113,11 +113,11 @@ void tst_scanReset::clearsTheMarks()
     QCOMPARE(filesBelow(m_folder->path()).size(), 3);
 }
 
-/// A scan that starts before the first rows are there takes the panel down but not its timer.
+/// A scan that starts before the first rows appear deletes the panel but not its timer.
 void tst_scanReset::stopsUpdatesOfTheClosedLoadingPanel()
 {
 #ifdef __GLIBC__
-    // Overwrites what is freed, so that a use of it is seen without a sanitizer.
+    // Overwrites freed memory, so that its use shows without a sanitizer.
     ::mallopt(M_PERTURB, 0xA5);
 #endif
     WindowDriver driver;

@@ -30,7 +30,7 @@ const QStringList idleTexts{u"0"_s, u"0"_s, u"00:00:00"_s, QString(), QString()}
 
 } // namespace
 
-/// One scan as the scan page shows it: start, progress, Stop, analysis, hand-over to the results page.
+/// One scan on the scan page: start, timers, Stop, analysis, delivery to the results page.
 class tst_scanRun : public QObject, private CopiesToScan
 {
     Q_OBJECT
@@ -66,7 +66,7 @@ void tst_scanRun::startsOnACleanScanPage()
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 0);
     QVERIFY(driver.find("btnStopScan")->isEnabled());
     QCOMPARE(driver.timers(tick).size(), 1);
-    // The animation is queued, so it starts with the next turn of the event loop.
+    // A queued call starts the animation in the next iteration of the event loop.
     QTRY_COMPARE(driver.timers(tick).size(), 2);
     for (const QTimer *timer : driver.timers(tick)) {
         QVERIFY(timer->isActive());
@@ -76,8 +76,8 @@ void tst_scanRun::startsOnACleanScanPage()
     QVERIFY(driver.waitForResults());
 }
 
-// Qt scales large pictures on the global pool and waits for it: on a machine with one core, the scan page's
-// pictures would hold the whole window up until the walk is over.
+// Qt scales large pictures on the global pool and waits for it. On a machine with one core, the pictures of
+// the scan page would block the window until the walk ends.
 void tst_scanRun::paintsWhileThePoolIsBusy()
 {
     WindowDriver driver;
@@ -137,7 +137,7 @@ void tst_scanRun::analysesWithStopDisabled()
     QCOMPARE(driver.page(), u"scanpage"_s);
     QVERIFY(!driver.find("btnStopScan")->isEnabled());
     QCOMPARE(driver.timers(tick).size(), 1);
-    // The animation is over; the clock is not.
+    // The animation has stopped; the clock has not.
     fire(driver.timers(tick));
     QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
     driver.click("btnStopScan");
@@ -187,7 +187,7 @@ void tst_scanRun::stopsImmediatelyAndDeliversLater()
     QCOMPARE(driver.find<QProgressBar>("progressBar")->value(), 0);
     QVERIFY(driver.find("btnStopScan")->isEnabled());
     QVERIFY(driver.find("btnStartScan")->isEnabled());
-    // The clock is gone, the animation stays until the analysis begins.
+    // The clock stops; the animation runs until the analysis begins.
     QCOMPARE(driver.timers(tick).size(), 1);
     fire(driver.timers(tick));
     QVERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
@@ -234,7 +234,7 @@ void tst_scanRun::showsTheLastOfOverlappingScans()
     driver.click("btnStartScan");
     driver.click("btnStartScan");
     QCOMPARE(driver.page(), u"scanpage"_s);
-    // The first scan's analysis and both walks of the second place.
+    // Runs the analysis of the first scan and both walks of the second folder.
     gate.open();
     QTRY_COMPARE_WITH_TIMEOUT(([&driver] {
         QStringList shown = driver.filePaths();

@@ -20,7 +20,7 @@ namespace {
 constexpr int tick = 500;
 constexpr int patience = 30'000;
 
-/// The values that a progress bar has taken.
+/// The values that a progress bar has had.
 QList<int> valuesOf(const QSignalSpy &changes)
 {
     QList<int> values;
@@ -29,7 +29,7 @@ QList<int> valuesOf(const QSignalSpy &changes)
     return values;
 }
 
-/// Stops the clock and the animation, which write into the labels as well.
+/// Stops the clock and the animation, which also write to the labels.
 void stopTimers(WindowDriver &driver)
 {
     for (QTimer *timer : driver.timers(tick))
@@ -38,7 +38,7 @@ void stopTimers(WindowDriver &driver)
 
 } // namespace
 
-/// What the scan page shows during a scan: dots, time, counters, the percentage and the current file.
+/// What the scan page shows during a scan: dots, time, counters, percentage and current file.
 class tst_scanStatus : public QObject, private CopiesToScan
 {
     Q_OBJECT
@@ -63,7 +63,7 @@ void tst_scanStatus::animatesTheStatusWithUpToThreeDots()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    // By itself first, then as fast as it can be made to.
+    // The text appears by itself; the test triggers the dots.
     QTRY_VERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
     QStringList texts;
     for (int i = 0; i < 12; ++i) {
@@ -87,7 +87,7 @@ void tst_scanStatus::showsElapsedTimeAndCounters()
     driver.find<QLabel>("labelDuplicatesFoundValue")->setText(u"7"_s);
     fire(driver.timers(tick));
     QCOMPARE(driver.labelText("labelFilesScannedValue"), u"1234"_s);
-    // Nothing counts duplicates up while the clock runs.
+    // Kept deliberately: the clock shows a count that nothing increases, so users see 0 during a scan.
     QCOMPARE(driver.labelText("labelDuplicatesFoundValue"), u"0"_s);
     const QRegularExpression running(u"^00:0[0-9]:[0-5][0-9]$"_s);
     QTRY_VERIFY(driver.labelText("labelElapsedTimeValue") != u"00:00:00");
@@ -103,8 +103,7 @@ void tst_scanStatus::namesTheFileBeingScanned()
 #endif
     for (int i = 0; i < 150; ++i)
         writeCopies(m_folder->path(), {name.arg(i)}, "content");
-    // Shared by all scans of the process and never reset: an earlier scan may have left a mark that is out of
-    // reach.
+    // All scans of the process share the count and never reset it: an earlier scan may have left it too high.
     lastReportedCount = 0;
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
@@ -120,13 +119,13 @@ void tst_scanStatus::namesTheFileBeingScanned()
     }
     QCOMPARE(driver.find<QLabel>("labelCurrentFile")->textFormat(), Qt::PlainText);
     QCOMPARE(progress.last().first().toInt(), 100);
-    // The first report came at the 100th of 153 files at the latest.
+    // The first report comes at the 100th of 153 files at the latest.
     QVERIFY(std::any_of(progress.cbegin(), progress.cend(), [](const QList<QVariant> &change) {
         return change.first().toInt() <= 65 && change.first().toInt() > 0;
     }));
 }
 
-/// Counted: 0. Then a report after each 100 files, or more often on a slow disk. At the end: 100.
+/// 0 after counting, then a report every 100 files (more often on a slow disk), 100 at the end.
 void tst_scanStatus::followsTheWalk()
 {
     writePairs(m_folder->path(), 125, u"txt"_s);
@@ -150,7 +149,7 @@ void tst_scanStatus::followsTheWalk()
     QVERIFY(values.size() >= 4);
     QVERIFY(values.at(1) > 0 && values.at(1) <= 100 * 100 / 253);
     QVERIFY(std::ranges::is_sorted(values));
-    // The walk is over when the first report is shown.
+    // The walk has ended when the first report is shown.
     QCOMPARE(files.texts(), (QStringList{u"stale"_s, u"0"_s, u"253"_s}));
 }
 

@@ -20,7 +20,7 @@ constexpr QSize frameSize(16, 40);
 
 } // namespace
 
-/// The window on screens with too little room for it. Qt's offscreen platform has such a screen, of 800x800.
+/// The window on screens that are too small for it. Qt's offscreen platform has such a screen, of 800x800.
 class tst_screenFit : public QObject
 {
     Q_OBJECT
@@ -100,7 +100,7 @@ void tst_screenFit::showsTheWholeWindow()
     QCOMPARE(scaled->windowTitle(), u"Quillory"_s);
     QVERIFY(!scaled->windowIcon().isNull());
     QCOMPARE(window.size(), windowSize);
-    // Its corners are the corners of the scaled window.
+    // The corners of the window are those of the scaled window.
     const QRectF shown = scaled->mapToScene(scaled->viewport()->rect()).boundingRect();
     QVERIFY(qAbs(shown.left()) < 2 && qAbs(shown.top()) < 2);
     QVERIFY(qAbs(shown.right() - windowSize.width()) < 3 && qAbs(shown.bottom() - windowSize.height()) < 3);
@@ -120,7 +120,7 @@ void tst_screenFit::looksLikeTheWindow()
         for (int x = 0; x < expected.width(); ++x)
             different += qAbs(qGray(shown.pixel(x, y)) - qGray(expected.pixel(x, y))) > 64 ? 1 : 0;
     }
-    // Letters are drawn anew in the smaller size.
+    // Letters are drawn at the smaller size, not scaled.
     QVERIFY2(different < expected.width() * expected.height() / 100, qPrintable(QString::number(different)));
     const QPoint scan = driver.find("btnStartScan")->mapTo(&driver.window(), QPoint(10, 10));
     QVERIFY(shown.pixelColor(scan / 2).blue() - shown.pixelColor(scan / 2).red() > 100);
@@ -210,7 +210,7 @@ void tst_screenFit::paintsWhileThePoolIsBusy()
     const PoolGate gate;
     driver.find<QStackedWidget>("stackedWidget")->setCurrentIndex(1);
     const QImage shown = scaled.grab().toImage();
-    QVERIFY(!gate.timedOut()); // as it does when the window waits for the pool
+    QVERIFY(!gate.timedOut()); // it does if the window waits for the pool
     QCOMPARE(shown.size(), (QSizeF(windowSize) * 0.8).toSize());
 }
 

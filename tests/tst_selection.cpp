@@ -25,7 +25,7 @@ QString writeLaterThan(const QString &other, const QString &path, const QByteArr
 
 } // namespace
 
-/// Select All and Unselect, and what Delete makes of them: which files are marked, shown or not.
+/// Which files Select All and Unselect mark, shown or not, and which files Delete then removes.
 class tst_selection : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -50,13 +50,13 @@ void tst_selection::init()
 
 void tst_selection::keepsTheOldestCopy()
 {
-    // Modification times run the other way, to tell the two apart.
+    // Modification times are in reverse order, to distinguish them from creation times.
     QStringList paths = write({u"b.txt"_s}, "content");
     paths.append(writeLaterThan(paths.last(), m_folder->filePath(u"a.txt"_s), "content"));
     paths.append(writeLaterThan(paths.last(), m_folder->filePath(u"c.txt"_s), "content"));
     for (int i = 0; i < paths.size(); ++i)
         setModificationTime(paths.at(i), 1000 - i);
-    // Where creation times are not kept, or follow the others, the latter decide.
+    // Without usable creation times, the modification times decide.
     const bool bornInOrder = QFileInfo(paths.first()).birthTime() < QFileInfo(paths.last()).birthTime();
     const QString kept = bornInOrder ? paths.first() : paths.last();
     QVERIFY(scan());
@@ -68,7 +68,7 @@ void tst_selection::keepsTheOldestCopy()
 
 void tst_selection::keepsTheEarlierOfEquallyOldCopies()
 {
-    // Two names of one file have the same times. The order of the places is the order of the files.
+    // Two hard links have the same times. The order of the folders is the order of the files.
     const QString second = write({u"2/b.txt"_s}, "content").first();
     QVERIFY(QDir().mkpath(m_folder->filePath(u"3"_s)));
     const QString third = m_folder->filePath(u"3/c.txt"_s);
@@ -175,7 +175,7 @@ void tst_selection::goesBackToTheFirstRowsOnSelectAll()
     bar->setValue(bar->maximum());
     m_driver->click("btnSelectAll");
     QCOMPARE(m_driver->groupTitles(), first);
-    // The view has yet to lay the rows out; that must not ask for more of them.
+    // The view lays the rows out later, which must not load more of them.
     QCoreApplication::processEvents();
     QCOMPARE(m_driver->groupTitles(), first);
     QCOMPARE(bar->value(), 0);

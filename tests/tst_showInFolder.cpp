@@ -16,7 +16,7 @@ namespace {
 
 constexpr int patienceMilliseconds = 60'000;
 
-// Names no folder of services: the bus starts no file manager of this machine.
+// Without a folder of services, the bus cannot start a file manager of this machine.
 constexpr auto busConfiguration = R"(<busconfig>
   <type>session</type>
   <listen>unix:tmpdir=/tmp</listen>
@@ -30,7 +30,7 @@ constexpr auto busConfiguration = R"(<busconfig>
 
 } // namespace
 
-/// A file manager as desktops have it, on a bus of the test's own.
+/// The D-Bus service of a desktop's file manager, on a bus of its own.
 class FileManagerService : public QObject
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ public slots:
     }
 };
 
-/// "Show in folder" asks the desktop's file manager, and opens the folder when there is none to ask.
+/// "Show in folder" selects the file in the desktop's file manager, or opens the folder if there is none.
 class tst_showInFolder : public QObject
 {
     Q_OBJECT

@@ -22,8 +22,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// File systems that answer as few do: names longer than 255 bytes, entries without type, files without birth
-/// time.
+/// Unusual file systems: names longer than 255 bytes, entries without a type, files without a birth time.
 class tst_simulatedDisk : public QObject
 {
     Q_OBJECT
@@ -71,7 +70,7 @@ void tst_simulatedDisk::keepsNamesOfUpTo765Bytes()
         QCOMPARE(QByteArray(entries.rawName()), name);
     }
     QCOMPARE(entries.undecodableNames(), 0);
-    // What really is in it can be listed and removed again.
+    // Under another name its real entries are listed, so the temporary folder can be removed.
     QVERIFY(QDir().rename(folder, path(u"as ever"_s)));
 }
 
@@ -114,7 +113,7 @@ void tst_simulatedDisk::acceptsModificationTimeZero()
     QCOMPARE(creationTime(file), 0);
 }
 
-/// As QFileInfo does.
+/// QFileInfo does the same.
 void tst_simulatedDisk::treatsBirthTimeZeroAsUnknown()
 {
     const QString file = path(QString::fromLatin1(SimulatedDisk::bornAtZero));
@@ -203,7 +202,7 @@ void tst_simulatedDisk::neverWaitsForAPipeThatReplacedALeasedFile()
     const std::unique_ptr<QThread> opening(QThread::create([&] { isOpen = RegularFile(path).isOpen(); }));
     opening->start();
     const bool hasReturned = opening->wait(10'000);
-    // The other end, which lets go of the thread.
+    // Opening the other end releases the thread.
     QFile writer(path);
     if (!hasReturned)
         QVERIFY(writer.open(QIODevice::ReadWrite));

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-/// Which places a scan leaves out when asked to.
+/// Which locations a scan leaves out on request.
 class tst_skipRules : public QObject
 {
     Q_OBJECT
@@ -27,11 +27,11 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
-    /// Makes a desktop of our own the user's; false where it cannot be moved.
+    /// Makes a folder below m_home the user's desktop. Returns false if that is not possible.
     bool redirectDesktop();
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    /// Resolved, for the folder for temporary files may lie behind a link.
+    /// Resolved, because the folder for temporary files may be behind a link.
     QString m_home;
 };
 
@@ -49,7 +49,7 @@ QString tst_skipRules::path(const QString &name) const
 
 bool tst_skipRules::redirectDesktop()
 {
-    // The tests run one by one in a process of their own, so nobody misses the real home.
+    // No other test runs in this process, so the real home is not needed.
     qputenv("HOME", m_home.toUtf8());
     qputenv("XDG_CONFIG_HOME", m_home.toUtf8());
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) ==
@@ -107,7 +107,7 @@ void tst_skipRules::skipsProtectedPlaces_data()
     row("all", "C:/Program Files/x.jpg", true);
     row("all", "/home/me/Desktop/x.jpg", true);
     row("all", "/home/me/x.jpg", false);
-    // The place of a file that could not be found out is protected by no rule.
+    // No rule protects a file of unknown location.
     row("all", "", false);
 }
 
@@ -170,7 +170,7 @@ void tst_skipRules::resolvesLinksToTheDesktop()
     const QString roundabout = path(QStringLiteral("elsewhere/../Desktop"));
     const QString found = toElsewhere + QStringLiteral("/sub/2.jpg");
     QCOMPARE(collect({toDesktop, roundabout, toElsewhere}, options), QStringList{found});
-    // The link lies in a folder where the walk begins as well.
+    // The walk also begins in the folder that contains the link.
     const QString direct = path(QStringLiteral("elsewhere/sub/2.jpg"));
     QCOMPARE(collect({m_home, toElsewhere}, options), (QStringList{direct, found}));
     QCOMPARE(collect({m_home + u'/', toElsewhere + u'/'}, options), (QStringList{direct, found}));

@@ -10,7 +10,7 @@
 
 #include <memory>
 
-/// What a scan does with entries that are no plain readable files: links, pipes, hidden and locked things.
+/// How a scan treats entries other than readable files: links, pipes, hidden and unreadable entries.
 class tst_specialFiles : public QObject
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ void tst_specialFiles::entersAHiddenFolderThatIsListed()
     const QString inside = path(QStringLiteral(".folder/1.jpg"));
     writeFile(inside, "inside");
     QCOMPARE(collect({path(QStringLiteral(".folder"))}), QStringList{inside});
-    // The rule for hidden entries asks for the file itself, not for its folder.
+    // The rule checks whether the file itself is hidden, not its folder.
     ScanOptions options = everyType();
     options.skipHiddenFolders = true;
     QCOMPARE(collect({path(QStringLiteral(".folder"))}, options), QStringList{inside});
@@ -129,8 +129,7 @@ void tst_specialFiles::skipsAnUnreadableFolder()
         (QStringList{path(QStringLiteral("tree/open/1.jpg")), path(QStringLiteral("tree/plain.jpg"))}));
 }
 
-/// A path is text, so a name that is none cannot be told to anybody: such a file is passed by, and neither
-/// hides its neighbours nor stands for one of them.
+/// A name that cannot be decoded has no path: the file is left out, and its neighbours are not affected.
 void tst_specialFiles::skipsNamesThatAreNotText()
 {
     const QString tree = path(QStringLiteral("tree"));

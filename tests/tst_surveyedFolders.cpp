@@ -21,7 +21,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Where a survey goes, what it reports, and how it ends.
+/// Which folders a survey reads, what it reports, and how it ends.
 class tst_surveyedFolders : public QObject
 {
     Q_OBJECT
@@ -155,7 +155,7 @@ void tst_surveyedFolders::reportsUnreadableFolders()
     allowAccess(path(u"listed"_s));
 
     QCOMPARE(pathsOf(survey), QStringList{path(u"open/file"_s)});
-    // A folder that may be listed and not searched does not tell what its files are.
+    // A folder that can be listed but not searched gives no information about its files.
     QCOMPARE(unreadablePathsOf(survey), (QStringList{path(u"closed"_s), path(u"listed/file"_s)}));
     for (const UnreadablePath &entry : std::as_const(survey.unreadable))
         QCOMPARE(entry.reason, qt_error_string(EACCES));

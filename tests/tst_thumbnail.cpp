@@ -33,7 +33,7 @@ QByteArray encoded(const QImage &image, const char *format)
     return buffer.data();
 }
 
-/// Colours survive scaling and lossy formats only roughly.
+/// Scaling and lossy formats change colours slightly.
 bool isRoughly(const QColor &color, const QColor &expected)
 {
     constexpr int tolerance = 40;
@@ -44,7 +44,7 @@ bool isRoughly(const QColor &color, const QColor &expected)
 
 } // namespace
 
-/// The small pictures of the file rows.
+/// Loads the thumbnails of the file rows.
 class tst_thumbnail : public QObject
 {
     Q_OBJECT
@@ -99,11 +99,11 @@ void tst_thumbnail::fitsInto32By32_data()
     row({2000, 1000}, {32, 16});
     row({100, 99}, {32, 32});
     row({100, 90}, {32, 28});
-    // Small ones are enlarged.
+    // Small pictures are enlarged.
     row({1, 1}, {32, 32});
     row({2, 1}, {32, 16});
     row({16, 8}, {32, 16});
-    // However long and thin, there is one line of pixels at least.
+    // A thumbnail is at least one pixel high and wide.
     row({3000, 1}, {32, 1});
     row({1, 3000}, {1, 32});
     row({3000, 10}, {32, 1});
@@ -197,7 +197,7 @@ void tst_thumbnail::toleratesATruncatedPicture_data()
     }
 }
 
-/// Such a picture is shown as far as Qt gets with it, and not at all when it gets nowhere.
+/// The thumbnail shows what Qt can decode; it is null if Qt can decode nothing.
 void tst_thumbnail::toleratesATruncatedPicture()
 {
     QFETCH(const QByteArray, format);

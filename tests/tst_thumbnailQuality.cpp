@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Vertical lines of one pixel, black and white in turn.
+/// Vertical lines of one pixel, alternately black and white.
 QImage stripes(const QSize &size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -20,7 +20,7 @@ QImage stripes(const QSize &size)
     return image;
 }
 
-/// Rings that get narrower towards the edge: coarse and fine detail in every direction.
+/// Rings that become narrower towards the edge: coarse and fine detail in every direction.
 QImage rings(const QSize &size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -35,7 +35,7 @@ QImage rings(const QSize &size)
     return image;
 }
 
-/// The mean difference of two pictures of the same size, per pixel, in grey levels.
+/// Mean difference per pixel between two pictures of the same size, in grey levels.
 double meanDifference(const QImage &first, const QImage &second)
 {
     qint64 sum = 0;
@@ -48,7 +48,7 @@ double meanDifference(const QImage &first, const QImage &second)
 
 } // namespace
 
-/// How good the small pictures of the file rows look.
+/// How well thumbnails show the detail of their pictures.
 class tst_thumbnailQuality : public QObject
 {
     Q_OBJECT
@@ -98,7 +98,7 @@ void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture()
     QVERIFY(rings(size).save(path, format.constData()));
     const QImage wholePicture = QImage(path).scaled(32, 32, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     const double difference = meanDifference(loadThumbnail(path).toImage(), wholePicture);
-    // Below 5 at four times the thumbnail's size, 11 to 18 at once or twice its size.
+    // Decoding at four times the thumbnail's size differs by less than 5, at one or two times by 11 to 18.
     QVERIFY2(difference < 7, qPrintable(QString::number(difference)));
 }
 

@@ -10,7 +10,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// Which rows get a picture, and when.
+/// Which rows get a thumbnail, and when.
 class tst_thumbnailQueue : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private slots:
     void yieldsToTheEventLoop();
 
 private:
-    /// A row named after the picture it is to show, \a width by 32 pixels; its file is made as well.
+    /// Writes a picture of \a width by 32 pixels and adds a row for it.
     QTreeWidgetItem *addPictureRow(QTreeWidgetItem *group, int width) const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -71,7 +71,7 @@ void tst_thumbnailQueue::setsTheIconsLater()
     for (const QTreeWidgetItem *row : {unasked, group, nextGroup})
         QVERIFY(row->icon(0).isNull());
 
-    // The queue has run dry; it goes on all the same.
+    // An empty queue accepts further rows.
     m_queue->add(group, {1});
     QTRY_VERIFY(!unasked->icon(0).isNull());
 }
@@ -131,7 +131,7 @@ void tst_thumbnailQueue::toleratesDeletedRows()
     else
         init();
 
-    // The next row may well lie where the old one lay in memory.
+    // The next row may be allocated at the address of the deleted one.
     auto *const nextGroup = new QTreeWidgetItem(m_tree.get());
     auto *const nextRow = addPictureRow(nextGroup, 10);
     auto *const asked = addPictureRow(nextGroup, 12);
@@ -140,7 +140,7 @@ void tst_thumbnailQueue::toleratesDeletedRows()
     QVERIFY(nextRow->icon(0).isNull());
 }
 
-/// Thousands of pictures may be waiting; what the user does must not wait for the last of them.
+/// Thousands of pictures may be queued. User input must not wait for the last of them.
 void tst_thumbnailQueue::yieldsToTheEventLoop()
 {
     auto *const group = new QTreeWidgetItem(m_tree.get());

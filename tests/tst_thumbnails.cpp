@@ -11,7 +11,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Two copies of one picture, in two folders.
+/// Writes two copies of one picture, in two folders.
 void writePictures(const QString &folder, const QString &name, const QSize &size, const char *format)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -28,7 +28,7 @@ const QByteArray smallestGif = QByteArray::fromBase64("R0lGODlhAQABAIAAAAAAAAAAA
 
 } // namespace
 
-/// The icons of file rows: pictures show what is in them, other files what they are.
+/// The icons of file rows: thumbnails for pictures, the icon of the file type for other files.
 class tst_thumbnails : public QObject
 {
     Q_OBJECT
@@ -113,7 +113,7 @@ void tst_thumbnails::scalesSmallPicturesUp()
 void tst_thumbnails::showsTheSystemIconForOtherFiles_data()
 {
     QTest::addColumn<QString>("name");
-    // Pictures all of them, but of kinds that get no thumbnail.
+    // The contents are pictures, but these suffixes have no thumbnails.
     QTest::newRow("tiff") << u"picture.tiff"_s;
     QTest::newRow("ico") << u"picture.ico"_s;
     QTest::newRow("no suffix") << u"png"_s;
@@ -125,7 +125,7 @@ void tst_thumbnails::showsTheSystemIconForOtherFiles()
     QFETCH(const QString, name);
     writePictures(m_folder->path(), name, QSize(64, 32), "PNG");
     QVERIFY(scan());
-    // At once, not from the event loop.
+    // Set immediately, not by the event loop.
     QVERIFY(!row(name)->icon(0).isNull());
     const QIcon expected = QFileIconProvider().icon(QFileInfo(m_folder->filePath(name)));
     QTest::qWait(0);
@@ -149,7 +149,7 @@ void tst_thumbnails::survivesDeletedRows()
 {
     writePictures(m_folder->path(), u"picture.png"_s, QSize(64, 64), "PNG");
     QVERIFY(scan());
-    // The rows of each load are gone before the event loop gets to their thumbnails.
+    // The rows of each load are deleted before the event loop loads their thumbnails.
     for (int i = 0; i < 3; ++i) {
         m_driver->callSlot("refreshCurrentBatchUI");
         m_driver->tree()->clear();

@@ -12,7 +12,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The trash: where files go, what other programs find there, and that nothing is deleted instead.
+/// The trash: where files go, what other programs read there, and that no file is deleted instead.
 class tst_trash : public QObject
 {
     Q_OBJECT
@@ -94,7 +94,7 @@ void tst_trash::keepsFilesOfTheSameNameApart()
     QCOMPARE(treeOf(path(u"files"_s)), (QStringList{u"a: content"_s, u"c/"_s}));
 }
 
-/// Other programs take "%41" for "A" when they restore a file.
+/// Other programs decode "%41" to "A" when they restore a file.
 void tst_trash::encodesPercentSignsInTheTrashInfo()
 {
     const QString name = u"100%41 ä\n"_s;
@@ -131,7 +131,7 @@ void tst_trash::keepsFilesWithoutATrash()
         QSKIP(qPrintable(disk.obstacle()));
     writeFile(path(u"disk/b"_s), "content");
     if (obstacle == u"full"_s) {
-        // Folders, but no room for a file in them.
+        // The folders exist, but the disk has no space for a file in them.
         const QString trash = path(u"disk/.Trash-"_s) + runScript(u"id -u"_s, {}).output.trimmed();
         QVERIFY(QDir().mkpath(trash + u"/files"_s) && QDir().mkpath(trash + u"/info"_s));
         for (int i = 0; QFile(path(u"disk/%1"_s.arg(i))).open(QFile::WriteOnly); ++i) {
@@ -139,7 +139,7 @@ void tst_trash::keepsFilesWithoutATrash()
     } else {
         writeFile(path(obstacle), "not a folder");
     }
-    // Qt's own code would use the working folder.
+    // QFile::moveToTrash() would use the working folder.
     const QString workingFolder = QDir::currentPath();
     QVERIFY(QDir().mkpath(path(u"work"_s)) && QDir::setCurrent(path(u"work"_s)));
     checkLeftAlone({path(u"files/a"_s), path(file)}, u"no trash can be used"_s);
@@ -147,7 +147,7 @@ void tst_trash::keepsFilesWithoutATrash()
     QCOMPARE(treeOf(path(u"work"_s)), QStringList());
 }
 
-/// Names in the trash get a suffix, for which some are too long.
+/// Names in the trash get a suffix, which makes some of them too long.
 void tst_trash::keepsFilesWithLongNames()
 {
     const auto named = [this](qsizetype length) { return path(u"files/"_s + QString(length, u'n')); };
@@ -157,7 +157,7 @@ void tst_trash::keepsFilesWithLongNames()
         QCOMPARE(outcome.exitCode, length == 245 ? ExitDone : ExitFailed);
         QCOMPARE(QFile::exists(named(length)), length != 245);
     }
-    // The name is taken, and there is no room for a number.
+    // The name exists in the trash and is too long for a number.
     writeFile(named(245), "content");
     checkLeftAlone({path(u"files/a"_s), named(245)}, u"too long"_s);
 }

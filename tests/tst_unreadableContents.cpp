@@ -20,7 +20,7 @@ constexpr qint64 mib = 1024LL * 1024;
 
 } // namespace
 
-/// Contents that cannot be compared, and comparisons that are not finished.
+/// Contents that cannot be compared, and comparisons that are abandoned.
 class tst_unreadableContents : public QObject
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ QRect inkOf(const QImage &image)
 
 } // namespace
 
-/// Lines that meet and texts that stand on one line.
+/// The frame of the results, and texts that are aligned.
 class tst_windowDetails : public QObject, private ScannedFolder
 {
     Q_OBJECT
@@ -85,7 +85,7 @@ void tst_windowDetails::namesOfVolumesAreAligned()
     for (int i = 0; i < list->count(); ++i) {
         const auto labels = list->itemWidget(list->item(i))->findChildren<QLabel *>();
         QLabel *const icon = labels.at(1);
-        // Desktops have some icons in a smaller size only.
+        // Some desktops have icons in a smaller size only.
         QPixmap small(16, 16);
         small.fill(Qt::black);
         icon->setPixmap(small);

@@ -41,7 +41,7 @@ QList<Rule> rulesOf(const QString &sheet)
 
 QString gradient(const QString &from, const QString &to)
 {
-    // Written as declarationsOf() writes it.
+    // In the notation of declarationsOf().
     return u"background: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, stop: 0 %1, stop: 1 %2)"_s.arg(from, to);
 }
 
@@ -184,8 +184,8 @@ void tst_windowStyle::stylesTheCentralContainer()
         u"QWidget {  border: 1px solid #dde6ee;  background: #fff;}"_s);
 }
 
-// Qt reads the quote as the start of a string: the rest of the sheet is lost, and a clicked row keeps its
-// look.
+// Kept deliberately: Qt reads the quote as the start of a string and drops the rest of the sheet. Without it,
+// a clicked row would look different.
 void tst_windowStyle::keepsTheStrayQuoteOfTheFolderList()
 {
     WindowDriver driver;
