@@ -43,9 +43,9 @@ private slots:
     void init();
     void cleanup();
 
-    void leavesThePageEmptyAfterBack();
+    void keepsThePageEmptyAfterBack();
     void startsWithTheFirstBatchDespiteAScroll();
-    void ignoresUserInput();
+    void defersUserInput();
 
 private:
     QScopedPointer<LoadingPanelEvents> m_events;
@@ -63,7 +63,7 @@ void tst_eventsDuringALoad::cleanup()
     m_events.reset();
 }
 
-void tst_eventsDuringALoad::leavesThePageEmptyAfterBack()
+void tst_eventsDuringALoad::keepsThePageEmptyAfterBack()
 {
     bool back = false;
     m_events->onClosed = [&] {
@@ -97,7 +97,7 @@ void tst_eventsDuringALoad::startsWithTheFirstBatchDespiteAScroll()
     QCOMPARE(m_driver->groupTitles(), firstBatch);
 }
 
-void tst_eventsDuringALoad::ignoresUserInput()
+void tst_eventsDuringALoad::defersUserInput()
 {
     QVERIFY(scan());
     MainWindow &window = m_driver->window();
@@ -113,7 +113,7 @@ void tst_eventsDuringALoad::ignoresUserInput()
     QVERIFY(closed);
     QCOMPARE(moves.count, 0);
     if (!QTest::qWaitFor([&] { return moves.count > 0; }))
-        QSKIP("The platform does not move the mouse");
+        QSKIP("This platform cannot move the mouse");
 }
 
 QTEST_MAIN(tst_eventsDuringALoad)

@@ -2,28 +2,29 @@
 
 #include <QTest>
 
+using Qt::StringLiterals::operator""_s;
+
 /// Category, file type and thumbnail of each suffix. The three tables differ on purpose.
 class tst_fileCategories : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void suffixIsTheLastOneInLowerCase_data();
-    void suffixIsTheLastOneInLowerCase();
-    void shownUnderCategory_data();
-    void shownUnderCategory();
-    void collectedUnderType_data();
-    void collectedUnderType();
-    void collectedUnderSeveralTypes_data();
-    void collectedUnderSeveralTypes();
-    void shownWithThumbnail_data();
-    void shownWithThumbnail();
+    void suffixFollowsTheLastDotInLowerCase_data();
+    void suffixFollowsTheLastDotInLowerCase();
+    void showsEachSuffixInItsCategory_data();
+    void showsEachSuffixInItsCategory();
+    void acceptsEachSuffixUnderItsType_data();
+    void acceptsEachSuffixUnderItsType();
+    void acceptsASuffixOfAnyChosenType_data();
+    void acceptsASuffixOfAnyChosenType();
+    void hasThumbnailsForCommonPictures_data();
+    void hasThumbnailsForCommonPictures();
 };
 
 namespace {
 
-const QStringList allTypes{QStringLiteral("picture"), QStringLiteral("video"), QStringLiteral("audio"),
-    QStringLiteral("document"), QStringLiteral("archive"), QStringLiteral("other")};
+const QStringList allTypes{u"picture"_s, u"video"_s, u"audio"_s, u"document"_s, u"archive"_s, u"other"_s};
 
 /// Adds one data row per suffix; each line reads "key: suffix suffix ...".
 void addSuffixRows(const QList<QLatin1StringView> &lines)
@@ -34,38 +35,37 @@ void addSuffixRows(const QList<QLatin1StringView> &lines)
         const QStringList words = QString(line).split(u' ');
         const QString key = words.first().chopped(1);
         for (const QString &suffix : words.mid(1))
-            QTest::newRow(qPrintable(suffix.isEmpty() ? QStringLiteral("no suffix") : suffix))
-                << suffix << key;
+            QTest::newRow(qPrintable(suffix.isEmpty() ? u"no suffix"_s : suffix)) << suffix << key;
     }
 }
 
 } // namespace
 
-void tst_fileCategories::suffixIsTheLastOneInLowerCase_data()
+void tst_fileCategories::suffixFollowsTheLastDotInLowerCase_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("suffix");
 
-    QTest::newRow("lower case") << QStringLiteral("/a/photo.jpg") << QStringLiteral("jpg");
-    QTest::newRow("upper case") << QStringLiteral("/a/photo.JPG") << QStringLiteral("jpg");
-    QTest::newRow("mixed case") << QStringLiteral("/a/photo.Jpeg") << QStringLiteral("jpeg");
-    QTest::newRow("beyond Latin") << QStringLiteral("/a/x.ÄÖ") << QStringLiteral("äö");
-    QTest::newRow("two dots") << QStringLiteral("/a/x.tar.gz") << QStringLiteral("gz");
-    QTest::newRow("no dot") << QStringLiteral("/a/README") << QString();
-    QTest::newRow("dot at the end") << QStringLiteral("/a/x.") << QString();
-    QTest::newRow("dot in the folder only") << QStringLiteral("/a.jpg/README") << QString();
-    QTest::newRow("dot at the start") << QStringLiteral("/a/.png") << QStringLiteral("png");
-    QTest::newRow("blank at the end") << QStringLiteral("/a/x.jpg ") << QStringLiteral("jpg ");
-    QTest::newRow("no folder") << QStringLiteral("x.7Z") << QStringLiteral("7z");
+    QTest::newRow("lower case") << u"/a/photo.jpg"_s << u"jpg"_s;
+    QTest::newRow("upper case") << u"/a/photo.JPG"_s << u"jpg"_s;
+    QTest::newRow("mixed case") << u"/a/photo.Jpeg"_s << u"jpeg"_s;
+    QTest::newRow("non-ASCII") << u"/a/x.ÄÖ"_s << u"äö"_s;
+    QTest::newRow("two dots") << u"/a/x.tar.gz"_s << u"gz"_s;
+    QTest::newRow("no dot") << u"/a/README"_s << QString();
+    QTest::newRow("dot at the end") << u"/a/x."_s << QString();
+    QTest::newRow("dot only in the folder") << u"/a.jpg/README"_s << QString();
+    QTest::newRow("dot at the start") << u"/a/.png"_s << u"png"_s;
+    QTest::newRow("space at the end") << u"/a/x.jpg "_s << u"jpg "_s;
+    QTest::newRow("no folder") << u"x.7Z"_s << u"7z"_s;
 }
 
-void tst_fileCategories::suffixIsTheLastOneInLowerCase()
+void tst_fileCategories::suffixFollowsTheLastDotInLowerCase()
 {
     QFETCH(const QString, path);
     QTEST(lowerCaseSuffix(path), "suffix");
 }
 
-void tst_fileCategories::shownUnderCategory_data()
+void tst_fileCategories::showsEachSuffixInItsCategory_data()
 {
     addSuffixRows({
         QLatin1StringView("picture: jpg jpeg png webp gif bmp"),
@@ -80,13 +80,13 @@ void tst_fileCategories::shownUnderCategory_data()
     });
 }
 
-void tst_fileCategories::shownUnderCategory()
+void tst_fileCategories::showsEachSuffixInItsCategory()
 {
     QFETCH(const QString, suffix);
     QTEST(categoryOf(suffix), "key");
 }
 
-void tst_fileCategories::collectedUnderType_data()
+void tst_fileCategories::acceptsEachSuffixUnderItsType_data()
 {
     addSuffixRows({
         QLatin1StringView("archive: zip rar 7z"),
@@ -99,7 +99,7 @@ void tst_fileCategories::collectedUnderType_data()
 }
 
 /// Its own type and "other" accept a suffix; the remaining types do not.
-void tst_fileCategories::collectedUnderType()
+void tst_fileCategories::acceptsEachSuffixUnderItsType()
 {
     QFETCH(const QString, suffix);
     QFETCH(const QString, key);
@@ -109,7 +109,7 @@ void tst_fileCategories::collectedUnderType()
     }
 }
 
-void tst_fileCategories::collectedUnderSeveralTypes_data()
+void tst_fileCategories::acceptsASuffixOfAnyChosenType_data()
 {
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QString>("types");
@@ -139,14 +139,14 @@ void tst_fileCategories::collectedUnderSeveralTypes_data()
     row("jpg", "all other", true);
 }
 
-void tst_fileCategories::collectedUnderSeveralTypes()
+void tst_fileCategories::acceptsASuffixOfAnyChosenType()
 {
     QFETCH(const QString, suffix);
     QFETCH(const QString, types);
     QTEST(collectionAccepts(suffix, types.split(u' ', Qt::SkipEmptyParts)), "accepted");
 }
 
-void tst_fileCategories::shownWithThumbnail_data()
+void tst_fileCategories::hasThumbnailsForCommonPictures_data()
 {
     addSuffixRows({
         QLatin1StringView("thumbnail: jpg jpeg png gif bmp webp"),
@@ -154,7 +154,7 @@ void tst_fileCategories::shownWithThumbnail_data()
     });
 }
 
-void tst_fileCategories::shownWithThumbnail()
+void tst_fileCategories::hasThumbnailsForCommonPictures()
 {
     QFETCH(const QString, suffix);
     QFETCH(const QString, key);

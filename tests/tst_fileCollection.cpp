@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using Qt::StringLiterals::operator""_s;
+
 /// Which files of a tree are collected, and in what order.
 class tst_fileCollection : public QObject
 {
@@ -17,17 +19,17 @@ class tst_fileCollection : public QObject
 private slots:
     void init();
 
-    void collectsTheWholeTree();
+    void collectsEveryFileOfATree();
     void collectsDeepFolders();
-    void walksTheFoldersInTheirOrder();
-    void walksAFolderListedTwiceTwice();
+    void walksTheFoldersInTheGivenOrder();
+    void walksAFolderTwiceIfListedTwice();
     void walksAFolderInsideAnotherTwice();
-    void collectsNothingFromNoFolder();
-    void collectsNothingFromAVanishedFolder();
+    void collectsNothingWithoutFolders();
+    void collectsNothingFromAMissingFolder();
     void toleratesFilesThatVanishDuringTheScan();
-    void collectsTheSelectedTypesOnly_data();
-    void collectsTheSelectedTypesOnly();
-    void ignoresTheSizes();
+    void collectsOnlyTheSelectedTypes_data();
+    void collectsOnlyTheSelectedTypes();
+    void ignoresTheSizeLimits();
     void collectsUnusualNames_data();
     void collectsUnusualNames();
 
@@ -64,37 +66,35 @@ void tst_fileCollection::write(const QStringList &names) const
         writeFile(path(name), "content");
 }
 
-void tst_fileCollection::collectsTheWholeTree()
+void tst_fileCollection::collectsEveryFileOfATree()
 {
-    const QStringList names{QStringLiteral("a.jpg"), QStringLiteral("README"), QStringLiteral("x.tar.gz"),
-        QStringLiteral("sub/b.mp3"), QStringLiteral("sub/deep er/c.PDF"), QStringLiteral("sub.jpg/d"),
-        QStringLiteral("other/e.unknown")};
+    const QStringList names{u"a.jpg"_s, u"README"_s, u"x.tar.gz"_s, u"sub/b.mp3"_s, u"sub/deep er/c.PDF"_s,
+        u"sub.jpg/d"_s, u"other/e.unknown"_s};
     write(names);
-    writeFile(path(QStringLiteral("empty.txt")), {});
-    QVERIFY(QDir().mkpath(path(QStringLiteral("folder without files.jpg/sub"))));
+    writeFile(path(u"empty.txt"_s), {});
+    QVERIFY(QDir().mkpath(path(u"folder without files.jpg/sub"_s)));
 
-    QCOMPARE(sorted(collect({m_folder->path()})), paths(names + QStringList{QStringLiteral("empty.txt")}));
+    QCOMPARE(sorted(collect({m_folder->path()})), paths(names + QStringList{u"empty.txt"_s}));
 }
 
 void tst_fileCollection::collectsDeepFolders()
 {
     constexpr int depth = 200;
-    const QString name = QString(QStringLiteral("d/")).repeated(depth) + QStringLiteral("x.jpg");
+    const QString name = QString(u"d/"_s).repeated(depth) + u"x.jpg"_s;
     write({name});
     QCOMPARE(collect({m_folder->path()}), QStringList{path(name)});
 }
 
-void tst_fileCollection::walksTheFoldersInTheirOrder()
+void tst_fileCollection::walksTheFoldersInTheGivenOrder()
 {
-    write({QStringLiteral("b/1.jpg"), QStringLiteral("a/2.jpg"), QStringLiteral("c/3.jpg")});
-    QCOMPARE(collect({path(QStringLiteral("b")), path(QStringLiteral("c")), path(QStringLiteral("a"))}),
-        (QStringList{path(QStringLiteral("b/1.jpg")), path(QStringLiteral("c/3.jpg")),
-            path(QStringLiteral("a/2.jpg"))}));
+    write({u"b/1.jpg"_s, u"a/2.jpg"_s, u"c/3.jpg"_s});
+    QCOMPARE(collect({path(u"b"_s), path(u"c"_s), path(u"a"_s)}),
+        (QStringList{path(u"b/1.jpg"_s), path(u"c/3.jpg"_s), path(u"a/2.jpg"_s)}));
 }
 
-void tst_fileCollection::walksAFolderListedTwiceTwice()
+void tst_fileCollection::walksAFolderTwiceIfListedTwice()
 {
-    write({QStringLiteral("1.jpg"), QStringLiteral("2.jpg"), QStringLiteral("sub/3.jpg")});
+    write({u"1.jpg"_s, u"2.jpg"_s, u"sub/3.jpg"_s});
     const QStringList once = collect({m_folder->path()});
     QCOMPARE(once.size(), 3);
     QCOMPARE(collect({m_folder->path(), m_folder->path()}), once + once);
@@ -102,18 +102,18 @@ void tst_fileCollection::walksAFolderListedTwiceTwice()
 
 void tst_fileCollection::walksAFolderInsideAnotherTwice()
 {
-    write({QStringLiteral("1.jpg"), QStringLiteral("sub/2.jpg"), QStringLiteral("sub/3.jpg")});
-    const QString sub = path(QStringLiteral("sub"));
+    write({u"1.jpg"_s, u"sub/2.jpg"_s, u"sub/3.jpg"_s});
+    const QString sub = path(u"sub"_s);
     const QStringList outer = collect({m_folder->path()});
     const QStringList inner = collect({sub});
-    QCOMPARE(sorted(inner), paths({QStringLiteral("sub/2.jpg"), QStringLiteral("sub/3.jpg")}));
+    QCOMPARE(sorted(inner), paths({u"sub/2.jpg"_s, u"sub/3.jpg"_s}));
     QCOMPARE(collect({m_folder->path(), sub}), outer + inner);
     QCOMPARE(collect({sub, m_folder->path()}), inner + outer);
 }
 
-void tst_fileCollection::collectsNothingFromNoFolder()
+void tst_fileCollection::collectsNothingWithoutFolders()
 {
-    write({QStringLiteral("1.jpg")});
+    write({u"1.jpg"_s});
     const QString before = QDir::currentPath();
     // An empty list must not mean the current folder.
     QVERIFY(QDir::setCurrent(m_folder->path()));
@@ -124,31 +124,29 @@ void tst_fileCollection::collectsNothingFromNoFolder()
     QCOMPARE(acceptedFileCount.load(), 0);
 }
 
-void tst_fileCollection::collectsNothingFromAVanishedFolder()
+void tst_fileCollection::collectsNothingFromAMissingFolder()
 {
-    write({QStringLiteral("a/1.jpg"), QStringLiteral("file.jpg")});
-    const QString there = path(QStringLiteral("a"));
-    const QString gone = path(QStringLiteral("gone"));
-    const QString file = path(QStringLiteral("file.jpg"));
-    QCOMPARE(collect({gone, there, file}), QStringList{path(QStringLiteral("a/1.jpg"))});
+    write({u"a/1.jpg"_s, u"file.jpg"_s});
+    const QString there = path(u"a"_s);
+    const QString gone = path(u"gone"_s);
+    const QString file = path(u"file.jpg"_s);
+    QCOMPARE(collect({gone, there, file}), QStringList{path(u"a/1.jpg"_s)});
 }
 
 void tst_fileCollection::toleratesFilesThatVanishDuringTheScan()
 {
-    write({QStringLiteral("a/1.jpg"), QStringLiteral("b/2.jpg"), QStringLiteral("c/3.jpg"),
-        QStringLiteral("c/4.jpg")});
+    write({u"a/1.jpg"_s, u"b/2.jpg"_s, u"c/3.jpg"_s, u"c/4.jpg"_s});
     CollectionCallbacks callbacks = silentCallbacks();
     callbacks.counted = [this] {
-        QVERIFY(QDir(path(QStringLiteral("b"))).removeRecursively());
-        QVERIFY(QFile::remove(path(QStringLiteral("c/3.jpg"))));
+        QVERIFY(QDir(path(u"b"_s)).removeRecursively());
+        QVERIFY(QFile::remove(path(u"c/3.jpg"_s)));
     };
-    const QStringList folders{
-        path(QStringLiteral("a")), path(QStringLiteral("b")), path(QStringLiteral("c"))};
-    QCOMPARE(collectFiles(folders, everyType(), callbacks),
-        (QStringList{path(QStringLiteral("a/1.jpg")), path(QStringLiteral("c/4.jpg"))}));
+    const QStringList folders{path(u"a"_s), path(u"b"_s), path(u"c"_s)};
+    QCOMPARE(
+        collectFiles(folders, everyType(), callbacks), (QStringList{path(u"a/1.jpg"_s), path(u"c/4.jpg"_s)}));
 }
 
-void tst_fileCollection::collectsTheSelectedTypesOnly_data()
+void tst_fileCollection::collectsOnlyTheSelectedTypes_data()
 {
     QTest::addColumn<QStringList>("types");
     QTest::addColumn<QStringList>("names");
@@ -170,13 +168,12 @@ void tst_fileCollection::collectsTheSelectedTypesOnly_data()
     row("pictures", "");
 }
 
-void tst_fileCollection::collectsTheSelectedTypesOnly()
+void tst_fileCollection::collectsOnlyTheSelectedTypes()
 {
     QFETCH(const QStringList, types);
     QFETCH(const QStringList, names);
-    write({QStringLiteral("photo.JPG"), QStringLiteral("photo.heic"), QStringLiteral("archive.ZIP"),
-        QStringLiteral("song.mp3"), QStringLiteral("clip.flv"), QStringLiteral("sub.jpg/letter.txt"),
-        QStringLiteral("README"), QStringLiteral("x.tar.gz")});
+    write({u"photo.JPG"_s, u"photo.heic"_s, u"archive.ZIP"_s, u"song.mp3"_s, u"clip.flv"_s,
+        u"sub.jpg/letter.txt"_s, u"README"_s, u"x.tar.gz"_s});
     ScanOptions options = everyType();
     options.fileTypes = types;
     QCOMPARE(sorted(collect({m_folder->path()}, options)), paths(names));
@@ -184,54 +181,53 @@ void tst_fileCollection::collectsTheSelectedTypesOnly()
     QCOMPARE(acceptedFileCount.load(), names.size());
 }
 
-void tst_fileCollection::ignoresTheSizes()
+void tst_fileCollection::ignoresTheSizeLimits()
 {
-    write({QStringLiteral("small.jpg")});
-    writeFile(path(QStringLiteral("big.jpg")), QByteArray(3000, 'x'));
+    write({u"small.jpg"_s});
+    writeFile(path(u"big.jpg"_s), QByteArray(3000, 'x'));
     ScanOptions options = everyType();
     options.minSize = 500;
-    options.minUnit = QStringLiteral("MB");
+    options.minUnit = u"MB"_s;
     options.maxSize = 1;
-    options.maxUnit = QStringLiteral("KB");
-    QCOMPARE(sorted(collect({m_folder->path()}, options)),
-        paths({QStringLiteral("big.jpg"), QStringLiteral("small.jpg")}));
+    options.maxUnit = u"KB"_s;
+    QCOMPARE(sorted(collect({m_folder->path()}, options)), paths({u"big.jpg"_s, u"small.jpg"_s}));
 }
 
 void tst_fileCollection::collectsUnusualNames_data()
 {
     QTest::addColumn<QString>("name");
 
-    QTest::newRow("newline") << QStringLiteral("two\nlines.jpg");
-    QTest::newRow("quotes") << QStringLiteral("a \"b\" 'c' `d`.jpg");
-    QTest::newRow("blanks at both ends") << QStringLiteral("  x.jpg  ");
-    QTest::newRow("only a blank") << QStringLiteral(" ");
-    QTest::newRow("backslash") << QStringLiteral("a\\b.jpg");
-    QTest::newRow("placeholders") << QStringLiteral("%1 %2 %n.jpg");
-    QTest::newRow("wildcards") << QStringLiteral("*?[a-z].jpg");
-    QTest::newRow("markup") << QStringLiteral("<b>x<b>&amp;.jpg");
-    QTest::newRow("emoji") << QStringLiteral("\U0001F600.jpg");
-    QTest::newRow("right to left") << QStringLiteral("שלום.jpg");
-    QTest::newRow("direction override") << QStringLiteral("a\u202Egpj.exe");
-    QTest::newRow("combining accent") << QStringLiteral("e\u0301.jpg");
-    QTest::newRow("composed accent") << QStringLiteral("\u00E9.jpg");
-    QTest::newRow("255 bytes") << QString(251, u'x') + QStringLiteral(".jpg");
+    QTest::newRow("newline") << u"two\nlines.jpg"_s;
+    QTest::newRow("quotes") << u"a \"b\" 'c' `d`.jpg"_s;
+    QTest::newRow("spaces at both ends") << u"  x.jpg  "_s;
+    QTest::newRow("only a space") << u" "_s;
+    QTest::newRow("backslash") << u"a\\b.jpg"_s;
+    QTest::newRow("placeholders") << u"%1 %2 %n.jpg"_s;
+    QTest::newRow("wildcards") << u"*?[a-z].jpg"_s;
+    QTest::newRow("markup") << u"<b>x<b>&amp;.jpg"_s;
+    QTest::newRow("emoji") << u"\U0001F600.jpg"_s;
+    QTest::newRow("right to left") << u"שלום.jpg"_s;
+    QTest::newRow("direction override") << u"a\u202Egpj.exe"_s;
+    QTest::newRow("combining accent") << u"e\u0301.jpg"_s;
+    QTest::newRow("composed accent") << u"\u00E9.jpg"_s;
+    QTest::newRow("255 bytes") << QString(251, u'x') + u".jpg"_s;
 }
 
 /// Opens the collected path and reads it: the path of a similarly named file does not pass.
 void tst_fileCollection::collectsUnusualNames()
 {
     QFETCH(const QString, name);
-    QVERIFY(QDir().mkpath(path(QStringLiteral("sub"))));
-    QFile file(path(QStringLiteral("sub/")) + name);
+    QVERIFY(QDir().mkpath(path(u"sub"_s)));
+    QFile file(path(u"sub/"_s) + name);
     if (!file.open(QIODevice::WriteOnly))
         QSKIP("Files cannot have this name here");
     file.write("the one");
     file.close();
-    if (!QDir(path(QStringLiteral("sub"))).exists(name))
+    if (!QDir(path(u"sub"_s)).exists(name))
         QSKIP("Files cannot have this name here");
 #ifdef Q_OS_WIN
-    if (!QDir(path(QStringLiteral("sub"))).entryList(QDir::Files).contains(name))
-        QSKIP("Windows has given the file another name");
+    if (!QDir(path(u"sub"_s)).entryList(QDir::Files).contains(name))
+        QSKIP("Windows gave the file another name");
 #endif
 
     const QStringList collected = collect({m_folder->path()});

@@ -41,7 +41,7 @@ void tst_fileNames::convertsPathsBackToTheirNames_data()
         "e",
         true);
     row("control characters", "\x01\x1B[31m\x7F\xC2\x85", true);
-    row("blanks at both ends", " a ", true);
+    row("spaces at both ends", " a ", true);
     row("placeholder", "%1%2", true);
     row("255 bytes", QByteArray(255, 'n'), true);
     row("765 bytes", QByteArray("\xE7\x85\xA7").repeated(255), true);

@@ -30,8 +30,8 @@ private slots:
     void startsPathsWithTheFolderAsGiven();
     void findsAFileOncePerFolder();
     void checksEachEntryForExclusion();
-    void entersNoExcludedFolder();
-    void appliesSizeLimitsToBothEnds();
+    void doesNotEnterExcludedFolders();
+    void appliesMinimumAndMaximumSize();
     void appliesFileTypes();
     void skipsTheDesktop();
     void ignoresTheHiddenRuleOfTheWindow();
@@ -83,7 +83,7 @@ void tst_fileSurvey::reportsOneIdentityForAllNamesOfAFile()
     writeFile(path(u"a"_s), "x");
     writeFile(path(u"z"_s), "x");
     if (!makeHardLink(path(u"a"_s), path(u"b"_s)))
-        QSKIP("This file system knows no hard links");
+        QSKIP("There are no hard links here");
 
     Survey survey = surveyTree();
 
@@ -149,20 +149,20 @@ void tst_fileSurvey::findsAFileOncePerFolder()
 void tst_fileSurvey::checksEachEntryForExclusion()
 {
     writeFile(path(u"a/file"_s), "x");
-    QStringList asked;
+    QStringList examined;
     for (const QString &folder : {m_folder->path(), m_folder->path() + u'/'}) {
         SurveyRequest request = everything({folder});
-        request.excluded = [&asked](QStringView name, QStringView below) {
-            asked.append(u"%1 %2"_s.arg(name, below));
+        request.excluded = [&examined](QStringView name, QStringView below) {
+            examined.append(u"%1 %2"_s.arg(name, below));
             return false;
         };
         QCOMPARE(surveyQuietly(request).files.size(), std::size_t(1));
     }
 
-    QCOMPARE(asked, (QStringList{u"a a"_s, u"file a/file"_s, u"a a"_s, u"file a/file"_s}));
+    QCOMPARE(examined, (QStringList{u"a a"_s, u"file a/file"_s, u"a a"_s, u"file a/file"_s}));
 }
 
-void tst_fileSurvey::entersNoExcludedFolder()
+void tst_fileSurvey::doesNotEnterExcludedFolders()
 {
     writeFile(path(u"a/file"_s), "x");
     writeFile(path(u"b/a"_s), "x");
@@ -177,7 +177,7 @@ void tst_fileSurvey::entersNoExcludedFolder()
     QCOMPARE(pathsOf(surveyQuietly(request)), QStringList{path(u"b/file"_s)});
 }
 
-void tst_fileSurvey::appliesSizeLimitsToBothEnds()
+void tst_fileSurvey::appliesMinimumAndMaximumSize()
 {
     for (int size = 0; size < 6; ++size)
         writeFile(path(QString::number(size)), QByteArray(size, 'x'));
@@ -205,7 +205,7 @@ void tst_fileSurvey::skipsTheDesktop()
     qputenv("HOME", home.toUtf8());
     qputenv("XDG_CONFIG_HOME", home.toUtf8());
     if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) != home + u"/Desktop"_s)
-        QSKIP("The desktop cannot be moved");
+        QSKIP("The desktop folder cannot be redirected here");
     writeFile(home + u"/Desktop/sub/file"_s, "x");
     writeFile(home + u"/other"_s, "x");
     SurveyRequest request = everything({home});

@@ -124,7 +124,7 @@ void tst_firstRows::appearAfterOneHundredMilliseconds()
 void tst_firstRows::enableTheButtonsInEveryScan()
 {
     for (int scan = 0; scan < 2; ++scan) {
-        QStringList enabledBefore{u"not asked"_s};
+        QStringList enabledBefore{u"not recorded"_s};
         afterDelivery([&] { enabledBefore = enabled(categoryButtons) + enabled(actionButtons); });
         QVERIFY(m_driver->scan());
         QCOMPARE(enabledBefore, QStringList());

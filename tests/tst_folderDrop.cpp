@@ -42,11 +42,11 @@ class tst_folderDrop : public QObject
 private slots:
     void init();
 
-    void addsADroppedFolderAsAddDoes();
+    void addsADroppedFolderLikeTheAddButton();
     void addsTheFolderOfADroppedFile();
     void addsEachFolderOfADropOnce();
-    void doesNotListAFolderAgain();
-    void doesNotListTheTargetOfALinkAgain();
+    void doesNotAddAListedFolder();
+    void doesNotAddALinkToAListedFolder();
     void refusesDropsWithoutFolders_data();
     void refusesDropsWithoutFolders();
     void addsOnlyTheFoldersOfAMixedDrop();
@@ -113,7 +113,7 @@ void tst_folderDrop::drop(const QStringList &paths)
     QCOMPARE(drop(*mimeData(localUrls(paths))), true);
 }
 
-void tst_folderDrop::addsADroppedFolderAsAddDoes()
+void tst_folderDrop::addsADroppedFolderLikeTheAddButton()
 {
     const QString inner = m_folder->filePath(u"inner"_s);
     drop({inner + u'/'});
@@ -143,7 +143,7 @@ void tst_folderDrop::addsEachFolderOfADropOnce()
     QCOMPARE(m_driver->folders(), expected);
 }
 
-void tst_folderDrop::doesNotListAFolderAgain()
+void tst_folderDrop::doesNotAddAListedFolder()
 {
     const QString inner = m_folder->filePath(u"inner"_s);
     m_driver->addFolder(inner);
@@ -156,12 +156,12 @@ void tst_folderDrop::doesNotListAFolderAgain()
     QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path(), inner}));
 }
 
-void tst_folderDrop::doesNotListTheTargetOfALinkAgain()
+void tst_folderDrop::doesNotAddALinkToAListedFolder()
 {
     const QString inner = m_folder->filePath(u"inner"_s);
     const QString link = m_folder->filePath(u"link"_s);
 #ifdef Q_OS_WIN
-    QSKIP("Windows lets only administrators make symbolic links");
+    QSKIP("Only administrators can create symbolic links here");
 #endif
     QVERIFY(QFile::link(inner, link));
     drop({inner});
@@ -174,9 +174,9 @@ void tst_folderDrop::refusesDropsWithoutFolders_data()
     QTest::addColumn<Urls>("urls");
     QTest::addColumn<QString>("text");
     QTest::newRow("text") << Urls() << u"/tmp"_s;
-    QTest::newRow("a page of the web") << Urls{QUrl(u"http://www.quillory.example/tmp"_s)} << QString();
+    QTest::newRow("a web page") << Urls{QUrl(u"http://www.quillory.example/tmp"_s)} << QString();
     QTest::newRow("a folder on a server") << Urls{QUrl(u"sftp://quillory.example/tmp"_s)} << QString();
-    QTest::newRow("a file that is gone") << Urls{QUrl::fromLocalFile(u"/no/such/file"_s)} << QString();
+    QTest::newRow("a missing file") << Urls{QUrl::fromLocalFile(u"/no/such/file"_s)} << QString();
     QTest::newRow("an empty address") << Urls{QUrl()} << QString();
 }
 

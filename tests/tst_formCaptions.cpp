@@ -32,7 +32,7 @@ void setFontSize(int points)
 }
 
 /// Checks that the row's captions fit their widgets and have the same font stretch.
-void verifyRow(const QWidget &form, const QList<const char *> &names)
+void verifyCaptionsFit(const QWidget &form, const QList<const char *> &names)
 {
     const int stretch = child<QWidget>(&form, names.constFirst())->font().stretch();
     for (const char *name : names) {
@@ -47,15 +47,15 @@ int widthOf(const QAbstractButton &button)
     return QFontMetrics(button.font()).horizontalAdvance(button.text());
 }
 
-void verifyItems(const QComboBox &box)
+void verifyItemsFit(const QComboBox &box)
 {
     QStyleOptionComboBox option;
     option.initFrom(&box);
     option.editable = false;
-    const QRect place =
+    const QRect textArea =
         box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
     for (int i = 0; i < box.count(); ++i)
-        QVERIFY(QFontMetrics(box.font()).horizontalAdvance(box.itemText(i)) <= place.width());
+        QVERIFY(QFontMetrics(box.font()).horizontalAdvance(box.itemText(i)) <= textArea.width());
 }
 
 } // namespace
@@ -73,7 +73,7 @@ private slots:
     void fitsTheCaptionsOfTheDialog_data();
     void fitsTheCaptionsOfTheDialog();
     void fitsTheTotals();
-    void keepsCategoriesApart();
+    void keepsCategoryButtonsApart();
     void fallsBackToAFontOfTheSameWidth();
 
 private:
@@ -95,8 +95,8 @@ void tst_formCaptions::fitsTheCaptionsOfTheWindow()
     QFETCH(const int, points);
     setFontSize(points);
     WindowDriver driver;
-    verifyRow(driver.window(), {"labelFilesScanned", "labelDuplicatesFound", "labelElapsedTime"});
-    verifyRow(driver.window(), {"label"});
+    verifyCaptionsFit(driver.window(), {"labelFilesScanned", "labelDuplicatesFound", "labelElapsedTime"});
+    verifyCaptionsFit(driver.window(), {"label"});
 }
 
 void tst_formCaptions::fitsTheCaptionsOfTheDialog_data()
@@ -110,13 +110,13 @@ void tst_formCaptions::fitsTheCaptionsOfTheDialog()
     setFontSize(points);
     WindowDriver driver;
     driver.chooseOptions([](QWidget *dialog) {
-        verifyRow(*dialog, {typeBoxes.cbegin(), typeBoxes.cend()});
-        verifyRow(*dialog, {skipBoxes.cbegin(), skipBoxes.cend()});
-        verifyRow(*dialog, {"label"});
-        verifyRow(*dialog, {"label_3", "label_4"});
-        verifyRow(*dialog, {"label_5"});
+        verifyCaptionsFit(*dialog, {typeBoxes.cbegin(), typeBoxes.cend()});
+        verifyCaptionsFit(*dialog, {skipBoxes.cbegin(), skipBoxes.cend()});
+        verifyCaptionsFit(*dialog, {"label"});
+        verifyCaptionsFit(*dialog, {"label_3", "label_4"});
+        verifyCaptionsFit(*dialog, {"label_5"});
         for (const char *name : {"comboMinUnit", "comboMaxUnit"})
-            verifyItems(*child<QComboBox>(dialog, name));
+            verifyItemsFit(*child<QComboBox>(dialog, name));
     });
 }
 
@@ -128,11 +128,11 @@ void tst_formCaptions::fitsTheTotals()
     WindowDriver driver;
     driver.setFolders({folder.path()});
     QVERIFY(driver.scan());
-    verifyRow(driver.window(), {"labelStatsInfo"});
+    verifyCaptionsFit(driver.window(), {"labelStatsInfo"});
 }
 
 // The buttons start 90 pixels apart, 15 of which are padding.
-void tst_formCaptions::keepsCategoriesApart()
+void tst_formCaptions::keepsCategoryButtonsApart()
 {
     WindowDriver driver;
     driver.find<QStackedWidget>("stackedWidget")->setCurrentIndex(2);
@@ -151,7 +151,7 @@ void tst_formCaptions::keepsCategoriesApart()
 void tst_formCaptions::fallsBackToAFontOfTheSameWidth()
 {
     if (QFontDatabase::hasFamily(u"Segoe UI"_s) || !QFontDatabase::hasFamily(u"Open Sans"_s))
-        QSKIP("The fallback is not needed or not installed");
+        QSKIP("The fallback font is not needed or not installed");
     WindowDriver driver;
     QCOMPARE(QFontInfo(driver.find("btnAll")->font()).family(), u"Open Sans"_s);
 }

@@ -11,6 +11,8 @@
 
 #include <memory>
 
+using Qt::StringLiterals::operator""_s;
+
 /// Which files a deletion removes from disk, and what remains of the groups.
 class tst_groupDeletion : public QObject
 {
@@ -26,7 +28,7 @@ private slots:
     void removesFilesThatCouldNotBeDeletedFromTheirGroups();
     void deletesNothingWithoutPermission();
     void deletesNoFolder();
-    void deletesALinkNotItsTarget();
+    void deletesALinkButNotItsTarget();
     void keepsNameAndSizeOfAGroup();
     void doesNothingWithoutMarks();
     void usesTheMarksNotTheFlag();
@@ -58,7 +60,7 @@ QString fileNames(const QList<DuplicateGroup> &groups)
             names.append(file.section(u'/', -1));
         result.append(names.join(u' '));
     }
-    return result.join(QStringLiteral(" | "));
+    return result.join(u" | "_s);
 }
 
 } // namespace
@@ -126,8 +128,8 @@ void tst_groupDeletion::deletesMarkedFiles_data()
     row("listed twice", "a a b", "a", 1, "", "b");
     row("listed twice among more", "a b a c", "a", 1, "b c", "b c");
     row("kept one listed twice", "a b a", "b", 1, "a a", "a");
-    row("nothing but itself", "a a", "a", 1, "", "");
-    row("a mark from elsewhere", "a b|c d", "c|", 1, "a b | c d", "a b d");
+    row("one file listed twice", "a a", "a", 1, "", "");
+    row("mark of another group's file", "a b|c d", "c|", 1, "a b | c d", "a b d");
 }
 
 void tst_groupDeletion::deletesMarkedFiles()
@@ -139,14 +141,13 @@ void tst_groupDeletion::deletesMarkedFiles()
     for (qsizetype i = 0; i < files.size(); ++i)
         groups.append(group(files.at(i), marked.at(i)));
     QVERIFY(hasMarkedFiles(groups));
-    writeFile(path(QStringLiteral("z/bystander")), "copy");
+    writeFile(path(u"z/bystander"_s), "copy");
 
     const DeletionResult result = deleteMarkedFiles(groups);
     QTEST(result.deleted, "deleted");
     QCOMPARE(result.failed, 0);
     QTEST(fileNames(groups), "groupsAfter");
-    QCOMPARE(
-        leftOnDisk(), words(filesAfter) + QStringList({QStringLiteral("z"), QStringLiteral("z/bystander")}));
+    QCOMPARE(leftOnDisk(), words(filesAfter) + QStringList({u"z"_s, u"z/bystander"_s}));
     QVERIFY(!hasMarkedFiles(groups));
     for (const DuplicateGroup &left : std::as_const(groups))
         QVERIFY(!left.hasMarkedFiles);
@@ -154,98 +155,96 @@ void tst_groupDeletion::deletesMarkedFiles()
 
 void tst_groupDeletion::deletesAPathOfTwoGroupsOnce()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b c"), QStringLiteral("a")),
-        group(QStringLiteral("a d e"), QStringLiteral("a"))};
+    QList<DuplicateGroup> groups{group(u"a b c"_s, u"a"_s), group(u"a d e"_s, u"a"_s)};
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 1);
     QCOMPARE(result.failed, 1);
-    QCOMPARE(fileNames(groups), QStringLiteral("b c | d e"));
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("b c d e")));
+    QCOMPARE(fileNames(groups), u"b c | d e"_s);
+    QCOMPARE(leftOnDisk(), words(u"b c d e"_s));
 }
 
 /// A path through a link can be deleted only while the link exists, so the failure shows the order.
 void tst_groupDeletion::processesTheGroupsBackwards()
 {
-    const QString link = path(QStringLiteral("link"));
-    QList<DuplicateGroup> groups{group(QStringLiteral("b c"), {}), group(QStringLiteral("a d"), {})};
-    writeFile(path(QStringLiteral("folder/inside")), "copy");
-    if (!makeLink(QStringLiteral("folder"), link))
+    const QString link = path(u"link"_s);
+    QList<DuplicateGroup> groups{group(u"b c"_s, {}), group(u"a d"_s, {})};
+    writeFile(path(u"folder/inside"_s), "copy");
+    if (!makeLink(u"folder"_s, link))
         QSKIP("There are no symbolic links here");
     // The second group deletes the link in the marked path of the first group.
-    setMarkedFiles(groups[0], {link + QStringLiteral("/inside")});
+    setMarkedFiles(groups[0], {link + u"/inside"_s});
     setMarkedFiles(groups[1], {link});
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 1);
     QCOMPARE(result.failed, 1);
-    QVERIFY(QFile::exists(path(QStringLiteral("folder/inside"))));
+    QVERIFY(QFile::exists(path(u"folder/inside"_s)));
 }
 
 void tst_groupDeletion::removesFilesThatCouldNotBeDeletedFromTheirGroups()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b"), QStringLiteral("a")),
-        group(QStringLiteral("c d e"), QStringLiteral("c d")),
-        group(QStringLiteral("f g h"), QStringLiteral("f"))};
+    QList<DuplicateGroup> groups{
+        group(u"a b"_s, u"a"_s), group(u"c d e"_s, u"c d"_s), group(u"f g h"_s, u"f"_s)};
     for (const char *const gone : {"a", "c", "f"})
         QVERIFY(QFile::remove(path(QLatin1StringView(gone))));
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 1);
     QCOMPARE(result.failed, 3);
-    QCOMPARE(fileNames(groups), QStringLiteral("g h"));
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("b e g h")));
+    QCOMPARE(fileNames(groups), u"g h"_s);
+    QCOMPARE(leftOnDisk(), words(u"b e g h"_s));
 }
 
 void tst_groupDeletion::deletesNothingWithoutPermission()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b c"), QStringLiteral("a b"))};
+    QList<DuplicateGroup> groups{group(u"a b c"_s, u"a b"_s)};
     allowReadingOnly(m_folder->path());
     DeletionResult result;
-    bool keptOut = false;
+    bool isDenied = false;
     {
         const UnprivilegedUser user;
-        keptOut = !QFile(path(QStringLiteral("new"))).open(QIODevice::WriteOnly);
-        if (keptOut)
+        isDenied = !QFile(path(u"new"_s)).open(QIODevice::WriteOnly);
+        if (isDenied)
             result = deleteMarkedFiles(groups);
     }
     allowAccess(m_folder->path());
-    if (!keptOut)
-        QSKIP("Permissions keep nobody out here");
+    if (!isDenied)
+        QSKIP("Permissions have no effect here");
     QCOMPARE(result.deleted, 0);
     QCOMPARE(result.failed, 2);
     QVERIFY(groups.isEmpty());
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("a b c")));
+    QCOMPARE(leftOnDisk(), words(u"a b c"_s));
 }
 
 void tst_groupDeletion::deletesNoFolder()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b c"), QStringLiteral("a b"))};
+    QList<DuplicateGroup> groups{group(u"a b c"_s, u"a b"_s)};
     for (const char *const name : {"a", "b"}) {
         QVERIFY(QFile::remove(path(QLatin1StringView(name))));
         QVERIFY(QDir().mkpath(path(QLatin1StringView(name))));
     }
-    writeFile(path(QStringLiteral("b/inside")), "precious");
+    writeFile(path(u"b/inside"_s), "precious");
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 0);
     QCOMPARE(result.failed, 2);
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("a b b/inside c")));
+    QCOMPARE(leftOnDisk(), words(u"a b b/inside c"_s));
 }
 
-void tst_groupDeletion::deletesALinkNotItsTarget()
+void tst_groupDeletion::deletesALinkButNotItsTarget()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b"), QStringLiteral("a"))};
-    writeFile(path(QStringLiteral("target")), "precious");
-    QVERIFY(QFile::remove(path(QStringLiteral("a"))));
-    if (!makeLink(path(QStringLiteral("target")), path(QStringLiteral("a"))))
+    QList<DuplicateGroup> groups{group(u"a b"_s, u"a"_s)};
+    writeFile(path(u"target"_s), "precious");
+    QVERIFY(QFile::remove(path(u"a"_s)));
+    if (!makeLink(path(u"target"_s), path(u"a"_s)))
         QSKIP("There are no symbolic links here");
     QCOMPARE(deleteMarkedFiles(groups).deleted, 1);
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("b target")));
+    QCOMPARE(leftOnDisk(), words(u"b target"_s));
 }
 
 void tst_groupDeletion::keepsNameAndSizeOfAGroup()
 {
-    DuplicateGroup before = group(QStringLiteral("a b c"), QStringLiteral("a"));
-    before.fileName = QStringLiteral("a");
+    DuplicateGroup before = group(u"a b c"_s, u"a"_s);
+    before.fileName = u"a"_s;
     before.size = 4;
-    before.category = QStringLiteral("other");
+    before.category = u"other"_s;
     before.modified = QDateTime(QDate(2020, 1, 1), QTime(0, 0));
     QList<DuplicateGroup> groups{before};
     QCOMPARE(deleteMarkedFiles(groups).deleted, 1);
@@ -258,12 +257,12 @@ void tst_groupDeletion::keepsNameAndSizeOfAGroup()
 
 void tst_groupDeletion::doesNothingWithoutMarks()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b"), {}), group(QStringLiteral("c d e"), {})};
+    QList<DuplicateGroup> groups{group(u"a b"_s, {}), group(u"c d e"_s, {})};
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 0);
     QCOMPARE(result.failed, 0);
-    QCOMPARE(fileNames(groups), QStringLiteral("a b | c d e"));
-    QCOMPARE(leftOnDisk(), words(QStringLiteral("a b c d e")));
+    QCOMPARE(fileNames(groups), u"a b | c d e"_s);
+    QCOMPARE(leftOnDisk(), words(u"a b c d e"_s));
 
     QList<DuplicateGroup> none;
     QCOMPARE(deleteMarkedFiles(none).deleted, 0);
@@ -272,14 +271,14 @@ void tst_groupDeletion::doesNothingWithoutMarks()
 /// DuplicateGroup::hasMarkedFiles may be out of date.
 void tst_groupDeletion::usesTheMarksNotTheFlag()
 {
-    QList<DuplicateGroup> groups{group(QStringLiteral("a b"), {}), group(QStringLiteral("c d"), {})};
+    QList<DuplicateGroup> groups{group(u"a b"_s, {}), group(u"c d"_s, {})};
     QVERIFY(!hasMarkedFiles({}));
     QVERIFY(!hasMarkedFiles(groups));
     groups[0].hasMarkedFiles = true;
     QVERIFY(!hasMarkedFiles(groups));
     QCOMPARE(deleteMarkedFiles(groups).deleted, 0);
     groups[0].hasMarkedFiles = false;
-    groups[1].markedFiles = {path(QStringLiteral("c"))};
+    groups[1].markedFiles = {path(u"c"_s)};
     QVERIFY(hasMarkedFiles(groups));
     QCOMPARE(deleteMarkedFiles(groups).deleted, 1);
 }

@@ -3,6 +3,8 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 /// A group whose files are the letters of \a files, with those of \a marked marked.
@@ -40,7 +42,7 @@ QStringList marks(const QList<DuplicateGroup> &groups)
     for (const DuplicateGroup &shown : groups) {
         QStringList letters = shown.markedFiles.values();
         letters.sort();
-        result.append(letters.join(QString()) + (shown.hasMarkedFiles ? QStringLiteral("+") : QString()));
+        result.append(letters.join(QString()) + (shown.hasMarkedFiles ? u"+"_s : QString()));
     }
     return result;
 }
@@ -51,7 +53,7 @@ QStringList words(const char *text)
 }
 
 /// Reference implementation of saveMarks() that compares every row with every group.
-void saveMarksPlainly(
+void saveMarksByReference(
     QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked)
 {
     for (qsizetype i = 0; i < shown.size(); ++i) {
@@ -79,25 +81,25 @@ class tst_groupMarks : public QObject
 
 private slots:
     void savesTheCheckedRows();
-    void dropsTheMarksOfGroupsWithoutRow();
-    void dropsAllMarksWithoutAnyRow();
+    void clearsTheMarksOfGroupsWithoutARow();
+    void clearsAllMarksWithoutRows();
     void keepsTheMarksOfGroupsThatAreNotShown();
     void sharesMarksBetweenGroupsWithTheSameFiles();
-    void lastOfTheRowsWithTheSameFilesDecides();
-    void sharesNothingWhenFilesAreInAnotherOrder();
-    void sharesNothingWhenOnlyTheFirstFileIsTheSame();
-    void dropsSharedMarksWithoutRow();
-    void matchesTheQuadraticAlgorithm();
+    void lastOfTheRowsWithTheSameFilesWins();
+    void sharesNothingIfTheFilesAreInAnotherOrder();
+    void sharesNothingIfOnlyTheFirstFileIsTheSame();
+    void clearsSharedMarksWithoutARow();
+    void matchesTheReferenceImplementation();
 };
 
 void tst_groupMarks::savesTheCheckedRows()
 {
     QList<DuplicateGroup> groups{group("abc", "bc"), group("de"), group("fg", "g")};
     saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("ab"), paths("d"), paths("")});
-    QCOMPARE(marks(groups), (QStringList{QStringLiteral("ab+"), QStringLiteral("d+"), QString()}));
+    QCOMPARE(marks(groups), (QStringList{u"ab+"_s, u"d+"_s, QString()}));
 }
 
-void tst_groupMarks::dropsTheMarksOfGroupsWithoutRow()
+void tst_groupMarks::clearsTheMarksOfGroupsWithoutARow()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd", "d"), group("ef")};
     saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("b")});
@@ -105,7 +107,7 @@ void tst_groupMarks::dropsTheMarksOfGroupsWithoutRow()
     QCOMPARE(marks(groups), words("b+ + "));
 }
 
-void tst_groupMarks::dropsAllMarksWithoutAnyRow()
+void tst_groupMarks::clearsAllMarksWithoutRows()
 {
     QList<DuplicateGroup> groups{group("ab", "b"), group("cd")};
     saveMarks(groups, pointersTo(groups, {0, 1}), {});
@@ -134,7 +136,7 @@ void tst_groupMarks::sharesMarksBetweenGroupsWithTheSameFiles()
     QCOMPARE(marks(groups), words("  c+ "));
 }
 
-void tst_groupMarks::lastOfTheRowsWithTheSameFilesDecides()
+void tst_groupMarks::lastOfTheRowsWithTheSameFilesWins()
 {
     QList<DuplicateGroup> groups{group("ab"), group("ab"), group("ab")};
     saveMarks(groups, pointersTo(groups, {0, 1, 2}), {paths("a"), paths("ab"), paths("b")});
@@ -143,7 +145,7 @@ void tst_groupMarks::lastOfTheRowsWithTheSameFilesDecides()
     QCOMPARE(marks(groups), words("  "));
 }
 
-void tst_groupMarks::sharesNothingWhenFilesAreInAnotherOrder()
+void tst_groupMarks::sharesNothingIfTheFilesAreInAnotherOrder()
 {
     QList<DuplicateGroup> groups{group("ab", "a"), group("ba", "b"), group("abb", "a"), group("a", "a")};
     saveMarks(groups, pointersTo(groups, {0}), {paths("b")});
@@ -152,7 +154,7 @@ void tst_groupMarks::sharesNothingWhenFilesAreInAnotherOrder()
     QCOMPARE(marks(groups), words(" b+ a+ a+"));
 }
 
-void tst_groupMarks::sharesNothingWhenOnlyTheFirstFileIsTheSame()
+void tst_groupMarks::sharesNothingIfOnlyTheFirstFileIsTheSame()
 {
     QList<DuplicateGroup> groups{group("ab", "a"), group("ac", "c")};
     saveMarks(groups, pointersTo(groups, {0}), {paths("b")});
@@ -160,14 +162,14 @@ void tst_groupMarks::sharesNothingWhenOnlyTheFirstFileIsTheSame()
 }
 
 /// A group without a row takes over hasMarkedFiles and loses its marks.
-void tst_groupMarks::dropsSharedMarksWithoutRow()
+void tst_groupMarks::clearsSharedMarksWithoutARow()
 {
     QList<DuplicateGroup> groups{group("ab"), group("ab"), group("ab")};
     saveMarks(groups, pointersTo(groups, {0, 1}), {paths("a")});
     QCOMPARE(marks(groups), words("a+ + a+"));
 }
 
-void tst_groupMarks::matchesTheQuadraticAlgorithm()
+void tst_groupMarks::matchesTheReferenceImplementation()
 {
     QRandomGenerator random(7);
     const auto randomLetters = [&random](int least, int most) {
@@ -191,7 +193,7 @@ void tst_groupMarks::matchesTheQuadraticAlgorithm()
             checked.append(paths(randomLetters(0, 2)));
 
         QList<DuplicateGroup> expected = groups;
-        saveMarksPlainly(expected, pointersTo(expected, positions), checked);
+        saveMarksByReference(expected, pointersTo(expected, positions), checked);
         saveMarks(groups, pointersTo(groups, positions), checked);
         QCOMPARE(marks(groups), marks(expected));
     }

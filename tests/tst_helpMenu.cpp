@@ -18,7 +18,7 @@ private slots:
     void init();
 
     void opensTheMenuOnPress();
-    void holdsThreeEntriesInOrder();
+    void hasThreeEntriesInOrder();
     void opensTheHelpPage() const;
     void opensTheHelpPageOnRelease() const;
     void opensTheSupportPage() const;
@@ -57,7 +57,7 @@ void tst_helpMenu::opensTheMenuOnPress()
     QTRY_VERIFY(opened);
 }
 
-void tst_helpMenu::holdsThreeEntriesInOrder()
+void tst_helpMenu::hasThreeEntriesInOrder()
 {
     WindowDriver driver;
     QCOMPARE(menu(driver)->parentWidget(), &driver.window());

@@ -51,7 +51,7 @@ private slots:
     void initTestCase();
     void decodesEveryNameExactlyOrSkipsIt_data();
     void decodesEveryNameExactlyOrSkipsIt();
-    void matchesQtsWalkWithoutByteOrderMarks();
+    void matchesQDirIteratorWithoutByteOrderMarks();
     void neverConfusesNamesThatDifferInAByteOrderMark();
     void listsHiddenEntriesOnRequest();
     void reportsWhyAFolderCannotBeRead();
@@ -62,7 +62,7 @@ void tst_hostileNames::initTestCase()
 {
     const HostileTree tree;
     if (!makeFolderWithRawName(tree.path(), "\xFF"))
-        QSKIP("Here not every sequence of bytes is a name");
+        QSKIP("Names must be valid text here");
 }
 
 void tst_hostileNames::decodesEveryNameExactlyOrSkipsIt_data()
@@ -89,7 +89,7 @@ void tst_hostileNames::decodesEveryNameExactlyOrSkipsIt()
 }
 
 /// QDirIterator drops U+FEFF at the start of a name, so no name here starts with it.
-void tst_hostileNames::matchesQtsWalkWithoutByteOrderMarks()
+void tst_hostileNames::matchesQDirIteratorWithoutByteOrderMarks()
 {
     const HostileTree tree;
     int i = 0;
@@ -168,7 +168,7 @@ void tst_hostileNames::givesAccessToTheCurrentEntry()
     QCOMPARE(::fstatat(entries.folderDescriptor(), entries.rawName(), &facts, AT_SYMLINK_NOFOLLOW), 0);
     QCOMPARE(facts.st_size, 5);
 #else
-    QSKIP("Entries are asked for by their paths here");
+    QSKIP("Entries have no descriptor here");
 #endif
 }
 

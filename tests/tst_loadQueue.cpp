@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QTest>
 
+using Qt::StringLiterals::operator""_s;
+
 using std::chrono_literals::operator""h;
 using std::chrono_literals::operator""ms;
 
@@ -17,10 +19,10 @@ private slots:
 
     void runsAStepImmediatelyWithoutALoad();
     void postponesStepsToTheEndOfTheLoad();
-    void runsOneLoadAfterTheOther();
+    void runsNestedLoadsOneAfterTheOther();
     void runsStepsOfAPostponedLoadAfterThoseBeforeIt();
     void runsADelayedStepWhenItIsDue();
-    void runsOnlyTheNewestOfTheDelayedSteps();
+    void runsOnlyTheNewestDelayedStep();
     void runsADelayedStepAfterTheLoad();
     void replacesADelayedStepThatIsPostponed();
     void allowsADelayedStepToDelayAnother();
@@ -45,8 +47,8 @@ void tst_loadQueue::init()
 void tst_loadQueue::runsAStepImmediatelyWithoutALoad()
 {
     QVERIFY(!m_queue->isLoading());
-    m_queue->runBetweenLoads(step(QStringLiteral("step")));
-    QCOMPARE(m_log, QStringList{QStringLiteral("step")});
+    m_queue->runBetweenLoads(step(u"step"_s));
+    QCOMPARE(m_log, QStringList{u"step"_s});
 }
 
 void tst_loadQueue::postponesStepsToTheEndOfTheLoad()
@@ -54,76 +56,76 @@ void tst_loadQueue::postponesStepsToTheEndOfTheLoad()
     m_queue->runLoad([this] {
         for (const char *name : {"first", "second", "third"})
             m_queue->runBetweenLoads(step(QLatin1StringView(name)));
-        step(QStringLiteral("load"))();
+        step(u"load"_s)();
     });
-    QCOMPARE(m_log.join(u' '), QStringLiteral("load+ first second third"));
+    QCOMPARE(m_log.join(u' '), u"load+ first second third"_s);
     QVERIFY(!m_queue->isLoading());
 }
 
-void tst_loadQueue::runsOneLoadAfterTheOther()
+void tst_loadQueue::runsNestedLoadsOneAfterTheOther()
 {
     m_queue->runLoad([this] {
-        m_queue->runLoad(step(QStringLiteral("inner")));
-        step(QStringLiteral("outer"))();
+        m_queue->runLoad(step(u"inner"_s));
+        step(u"outer"_s)();
     });
-    QCOMPARE(m_log.join(u' '), QStringLiteral("outer+ inner+"));
+    QCOMPARE(m_log.join(u' '), u"outer+ inner+"_s);
 }
 
 void tst_loadQueue::runsStepsOfAPostponedLoadAfterThoseBeforeIt()
 {
     m_queue->runLoad([this] {
         m_queue->runLoad([this] {
-            m_queue->runBetweenLoads(step(QStringLiteral("last")));
-            step(QStringLiteral("inner"))();
+            m_queue->runBetweenLoads(step(u"last"_s));
+            step(u"inner"_s)();
         });
-        m_queue->runBetweenLoads(step(QStringLiteral("step")));
-        step(QStringLiteral("outer"))();
+        m_queue->runBetweenLoads(step(u"step"_s));
+        step(u"outer"_s)();
     });
-    QCOMPARE(m_log.join(u' '), QStringLiteral("outer+ inner+ step last"));
+    QCOMPARE(m_log.join(u' '), u"outer+ inner+ step last"_s);
 }
 
 void tst_loadQueue::runsADelayedStepWhenItIsDue()
 {
-    m_queue->runDelayed(0ms, step(QStringLiteral("step")));
+    m_queue->runDelayed(0ms, step(u"step"_s));
     QCOMPARE(m_log, QStringList());
-    QTRY_COMPARE(m_log, QStringList{QStringLiteral("step")});
+    QTRY_COMPARE(m_log, QStringList{u"step"_s});
     QCoreApplication::processEvents();
     QCOMPARE(m_log.size(), 1);
 }
 
-void tst_loadQueue::runsOnlyTheNewestOfTheDelayedSteps()
+void tst_loadQueue::runsOnlyTheNewestDelayedStep()
 {
-    m_queue->runDelayed(0ms, step(QStringLiteral("replaced")));
-    m_queue->runDelayed(1h, step(QStringLiteral("far away")));
+    m_queue->runDelayed(0ms, step(u"replaced"_s));
+    m_queue->runDelayed(1h, step(u"distant"_s));
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
     QCOMPARE(m_log, QStringList());
-    m_queue->runDelayed(0ms, step(QStringLiteral("newest")));
-    QTRY_COMPARE(m_log, QStringList{QStringLiteral("newest")});
+    m_queue->runDelayed(0ms, step(u"newest"_s));
+    QTRY_COMPARE(m_log, QStringList{u"newest"_s});
 }
 
 void tst_loadQueue::runsADelayedStepAfterTheLoad()
 {
     m_queue->runLoad([this] {
-        m_queue->runDelayed(0ms, step(QStringLiteral("delayed")));
+        m_queue->runDelayed(0ms, step(u"delayed"_s));
         for (int i = 0; i < 3; ++i)
             QCoreApplication::processEvents();
-        m_queue->runBetweenLoads(step(QStringLiteral("step")));
-        step(QStringLiteral("load"))();
+        m_queue->runBetweenLoads(step(u"step"_s));
+        step(u"load"_s)();
     });
-    QCOMPARE(m_log.join(u' '), QStringLiteral("load+ delayed step"));
+    QCOMPARE(m_log.join(u' '), u"load+ delayed step"_s);
 }
 
 void tst_loadQueue::replacesADelayedStepThatIsPostponed()
 {
     m_queue->runLoad([this] {
-        m_queue->runBetweenLoads([this] { m_queue->runDelayed(0ms, step(QStringLiteral("newest"))); });
-        m_queue->runDelayed(0ms, step(QStringLiteral("replaced")));
+        m_queue->runBetweenLoads([this] { m_queue->runDelayed(0ms, step(u"newest"_s)); });
+        m_queue->runDelayed(0ms, step(u"replaced"_s));
         for (int i = 0; i < 3; ++i)
             QCoreApplication::processEvents();
-        step(QStringLiteral("load"))();
+        step(u"load"_s)();
     });
-    QTRY_COMPARE(m_log.join(u' '), QStringLiteral("load+ newest"));
+    QTRY_COMPARE(m_log.join(u' '), u"load+ newest"_s);
 }
 
 void tst_loadQueue::allowsADelayedStepToDelayAnother()
@@ -131,10 +133,10 @@ void tst_loadQueue::allowsADelayedStepToDelayAnother()
     // The step uses its capture after it has delayed the next one, so it must still exist then.
     const QString longName(100, u'x');
     m_queue->runDelayed(0ms, [this, longName] {
-        m_queue->runDelayed(0ms, step(QStringLiteral("next")));
+        m_queue->runDelayed(0ms, step(u"next"_s));
         step(longName)();
     });
-    QTRY_COMPARE(m_log, (QStringList{longName, QStringLiteral("next")}));
+    QTRY_COMPARE(m_log, (QStringList{longName, u"next"_s}));
 }
 
 QTEST_GUILESS_MAIN(tst_loadQueue)

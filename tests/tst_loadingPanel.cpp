@@ -28,13 +28,13 @@ private slots:
     void cleanup();
 
     void looksAsDesigned();
-    void floatsOverTheMiddleOfTheWindow();
+    void isCentredOverTheWindow();
     void animatesItsDots();
     void closesWithTheFirstRows();
     void appearsOncePerWindow();
     void closesWhenTheNextScanStarts();
     void closesOnItsOwnThread();
-    void updatesTheStatusText();
+    void updatesTheScanStatus();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -90,7 +90,7 @@ void tst_loadingPanel::looksAsDesigned()
     QCOMPARE(shown, 1);
 }
 
-void tst_loadingPanel::floatsOverTheMiddleOfTheWindow()
+void tst_loadingPanel::isCentredOverTheWindow()
 {
     m_driver->window().move(60, 40);
     QPoint position;
@@ -190,7 +190,7 @@ void tst_loadingPanel::closesOnItsOwnThread()
             QThread::create([this] { hideLoadingOverlay(m_driver->window()); }));
         other->start();
         if (!other->wait(10'000))
-            qFatal("The call does not return on a thread that is not the window's");
+            qFatal("hideLoadingOverlay() blocks on a thread other than the window's");
         visibleAfterCall = shown->isVisible();
         QMetaObject::invokeMethod(
             &m_driver->window(),
@@ -202,7 +202,7 @@ void tst_loadingPanel::closesOnItsOwnThread()
     QVERIFY(!visibleLater);
 }
 
-void tst_loadingPanel::updatesTheStatusText()
+void tst_loadingPanel::updatesTheScanStatus()
 {
     QString onDelivery;
     QString duringLoad;

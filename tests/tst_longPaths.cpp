@@ -22,12 +22,12 @@ QImage rowText(QTreeWidget *tree, QTreeWidgetItem *row)
     return tree->viewport()->grab(rect).toImage();
 }
 
-QString toolTipAt(QWidget *widget, const QPoint &place)
+QString toolTipAt(QWidget *widget, const QPoint &position)
 {
     QToolTip::hideText();
     if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); }))
-        qFatal("The tool tip stays");
-    QHelpEvent event(QEvent::ToolTip, place, widget->mapToGlobal(place));
+        qFatal("The tool tip does not hide");
+    QHelpEvent event(QEvent::ToolTip, position, widget->mapToGlobal(position));
     QCoreApplication::sendEvent(widget, &event);
     return QToolTip::text();
 }
@@ -42,7 +42,7 @@ class tst_longPaths : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void cutsAPathInTheMiddle();
+    void elidesAPathInTheMiddle();
     void showsWhereCopiesDiffer_data();
     void showsWhereCopiesDiffer();
     void keepsSizeAndCountOfAGroup_data();
@@ -51,10 +51,10 @@ private slots:
     void showsTheWholePathInTheToolTip();
 
     void rowsOfCopiesLookDifferent();
-    void rowsHaveToolTipsWhereTheyAreCut();
+    void elidedRowsHaveToolTips();
     void groupRowsShowTheirSize();
     void folderRowsKeepTheirButtons();
-    void folderRowsHaveToolTipsWhereTheyAreCut();
+    void elidedFolderRowsHaveToolTips();
 };
 
 void tst_longPaths::init()
@@ -62,7 +62,7 @@ void tst_longPaths::init()
     reset();
 }
 
-void tst_longPaths::cutsAPathInTheMiddle()
+void tst_longPaths::elidesAPathInTheMiddle()
 {
     const QFontMetrics metrics{QFont()};
     const QString path = deep + u"Report.docx"_s;
@@ -111,7 +111,7 @@ void tst_longPaths::keepsSizeAndCountOfAGroup_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("long") << QString(300, u'x') + u".txt"_s;
-    QTest::newRow("blanks") << u"four    blanks "_s.repeated(30) + u".txt"_s;
+    QTest::newRow("spaces") << u"four    blanks "_s.repeated(30) + u".txt"_s;
     QTest::newRow("looks like a title") << u"a    1 B, 2 file(s)"_s.repeated(30) + u".txt"_s;
 }
 
@@ -160,7 +160,7 @@ void tst_longPaths::rowsOfCopiesLookDifferent()
     QVERIFY(rowText(tree, group(0)->child(0)) != rowText(tree, group(0)->child(1)));
 }
 
-void tst_longPaths::rowsHaveToolTipsWhereTheyAreCut()
+void tst_longPaths::elidedRowsHaveToolTips()
 {
     const QString longName = u"a folder deep inside/"_s.repeated(8) + u"Report.docx"_s;
     write({longName, u"Report.docx"_s}, "the same");
@@ -207,7 +207,7 @@ void tst_longPaths::folderRowsKeepTheirButtons()
     QVERIFY(label->grab().toImage() != before);
 }
 
-void tst_longPaths::folderRowsHaveToolTipsWhereTheyAreCut()
+void tst_longPaths::elidedFolderRowsHaveToolTips()
 {
     const QString folder = path(u"a folder deep inside/"_s.repeated(8) + u"Documents"_s);
     QVERIFY(QDir().mkpath(folder));

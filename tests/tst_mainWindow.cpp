@@ -25,7 +25,7 @@ private slots:
     void declaresItsSlotsInOrderAndNoSignals();
     void startsOnTheStartPageWithAllSelected();
     void goesBackToTheStartPage();
-    void goesBackTwicePerClick();
+    void connectsTheBackButtonTwice();
 };
 
 void tst_mainWindow::opensInAFixedSize()
@@ -162,7 +162,7 @@ void tst_mainWindow::goesBackToTheStartPage()
 }
 
 /// Back is connected by its name and a second time explicitly.
-void tst_mainWindow::goesBackTwicePerClick()
+void tst_mainWindow::connectsTheBackButtonTwice()
 {
     WindowDriver driver;
     QCOMPARE(clickedReceivers(driver.find<QPushButton>("btnBack")), 2);

@@ -19,7 +19,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int patience = 60'000;
+constexpr int timeout = 60'000;
 constexpr int scans = 20;
 
 /// Number of threads in this process.
@@ -58,7 +58,7 @@ void tst_overlappingScans::countsOnOneThreadWhenNoneIsFree()
         collected = collect({folder.path()});
         done.release();
     });
-    const bool hasEnded = done.tryAcquire(1, patience);
+    const bool hasEnded = done.tryAcquire(1, timeout);
     scanThreads().setMaxThreadCount(threads);
     QVERIFY(hasEnded);
     QCOMPARE(collected, QStringList{folder.filePath(u"sub/file"_s)});
@@ -76,7 +76,7 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
     const auto answering = qScopeGuard(SimulatedDisk::unblock);
     driver.setFolders({scanned});
     const int cores = QThread::idealThreadCount();
-    const qsizetype most = threadCount() + std::max(8, 2 * cores) + cores;
+    const qsizetype limit = threadCount() + std::max(8, 2 * cores) + cores;
 
     for (int i = 0; i < scans; ++i) {
         driver.click("btnStartScan");
@@ -84,15 +84,15 @@ void tst_overlappingScans::runOnAFixedNumberOfThreads()
         driver.click("btnStopScan");
     }
     // Every scan thread waits for the folder; none of the threads that Qt paints with does.
-    QTRY_COMPARE_WITH_TIMEOUT(scanThreads().activeThreadCount(), scanThreads().maxThreadCount(), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(scanThreads().activeThreadCount(), scanThreads().maxThreadCount(), timeout);
+    QTRY_COMPARE_WITH_TIMEOUT(QThreadPool::globalInstance()->activeThreadCount(), 0, timeout);
     qsizetype counted = threadCount();
     SimulatedDisk::unblock();
     while (isAnyTaskRunning()) {
         counted = std::max(counted, threadCount());
         QCoreApplication::processEvents();
     }
-    QVERIFY2(counted <= most, qPrintable(u"%1 threads, at most %2 allowed"_s.arg(counted).arg(most)));
+    QVERIFY2(counted <= limit, qPrintable(u"%1 threads, at limit %2 allowed"_s.arg(counted).arg(limit)));
     QVERIFY(driver.waitForResults());
     QCOMPARE(driver.filePaths().size(), 2);
 }

@@ -20,7 +20,7 @@ private slots:
 
 void tst_progressReports::truncatesThePercentage_data()
 {
-    constexpr qint32 most = std::numeric_limits<qint32>::max();
+    constexpr qint32 largest = std::numeric_limits<qint32>::max();
     QTest::addColumn<qint32>("scanned");
     QTest::addColumn<qint32>("total");
     QTest::addColumn<int>("percent");
@@ -31,7 +31,7 @@ void tst_progressReports::truncatesThePercentage_data()
     QTest::newRow("more than were counted") << 15 << 10 << 150;
     // A hundred times the count does not fit into 32 bits.
     QTest::newRow("22 million") << 22'000'000 << 44'000'000 << 50;
-    QTest::newRow("as many as can be counted") << most << most << 100;
+    QTest::newRow("largest count") << largest << largest << 100;
 }
 
 void tst_progressReports::truncatesThePercentage()

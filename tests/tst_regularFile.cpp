@@ -15,6 +15,8 @@
 #include <fcntl.h>
 #endif
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 constexpr int wanted = 4096;
@@ -25,12 +27,12 @@ using Buffer = std::array<char, wanted>;
 /// The flags of the descriptor with which this process has \a path open; nothing if there is none.
 std::optional<int> flagsOfOpenFile(const QString &path)
 {
-    const QDir descriptors(QStringLiteral("/proc/self/fd"));
+    const QDir descriptors(u"/proc/self/fd"_s);
     for (const QString &number :
         descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         if (QFile::symLinkTarget(descriptors.filePath(number)) != path)
             continue;
-        QFile info(QStringLiteral("/proc/self/fdinfo/") + number);
+        QFile info(u"/proc/self/fdinfo/"_s + number);
         if (!info.open(QIODevice::ReadOnly))
             continue;
         for (const QByteArray &line : info.readAll().split('\n')) {
@@ -50,14 +52,14 @@ class tst_regularFile : public QObject
     Q_OBJECT
 
 private slots:
-    void reads_data();
-    void reads();
+    void readsAtAnyPosition_data();
+    void readsAtAnyPosition();
     void returnsNothingForDataThatIsNotCached();
-    void waitsForALeaseOfAnotherProcess();
-    void readsWithoutTheFlagItWasOpenedWith();
+    void waitsForTheLeaseOfAnotherProcess();
+    void clearsTheNonBlockingFlag();
 };
 
-void tst_regularFile::reads_data()
+void tst_regularFile::readsAtAnyPosition_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<int>("position");
@@ -70,13 +72,13 @@ void tst_regularFile::reads_data()
     }
 }
 
-void tst_regularFile::reads()
+void tst_regularFile::readsAtAnyPosition()
 {
     QFETCH(const int, size);
     QFETCH(const int, position);
     QFETCH(const bool, atOnce);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("file"));
+    const QString path = folder.filePath(u"file"_s);
     const QByteArray content = randomBytes(size, 1);
     // The page cache has what was just written.
     writeFile(path, content);
@@ -88,7 +90,7 @@ void tst_regularFile::reads()
     const std::optional<qint64> read = atOnce ? file.readIfCached(position, buffer.data(), wanted)
                                               : file.readAt(position, buffer.data(), wanted);
     if (!read)
-        QSKIP("The system does not tell what is in memory");
+        QSKIP("The page cache cannot be read alone here");
     const QByteArray expected = content.mid(position, wanted);
     QCOMPARE(*read, expected.size());
     QCOMPARE(QByteArray(buffer.data(), expected.size()), expected);
@@ -98,11 +100,11 @@ void tst_regularFile::reads()
 void tst_regularFile::returnsNothingForDataThatIsNotCached()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("file"));
+    const QString path = folder.filePath(u"file"_s);
     const QByteArray content = randomBytes(20'000, 1);
     writeFile(path, content);
     if (!dropFromPageCache(path))
-        QSKIP("Here files stay in memory");
+        QSKIP("Files cannot be dropped from the page cache here");
 
     RegularFile file(path);
     Buffer buffer = {};
@@ -112,10 +114,10 @@ void tst_regularFile::returnsNothingForDataThatIsNotCached()
     QCOMPARE(QByteArray(buffer.data(), wanted), content.first(wanted));
 }
 
-void tst_regularFile::waitsForALeaseOfAnotherProcess()
+void tst_regularFile::waitsForTheLeaseOfAnotherProcess()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("file"));
+    const QString path = folder.filePath(u"file"_s);
     writeFile(path, "before");
     const LeaseHolder holder(path, "behind");
     if (!holder.holdsLease())
@@ -129,18 +131,18 @@ void tst_regularFile::waitsForALeaseOfAnotherProcess()
     QCOMPARE(QByteArray(buffer.data(), read), "behind");
 }
 
-void tst_regularFile::readsWithoutTheFlagItWasOpenedWith()
+void tst_regularFile::clearsTheNonBlockingFlag()
 {
 #ifdef Q_OS_LINUX
     const QTemporaryDir folder;
-    const QString path = QDir(folder.path()).canonicalPath() + QStringLiteral("/file");
+    const QString path = QDir(folder.path()).canonicalPath() + u"/file"_s;
     writeFile(path, "content");
     const RegularFile file(path);
     const std::optional<int> flags = flagsOfOpenFile(path);
     QVERIFY(flags.has_value());
     QCOMPARE(*flags & (O_NONBLOCK | O_ACCMODE), O_RDONLY);
 #else
-    QSKIP("Nothing tells the flags of an open file");
+    QSKIP("The flags of open files cannot be read here");
 #endif
 }
 

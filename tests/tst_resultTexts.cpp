@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QTest>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 constexpr qint64 gibi = 1024LL * 1024 * 1024;
@@ -10,7 +12,7 @@ constexpr qint64 gibi = 1024LL * 1024 * 1024;
 DuplicateGroup groupOf(qsizetype files, qint64 size)
 {
     DuplicateGroup group;
-    group.files = QList<QString>(files, QStringLiteral("/x"));
+    group.files = QList<QString>(files, u"/x"_s);
     group.size = size;
     return group;
 }
@@ -100,16 +102,13 @@ void tst_resultTexts::formatsTheTitleOfAGroup_data()
     QTest::addColumn<int>("files");
     QTest::addColumn<QString>("title");
 
-    QTest::newRow("plain") << QStringLiteral("cat.jpg") << qint64(2048) << 2
-                           << QStringLiteral("cat.jpg    2.00 KB, 2 file(s)");
-    QTest::newRow("many files") << QStringLiteral("a") << qint64(0) << 12345
-                                << QStringLiteral("a    0 B, 12345 file(s)");
-    QTest::newRow("placeholders") << QStringLiteral("%1 %2 %3 %L1 %%n.txt") << qint64(1023) << 3
-                                  << QStringLiteral("%1 %2 %3 %L1 %%n.txt    1023 B, 3 file(s)");
-    QTest::newRow("blanks") << QStringLiteral("  x  ") << qint64(1) << 2
-                            << QStringLiteral("  x      1 B, 2 file(s)");
-    QTest::newRow("not Latin") << QStringLiteral("שלום\U0001F600") << 5 * gibi << 2
-                               << QStringLiteral("שלום\U0001F600    5120.00 MB, 2 file(s)");
+    QTest::newRow("plain") << u"cat.jpg"_s << qint64(2048) << 2 << u"cat.jpg    2.00 KB, 2 file(s)"_s;
+    QTest::newRow("many files") << u"a"_s << qint64(0) << 12345 << u"a    0 B, 12345 file(s)"_s;
+    QTest::newRow("placeholders") << u"%1 %2 %3 %L1 %%n.txt"_s << qint64(1023) << 3
+                                  << u"%1 %2 %3 %L1 %%n.txt    1023 B, 3 file(s)"_s;
+    QTest::newRow("spaces") << u"  x  "_s << qint64(1) << 2 << u"  x      1 B, 2 file(s)"_s;
+    QTest::newRow("not Latin") << u"שלום\U0001F600"_s << 5 * gibi << 2
+                               << u"שלום\U0001F600    5120.00 MB, 2 file(s)"_s;
 }
 
 void tst_resultTexts::formatsTheTitleOfAGroup()
@@ -125,18 +124,16 @@ void tst_resultTexts::formatsTheTotals_data()
     QTest::addColumn<QList<DuplicateGroup>>("groups");
     QTest::addColumn<QString>("text");
 
-    QTest::newRow("no group") << QList<DuplicateGroup>{}
-                              << QStringLiteral("Total 0 duplicates, 0 files, size 0.00 GB");
-    QTest::newRow("empty files") << QList{groupOf(2, 0)}
-                                 << QStringLiteral("Total 1 duplicates, 2 files, size 0.00 GB");
+    QTest::newRow("no group") << QList<DuplicateGroup>{} << u"Total 0 duplicates, 0 files, size 0.00 GB"_s;
+    QTest::newRow("empty files") << QList{groupOf(2, 0)} << u"Total 1 duplicates, 2 files, size 0.00 GB"_s;
     QTest::newRow("three of 1 GiB") << QList{groupOf(3, gibi)}
-                                    << QStringLiteral("Total 1 duplicates, 3 files, size 3.00 GB");
+                                    << u"Total 1 duplicates, 3 files, size 3.00 GB"_s;
     QTest::newRow("several groups") << QList{groupOf(3, gibi), groupOf(2, gibi / 4), groupOf(5, 1000)}
-                                    << QStringLiteral("Total 3 duplicates, 10 files, size 3.50 GB");
+                                    << u"Total 3 duplicates, 10 files, size 3.50 GB"_s;
     QTest::newRow("a hundredth") << QList{groupOf(2, gibi / 200)}
-                                 << QStringLiteral("Total 1 duplicates, 2 files, size 0.01 GB");
+                                 << u"Total 1 duplicates, 2 files, size 0.01 GB"_s;
     QTest::newRow("huge") << QList{groupOf(1500, 2000 * gibi)}
-                          << QStringLiteral("Total 1 duplicates, 1500 files, size 3000000.00 GB");
+                          << u"Total 1 duplicates, 1500 files, size 3000000.00 GB"_s;
 }
 
 void tst_resultTexts::formatsTheTotals()

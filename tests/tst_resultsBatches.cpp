@@ -23,10 +23,10 @@ private slots:
     void loadsInBatchesOfTwenty();
     void loadsOneBatchForExactlyTwenty();
     void loadsOnlyPastNinetyPerCent();
-    void loadsNothingWhenThereIsNothingToScroll();
-    void loadsWhenFewerThanAHundredRemain();
-    void scrollsToTheEnd();
-    void marksRowsWithTheCategoryOnlyWhenLoadedInBatches();
+    void loadsNothingWithoutAScrollRange();
+    void loadsIfLessThanAHundredRemain();
+    void loadsEverythingByScrollingToTheEnd();
+    void storesTheCategoryOnlyInRowsLoadedInBatches();
 };
 
 void tst_resultsBatches::init()
@@ -74,7 +74,7 @@ void tst_resultsBatches::loadsOnlyPastNinetyPerCent()
     QCOMPARE(groups(), 60);
 }
 
-void tst_resultsBatches::loadsNothingWhenThereIsNothingToScroll()
+void tst_resultsBatches::loadsNothingWithoutAScrollRange()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
@@ -88,7 +88,7 @@ void tst_resultsBatches::loadsNothingWhenThereIsNothingToScroll()
     QCOMPARE(groups(), 20);
 }
 
-void tst_resultsBatches::loadsWhenFewerThanAHundredRemain()
+void tst_resultsBatches::loadsIfLessThanAHundredRemain()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());
@@ -104,19 +104,19 @@ void tst_resultsBatches::loadsWhenFewerThanAHundredRemain()
     QCOMPARE(groups(), 40);
 }
 
-void tst_resultsBatches::scrollsToTheEnd()
+void tst_resultsBatches::loadsEverythingByScrollingToTheEnd()
 {
     writePairs(m_folder->path(), 130, u"txt"_s);
     QVERIFY(scan());
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     int rounds = 0;
-    QTRY_VERIFY2((bar->setValue(bar->maximum()), ++rounds, groups() == 130), "The end was never reached");
-    QVERIFY2(rounds > 1, "Everything came at once");
+    QTRY_VERIFY2((bar->setValue(bar->maximum()), ++rounds, groups() == 130), "Not all groups were loaded");
+    QVERIFY2(rounds > 1, "All groups were loaded in one batch");
     const QStringList titles = m_driver->groupTitles();
     QCOMPARE(QSet<QString>(titles.cbegin(), titles.cend()).size(), 130);
 }
 
-void tst_resultsBatches::marksRowsWithTheCategoryOnlyWhenLoadedInBatches()
+void tst_resultsBatches::storesTheCategoryOnlyInRowsLoadedInBatches()
 {
     writePairs(m_folder->path(), 25, u"txt"_s);
     QVERIFY(scan());

@@ -49,7 +49,7 @@ class tst_resultsLook : public QObject, private ScannedFolder
 private slots:
     void init();
 
-    void showsAllAsSelectedAtStartUp();
+    void highlightsTheAllCategoryAtStartup();
     void paintsThePlaceholderInGrey();
     void paintsThePlaceholderInTheMiddle();
     void paintsCheckBoxesWhiteWithAnOutline_data();
@@ -82,7 +82,7 @@ void tst_resultsLook::showPlaceholder()
     QCOMPARE(m_driver->groupTitles(), QStringList(u"No duplicate files"_s));
 }
 
-void tst_resultsLook::showsAllAsSelectedAtStartUp()
+void tst_resultsLook::highlightsTheAllCategoryAtStartup()
 {
     m_driver->find<QStackedWidget>("stackedWidget")->setCurrentWidget(m_driver->find("duplicatespage"));
     for (const char *name :
@@ -101,7 +101,7 @@ void tst_resultsLook::paintsThePlaceholderInGrey()
     showPlaceholder();
     const QRect row = m_driver->tree()->visualItemRect(group(0));
     const int text = darkest(treePicture(), row);
-    QVERIFY2(text < 250, "No text is visible");
+    QVERIFY2(text < 250, "The text is not visible");
     // Smoothed edges are lighter than the text colour, never darker.
     QVERIFY2(text >= 0xaa, qPrintable(u"%1 is darker than #aaa"_s.arg(text)));
 }

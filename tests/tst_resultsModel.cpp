@@ -18,8 +18,8 @@ class tst_resultsModel : public QObject
 
 private slots:
     void initTestCase();
-    void windowAndDiskFollowTheRules_data();
-    void windowAndDiskFollowTheRules();
+    void windowAndDiskMatchTheModel_data();
+    void windowAndDiskMatchTheModel();
     void cleanupTestCase() const;
 
 private:
@@ -45,21 +45,21 @@ void tst_resultsModel::initTestCase()
     qInfo("QUILLORY_MODEL_SEED=%u QUILLORY_MODEL_SEQUENCES=%d", m_seed, m_sequences);
 }
 
-void tst_resultsModel::windowAndDiskFollowTheRules_data()
+void tst_resultsModel::windowAndDiskMatchTheModel_data()
 {
-    QTest::addColumn<QStringList>("places");
-    QTest::newRow("one place") << QStringList{u"a"_s};
-    QTest::newRow("two places") << QStringList{u"a"_s, u"b"_s};
-    QTest::newRow("a place listed twice") << QStringList{u"b"_s, u"a"_s, u"a"_s};
-    QTest::newRow("a place inside another") << QStringList{u"a"_s, u"a/inside"_s};
+    QTest::addColumn<QStringList>("folders");
+    QTest::newRow("one folder") << QStringList{u"a"_s};
+    QTest::newRow("two folders") << QStringList{u"a"_s, u"b"_s};
+    QTest::newRow("a folder listed twice") << QStringList{u"b"_s, u"a"_s, u"a"_s};
+    QTest::newRow("a folder inside another") << QStringList{u"a"_s, u"a/inside"_s};
 }
 
-void tst_resultsModel::windowAndDiskFollowTheRules()
+void tst_resultsModel::windowAndDiskMatchTheModel()
 {
-    QFETCH(const QStringList, places);
+    QFETCH(const QStringList, folders);
     const QTemporaryDir folder;
     RandomUser user(
-        folder.path(), places, m_seed + static_cast<quint32>(places.size() + places.last().size()));
+        folder.path(), folders, m_seed + static_cast<quint32>(folders.size() + folders.last().size()));
     for (int i = 0; i < m_sequences / 4; ++i) {
         if (i % sequencesPerScan == 0)
             user.scan();

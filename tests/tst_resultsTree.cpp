@@ -32,13 +32,13 @@ private slots:
     void keepsPlaceholdersInNames();
     void buildsGroupRows();
     void buildsFileRows();
-    void sumsUpTheChecksOfAGroup_data();
-    void sumsUpTheChecksOfAGroup();
-    void skipsVanishedFiles();
-    void checksOnlyTheRowThatIsClicked();
+    void showsWhetherAllOrSomeFilesAreMarked_data();
+    void showsWhetherAllOrSomeFilesAreMarked();
+    void skipsMissingFiles();
+    void checksOnlyTheClickedRow();
     void countsEveryFileInTheTotals();
 
-    void showsAPlaceholderWhenThereIsNothing();
+    void showsAPlaceholderInAnEmptyCategory();
     void showsNoSelection();
 };
 
@@ -112,7 +112,7 @@ void tst_resultsTree::buildsFileRows()
         QFileInfo(paths.last()).lastModified().toString(u"yyyy-MM-dd hh:mm:ss"_s));
 }
 
-void tst_resultsTree::sumsUpTheChecksOfAGroup_data()
+void tst_resultsTree::showsWhetherAllOrSomeFilesAreMarked_data()
 {
     QTest::addColumn<int>("marked");
     QTest::addColumn<Qt::CheckState>("state");
@@ -122,7 +122,7 @@ void tst_resultsTree::sumsUpTheChecksOfAGroup_data()
     QTest::newRow("all") << 3 << Qt::Checked;
 }
 
-void tst_resultsTree::sumsUpTheChecksOfAGroup()
+void tst_resultsTree::showsWhetherAllOrSomeFilesAreMarked()
 {
     QFETCH(const int, marked);
     QFETCH(const Qt::CheckState, state);
@@ -139,7 +139,7 @@ void tst_resultsTree::sumsUpTheChecksOfAGroup()
     QCOMPARE(group(0)->checkState(0), state);
 }
 
-void tst_resultsTree::skipsVanishedFiles()
+void tst_resultsTree::skipsMissingFiles()
 {
     const QStringList paths = writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s, u"c.txt"_s}, "content");
     QVERIFY(scan());
@@ -160,7 +160,7 @@ void tst_resultsTree::skipsVanishedFiles()
     QCOMPARE(group(0)->checkState(0), Qt::Unchecked);
 }
 
-void tst_resultsTree::checksOnlyTheRowThatIsClicked()
+void tst_resultsTree::checksOnlyTheClickedRow()
 {
     writeCopies(m_folder->path(), {u"a.txt"_s, u"b.txt"_s}, "content");
     QVERIFY(scan());
@@ -186,7 +186,7 @@ void tst_resultsTree::countsEveryFileInTheTotals()
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 2 duplicates, 4 files, size 0.00 GB"_s);
 }
 
-void tst_resultsTree::showsAPlaceholderWhenThereIsNothing()
+void tst_resultsTree::showsAPlaceholderInAnEmptyCategory()
 {
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());

@@ -55,13 +55,13 @@ private slots:
     void init();
 
     void offersThreeActionsForAFile();
-    void offersThePathsOfAGroup();
+    void offersToCopyThePathsOfAGroup();
     void offersNothingWithoutAFile();
     void opensTheFile();
     void showsTheFolderOfTheFile();
     void copiesThePath();
     void copiesThePathsOfAGroup();
-    void keepsItsPathsWhenTheRowIsGone();
+    void keepsItsPathsWhenTheRowIsDeleted();
 
     void opensOnARightClick();
     void opensNothingOnEmptySpace();
@@ -115,7 +115,7 @@ void tst_rowMenu::offersThreeActionsForAFile()
     QCOMPARE(entries(menuOf(group(0)->child(1)).get()), fileEntries);
 }
 
-void tst_rowMenu::offersThePathsOfAGroup()
+void tst_rowMenu::offersToCopyThePathsOfAGroup()
 {
     QCOMPARE(entries(menuOf(group(0)).get()), QStringList{u"Copy paths"_s});
 }
@@ -143,7 +143,7 @@ void tst_rowMenu::opensTheFile()
 void tst_rowMenu::showsTheFolderOfTheFile()
 {
 #ifdef Q_OS_WIN
-    QSKIP("Windows is asked to select the file, which would open its file manager");
+    QSKIP("On Windows this would open the file manager");
 #endif
     trigger(menuOf(group(0)->child(0)).get(), u"Show in folder"_s);
     QTRY_COMPARE(m_opened.urls, QList<QUrl>{QUrl::fromLocalFile(m_folder->path())});
@@ -162,7 +162,7 @@ void tst_rowMenu::copiesThePathsOfAGroup()
     QCOMPARE(QGuiApplication::clipboard()->text(), native(m_paths.join(u'\n')));
 }
 
-void tst_rowMenu::keepsItsPathsWhenTheRowIsGone()
+void tst_rowMenu::keepsItsPathsWhenTheRowIsDeleted()
 {
     const std::unique_ptr<QMenu> menu = menuOf(group(0)->child(1));
     m_driver->click("btnBack");

@@ -24,7 +24,7 @@ private slots:
     void declaresNoSlotsAndSignals();
     void offersUnitsAndSizes();
     void opensWithEverythingChecked();
-    void readsTypesInItsOwnOrder();
+    void readsTypesInTheOrderOfTheirBoxes();
     void readsEachTypeBox_data();
     void readsEachTypeBox();
     void readsEachSkipBox();
@@ -149,7 +149,7 @@ void tst_scanOptionsDialog::opensWithEverythingChecked()
         QCOMPARE(child<QComboBox>(&dialog, name)->currentText(), u"KB"_s);
 }
 
-void tst_scanOptionsDialog::readsTypesInItsOwnOrder()
+void tst_scanOptionsDialog::readsTypesInTheOrderOfTheirBoxes()
 {
     const ScanOptionsDialog dialog;
     QCOMPARE(dialog.getOptions().fileTypes,

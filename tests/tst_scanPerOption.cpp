@@ -81,8 +81,8 @@ private slots:
     void skipsTheDesktop();
     void neverCollectsHiddenFiles_data();
     void neverCollectsHiddenFiles();
-    void findsVisibleFilesInAHiddenPlace();
-    void findsEverythingElsewhereWithAllRulesOn();
+    void findsVisibleFilesInAHiddenFolder();
+    void comparesFullPathsWithTheSkippedFolders();
     void usesTheOptionsChosenLast();
 
 private:
@@ -204,21 +204,21 @@ void tst_scanPerOption::neverCollectsHiddenFiles()
     QCOMPARE(scanWith(driver, {folder.path()}, boxes), visible);
 }
 
-void tst_scanPerOption::findsVisibleFilesInAHiddenPlace()
+void tst_scanPerOption::findsVisibleFilesInAHiddenFolder()
 {
     const QTemporaryDir folder;
-    const QStringList paths = writeCopies(folder.path(), {u".place/a.txt"_s, u".place/b.txt"_s}, "content");
+    const QStringList paths = writeCopies(folder.path(), {u".folder/a.txt"_s, u".folder/b.txt"_s}, "content");
     WindowDriver driver;
     // The rule checks whether the file itself is hidden, not its folder.
     QCOMPARE(
-        scanWith(driver, {folder.filePath(u".place"_s)}, allTypes() + QByteArrayList{"chkSkipHiddenFolder"}),
+        scanWith(driver, {folder.filePath(u".folder"_s)}, allTypes() + QByteArrayList{"chkSkipHiddenFolder"}),
         paths);
 }
 
-void tst_scanPerOption::findsEverythingElsewhereWithAllRulesOn()
+void tst_scanPerOption::comparesFullPathsWithTheSkippedFolders()
 {
 #ifdef Q_OS_WIN
-    QSKIP("No folder inside another is called C: here");
+    QSKIP("Folders cannot be named C: here");
 #endif
     const QTemporaryDir folder;
     // The rules for Windows and its programs compare full paths, not folder names.

@@ -16,9 +16,9 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int tick = 500;
-constexpr int panelTick = 400;
-constexpr int patience = 30'000;
+constexpr int timerInterval = 500;
+constexpr int panelTimerInterval = 400;
+constexpr int timeout = 30'000;
 
 /// The elapsed time on the scan page in seconds.
 qint64 secondsShown(WindowDriver &driver)
@@ -57,7 +57,7 @@ void tst_scanReset::countsFilesFromZero()
     driver.click("btnStartScan");
     QCOMPARE(scannedFileCount.load(), 0);
     QCOMPARE(acceptedFileCount.load(), 0);
-    fire(driver.timers(tick));
+    fire(driver.timers(timerInterval));
     QCOMPARE(driver.labelText("labelFilesScannedValue"), u"0"_s);
 }
 
@@ -67,14 +67,14 @@ void tst_scanReset::restartsTheClock()
     driver.setFolders({m_folder->path()});
     const PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_VERIFY_WITH_TIMEOUT(secondsShown(driver) >= 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(secondsShown(driver) >= 1, timeout);
     driver.click("btnStopScan");
 
     // Starts before the program's clock and is read after it.
     QElapsedTimer sinceStart;
     sinceStart.start();
     driver.click("btnStartScan");
-    fire(driver.timers(tick));
+    fire(driver.timers(timerInterval));
     QVERIFY(secondsShown(driver) <= sinceStart.elapsed() / 1000);
 }
 
@@ -85,17 +85,17 @@ void tst_scanReset::endsTheStatusAnimationOfThePreviousScan()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(timerInterval).size(), 2, timeout);
     driver.click("btnStopScan");
     driver.click("btnStartScan");
     // The animation starts in a queued call.
     QCoreApplication::sendPostedEvents(&driver.window(), QEvent::MetaCall);
-    QCOMPARE(driver.timers(tick).size(), 2);
+    QCOMPARE(driver.timers(timerInterval).size(), 2);
 
     gate.runQueuedTasks();
-    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
-    QCOMPARE(driver.timers(tick).size(), 1);
-    fire(driver.timers(tick));
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, timeout);
+    QCOMPARE(driver.timers(timerInterval).size(), 1);
+    fire(driver.timers(timerInterval));
     QCOMPARE(driver.labelText("labelScanStatus"), u"Analyzing duplicates, please wait..."_s);
 }
 
@@ -130,13 +130,13 @@ void tst_scanReset::stopsUpdatesOfTheClosedLoadingPanel()
             [&] {
                 driver.click("btnBack");
                 driver.click("btnStartScan");
-                timersAfterStart = driver.timers(panelTick).size();
-                fire(driver.timers(panelTick));
+                timersAfterStart = driver.timers(panelTimerInterval).size();
+                fire(driver.timers(panelTimerInterval));
             },
             Qt::QueuedConnection);
     };
     driver.click("btnStartScan");
-    QTRY_COMPARE_WITH_TIMEOUT(timersAfterStart, 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(timersAfterStart, 1, timeout);
     events.onShown = nullptr;
     QVERIFY(driver.waitForResults());
 }

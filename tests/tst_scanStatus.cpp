@@ -17,8 +17,8 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int tick = 500;
-constexpr int patience = 30'000;
+constexpr int timerInterval = 500;
+constexpr int timeout = 30'000;
 
 /// The values that a progress bar has had.
 QList<int> valuesOf(const QSignalSpy &changes)
@@ -32,7 +32,7 @@ QList<int> valuesOf(const QSignalSpy &changes)
 /// Stops the clock and the animation, which also write to the labels.
 void stopTimers(WindowDriver &driver)
 {
-    for (QTimer *timer : driver.timers(tick))
+    for (QTimer *timer : driver.timers(timerInterval))
         timer->stop();
 }
 
@@ -47,9 +47,9 @@ private slots:
     void init();
     void animatesTheStatusWithUpToThreeDots();
     void showsElapsedTimeAndCounters();
-    void namesTheFileBeingScanned();
-    void followsTheWalk();
-    void followsTheAnalysis();
+    void showsTheFileBeingScanned();
+    void showsTheProgressOfTheWalk();
+    void showsTheProgressOfTheAnalysis();
 };
 
 void tst_scanStatus::init()
@@ -67,7 +67,7 @@ void tst_scanStatus::animatesTheStatusWithUpToThreeDots()
     QTRY_VERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
     QStringList texts;
     for (int i = 0; i < 12; ++i) {
-        fire(driver.timers(tick));
+        fire(driver.timers(timerInterval));
         texts.append(driver.labelText("labelScanStatus"));
     }
     const QString base = u"Scanning, please wait"_s;
@@ -82,10 +82,10 @@ void tst_scanStatus::showsElapsedTimeAndCounters()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE(driver.timers(tick).size(), 2);
+    QTRY_COMPARE(driver.timers(timerInterval).size(), 2);
     scannedFileCount = 1234;
     driver.find<QLabel>("labelDuplicatesFoundValue")->setText(u"7"_s);
-    fire(driver.timers(tick));
+    fire(driver.timers(timerInterval));
     QCOMPARE(driver.labelText("labelFilesScannedValue"), u"1234"_s);
     // Kept deliberately: the clock shows a count that nothing increases, so users see 0 during a scan.
     QCOMPARE(driver.labelText("labelDuplicatesFoundValue"), u"0"_s);
@@ -94,7 +94,7 @@ void tst_scanStatus::showsElapsedTimeAndCounters()
     QVERIFY(running.match(driver.labelText("labelElapsedTimeValue")).hasMatch());
 }
 
-void tst_scanStatus::namesTheFileBeingScanned()
+void tst_scanStatus::showsTheFileBeingScanned()
 {
 #ifdef Q_OS_WIN
     const QString name = u"&lt;b&gt;bold %1 &amp;.txt"_s;
@@ -126,7 +126,7 @@ void tst_scanStatus::namesTheFileBeingScanned()
 }
 
 /// 0 after counting, then a report every 100 files (more often on a slow disk), 100 at the end.
-void tst_scanStatus::followsTheWalk()
+void tst_scanStatus::showsTheProgressOfTheWalk()
 {
     writePairs(m_folder->path(), 125, u"txt"_s);
     lastReportedCount = 0;
@@ -134,14 +134,14 @@ void tst_scanStatus::followsTheWalk()
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(timerInterval).size(), 2, timeout);
     stopTimers(driver);
     driver.find<QProgressBar>("progressBar")->setValue(99);
     driver.find<QLabel>("labelFilesScannedValue")->setText(u"stale"_s);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     LabelTexts files(driver.find<QLabel>("labelFilesScannedValue"));
     gate.runQueuedTasks();
-    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, timeout);
 
     const QList<int> values = valuesOf(bar);
     QCOMPARE(values.first(), 0);
@@ -153,16 +153,16 @@ void tst_scanStatus::followsTheWalk()
     QCOMPARE(files.texts(), (QStringList{u"stale"_s, u"0"_s, u"253"_s}));
 }
 
-void tst_scanStatus::followsTheAnalysis()
+void tst_scanStatus::showsTheProgressOfTheAnalysis()
 {
     writeCopies(m_folder->path(), {u"d.txt"_s, u"e.txt"_s}, "longer content");
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
     PoolGate gate;
     driver.click("btnStartScan");
-    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(tick).size(), 2, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.timers(timerInterval).size(), 2, timeout);
     gate.runQueuedTasks();
-    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.labelText("labelCurrentFile"), u"Analyzing..."_s, timeout);
     stopTimers(driver);
     const QSignalSpy bar(driver.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     LabelTexts found(driver.find<QLabel>("labelDuplicatesFoundValue"));

@@ -28,18 +28,18 @@ class tst_screenFit : public QObject
 private slots:
     void cleanup();
 
-    void shrinksJustEnough_data();
-    void shrinksJustEnough();
-    void staysPositiveWithoutSpace();
+    void shrinksNoMoreThanNecessary_data();
+    void shrinksNoMoreThanNecessary();
+    void staysPositiveOnATinyScreen();
     void respectsTheUsersScaleFactor();
 
-    void showsTheWholeWindow();
+    void showsTheEntireWindow();
     void looksLikeTheWindow();
     void repaintsWithTheWindow();
     void forwardsClicks();
     void doesNotScaleDialogs();
     void doesNotScaleMenus();
-    void placesDialogsOverTheMiddle();
+    void centresDialogs();
     void doesNotOwnTheWindow();
     void paintsWhileThePoolIsBusy();
 };
@@ -49,7 +49,7 @@ void tst_screenFit::cleanup()
     qunsetenv("QT_SCALE_FACTOR");
 }
 
-void tst_screenFit::shrinksJustEnough_data()
+void tst_screenFit::shrinksNoMoreThanNecessary_data()
 {
     QTest::addColumn<QSize>("available");
     QTest::addColumn<double>("factor");
@@ -64,14 +64,14 @@ void tst_screenFit::shrinksJustEnough_data()
     QTest::newRow("800x1280, upright") << QSize(800, 1240) << 784 / 1025.0;
 }
 
-void tst_screenFit::shrinksJustEnough()
+void tst_screenFit::shrinksNoMoreThanNecessary()
 {
     QFETCH(const QSize, available);
     QFETCH(const double, factor);
     QCOMPARE(screenFitFactor(available, windowSize, frameSize), factor);
 }
 
-void tst_screenFit::staysPositiveWithoutSpace()
+void tst_screenFit::staysPositiveOnATinyScreen()
 {
     for (const QSize &none : {QSize(0, 0), QSize(10, 10), QSize(-1, -1)})
         QVERIFY(screenFitFactor(none, windowSize, frameSize) > 0.1);
@@ -86,7 +86,7 @@ void tst_screenFit::respectsTheUsersScaleFactor()
     QVERIFY(!window.graphicsProxyWidget());
 }
 
-void tst_screenFit::showsTheWholeWindow()
+void tst_screenFit::showsTheEntireWindow()
 {
     MainWindow window;
     const auto scaled = showOnPrimaryScreen(window);
@@ -181,7 +181,7 @@ void tst_screenFit::doesNotScaleMenus()
     button->menu()->close();
 }
 
-void tst_screenFit::placesDialogsOverTheMiddle()
+void tst_screenFit::centresDialogs()
 {
     MainWindow window;
     ScaledWindow scaled(window, 0.5);

@@ -34,13 +34,13 @@ private slots:
     void init();
 
     void keepsTheOldestCopy();
-    void keepsTheEarlierOfEquallyOldCopies();
-    void marksEveryCategoryAndDeletesUnseen();
-    void unmarksTheShownCategoryOnly();
+    void keepsTheFirstOfEquallyOldCopies();
+    void marksAndDeletesFilesOfEveryCategory();
+    void unmarksOnlyTheShownCategory();
     void unmarksGroupsThatAreNotLoaded();
     void marksGroupsThatAreNotLoaded();
     void keepsLoadedRowsOnUnselect();
-    void goesBackToTheFirstRowsOnSelectAll();
+    void returnsToTheFirstRowsOnSelectAll();
 };
 
 void tst_selection::init()
@@ -66,7 +66,7 @@ void tst_selection::keepsTheOldestCopy()
     }
 }
 
-void tst_selection::keepsTheEarlierOfEquallyOldCopies()
+void tst_selection::keepsTheFirstOfEquallyOldCopies()
 {
     // Two hard links have the same times. The order of the folders is the order of the files.
     const QString second = write({u"2/b.txt"_s}, "content").first();
@@ -88,7 +88,7 @@ void tst_selection::keepsTheEarlierOfEquallyOldCopies()
     QCOMPARE(m_driver->checkedPaths(), (QStringList{first, third}));
 }
 
-void tst_selection::marksEveryCategoryAndDeletesUnseen()
+void tst_selection::marksAndDeletesFilesOfEveryCategory()
 {
     for (const char *suffix : {"jpg", "mp4", "mp3", "txt", "zip", "xyz"})
         writePairs(m_folder->path(), 2, QLatin1StringView(suffix));
@@ -105,7 +105,7 @@ void tst_selection::marksEveryCategoryAndDeletesUnseen()
     QCOMPARE(m_driver->groupTitles(), QStringList(u"No duplicate files"_s));
 }
 
-void tst_selection::unmarksTheShownCategoryOnly()
+void tst_selection::unmarksOnlyTheShownCategory()
 {
     writePairs(m_folder->path(), 3, u"jpg"_s);
     writePairs(m_folder->path(), 2, u"mp4"_s);
@@ -164,7 +164,7 @@ void tst_selection::keepsLoadedRowsOnUnselect()
     QVERIFY(!m_driver->tree()->signalsBlocked());
 }
 
-void tst_selection::goesBackToTheFirstRowsOnSelectAll()
+void tst_selection::returnsToTheFirstRowsOnSelectAll()
 {
     writePairs(m_folder->path(), 45, u"txt"_s);
     QVERIFY(scan());

@@ -14,7 +14,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int patienceMilliseconds = 60'000;
+constexpr int timeoutMilliseconds = 60'000;
 
 // Without a folder of services, the bus cannot start a file manager of this machine.
 constexpr auto busConfiguration = R"(<busconfig>
@@ -67,14 +67,14 @@ private:
 void tst_showInFolder::initTestCase()
 {
     if (QStandardPaths::findExecutable(u"dbus-daemon"_s).isEmpty())
-        QSKIP("There is no dbus-daemon to start a bus with");
+        QSKIP("dbus-daemon is not installed");
     const QString configuration = m_folder.filePath(u"bus.conf"_s);
     writeFile(configuration, busConfiguration);
     m_bus.start(u"dbus-daemon"_s,
         {u"--config-file="_s + configuration, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s});
-    QVERIFY(m_bus.waitForStarted(patienceMilliseconds));
+    QVERIFY(m_bus.waitForStarted(timeoutMilliseconds));
     while (!m_bus.canReadLine())
-        QVERIFY(m_bus.waitForReadyRead(patienceMilliseconds));
+        QVERIFY(m_bus.waitForReadyRead(timeoutMilliseconds));
     qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.readLine().trimmed());
     QVERIFY(QDBusConnection::sessionBus().isConnected());
 }

@@ -33,7 +33,7 @@ private slots:
     void reportsAFolderThatFailsWhileItIsRead();
     void acceptsModificationTimeZero();
     void treatsBirthTimeZeroAsUnknown();
-    void keepsTheFileOf1970InsteadOfOneThatIsGone();
+    void keepsAFileOf1970RatherThanAMissingOne();
     void continuesAfterAShortRead_data();
     void continuesAfterAShortRead();
     void prefetchesBothEnds_data();
@@ -71,7 +71,7 @@ void tst_simulatedDisk::keepsNamesOfUpTo765Bytes()
     }
     QCOMPARE(entries.undecodableNames(), 0);
     // Under another name its real entries are listed, so the temporary folder can be removed.
-    QVERIFY(QDir().rename(folder, path(u"as ever"_s)));
+    QVERIFY(QDir().rename(folder, path(u"renamed folder"_s)));
 }
 
 void tst_simulatedDisk::readsEntriesOfUnknownType()
@@ -99,7 +99,7 @@ void tst_simulatedDisk::reportsAFolderThatFailsWhileItIsRead()
     while (entries.next())
         QCOMPARE(entries.error(), QString());
     QCOMPARE(entries.error(), qt_error_string(EIO));
-    QVERIFY(QDir().rename(folder, path(u"whole"_s)));
+    QVERIFY(QDir().rename(folder, path(u"renamed broken folder"_s)));
 }
 
 void tst_simulatedDisk::acceptsModificationTimeZero()
@@ -122,7 +122,7 @@ void tst_simulatedDisk::treatsBirthTimeZeroAsUnknown()
     QCOMPARE(creationTime(file), QDateTime({2020, 1, 1}, {0, 0, 1}, Qt::UTC).toMSecsSinceEpoch());
 }
 
-void tst_simulatedDisk::keepsTheFileOf1970InsteadOfOneThatIsGone()
+void tst_simulatedDisk::keepsAFileOf1970RatherThanAMissingOne()
 {
     const QString file = path(u"1970/"_s + QString::fromLatin1(SimulatedDisk::withoutBirthTime));
     const QString later = path(u"later"_s);
@@ -153,7 +153,7 @@ void tst_simulatedDisk::continuesAfterAShortRead()
     QByteArray read(4096, '\0');
     const std::optional<qint64> count = file.readIfCached(0, read.data(), read.size());
     if (!count)
-        QSKIP("The system does not tell what is in memory");
+        QSKIP("The page cache cannot be read alone here");
     QCOMPARE(*count, std::min<qint64>(size, 4096));
     QCOMPARE(read.first(*count), content.first(*count));
     const QByteArray tail = size > 8192 ? content.last(4096) : QByteArray();

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using Qt::StringLiterals::operator""_s;
+
 /// Which locations a scan leaves out on request.
 class tst_skipRules : public QObject
 {
@@ -18,8 +20,8 @@ class tst_skipRules : public QObject
 private slots:
     void init();
 
-    void skipsProtectedPlaces_data();
-    void skipsProtectedPlaces();
+    void skipsProtectedLocations_data();
+    void skipsProtectedLocations();
     void skipsTheDesktop();
     void resolvesLinksToTheDesktop();
     void ignoresTheCaseOfFoldersAroundTheDesktop();
@@ -52,11 +54,10 @@ bool tst_skipRules::redirectDesktop()
     // No other test runs in this process, so the real home is not needed.
     qputenv("HOME", m_home.toUtf8());
     qputenv("XDG_CONFIG_HOME", m_home.toUtf8());
-    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) ==
-           path(QStringLiteral("Desktop"));
+    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) == path(u"Desktop"_s);
 }
 
-void tst_skipRules::skipsProtectedPlaces_data()
+void tst_skipRules::skipsProtectedLocations_data()
 {
     QTest::addColumn<QString>("rule");
     QTest::addColumn<QString>("path");
@@ -111,7 +112,7 @@ void tst_skipRules::skipsProtectedPlaces_data()
     row("all", "", false);
 }
 
-void tst_skipRules::skipsProtectedPlaces()
+void tst_skipRules::skipsProtectedLocations()
 {
     QFETCH(const QString, rule);
     QFETCH(const QString, path);
@@ -121,24 +122,23 @@ void tst_skipRules::skipsProtectedPlaces()
     options.skipApps = all || rule == u"apps";
     options.skipDesktop = all || rule == u"desktop";
     options.skipHiddenFolders = all || rule == u"hidden";
-    QTEST(isSkippedLocation(path, skippedLocations(options, QStringLiteral("/home/me/Desktop"))), "skipped");
+    QTEST(isSkippedLocation(path, skippedLocations(options, u"/home/me/Desktop"_s)), "skipped");
 }
 
 void tst_skipRules::skipsTheDesktop()
 {
     if (!redirectDesktop())
-        QSKIP("The desktop cannot be moved here");
-    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
-    writeFile(path(QStringLiteral("Desktop/sub/2.jpg")), "below it");
-    writeFile(path(QStringLiteral("Documents/Desktop/3.jpg")), "only named like it");
-    writeFile(path(QStringLiteral("4.jpg")), "beside it");
-    writeFile(path(QStringLiteral("Desk.jpg")), "beside it, with a part of its name");
-    writeFile(path(QStringLiteral("DESKTOP of old.jpg")), "beside it, beginning with its name");
-    writeFile(path(QStringLiteral("Desktop of old/5.jpg")), "in a folder that begins with its name");
-    const QStringList beside{path(QStringLiteral("4.jpg")), path(QStringLiteral("Desk.jpg")),
-        path(QStringLiteral("Documents/Desktop/3.jpg"))};
-    const QStringList below{path(QStringLiteral("Desktop/1.jpg")), path(QStringLiteral("Desktop/sub/2.jpg")),
-        path(QStringLiteral("DESKTOP of old.jpg")), path(QStringLiteral("Desktop of old/5.jpg"))};
+        QSKIP("The desktop folder cannot be redirected here");
+    writeFile(path(u"Desktop/1.jpg"_s), "on it");
+    writeFile(path(u"Desktop/sub/2.jpg"_s), "below it");
+    writeFile(path(u"Documents/Desktop/3.jpg"_s), "only named like it");
+    writeFile(path(u"4.jpg"_s), "beside it");
+    writeFile(path(u"Desk.jpg"_s), "beside it, with a part of its name");
+    writeFile(path(u"DESKTOP of old.jpg"_s), "beside it, beginning with its name");
+    writeFile(path(u"Desktop of old/5.jpg"_s), "in a folder that begins with its name");
+    const QStringList beside{path(u"4.jpg"_s), path(u"Desk.jpg"_s), path(u"Documents/Desktop/3.jpg"_s)};
+    const QStringList below{path(u"Desktop/1.jpg"_s), path(u"Desktop/sub/2.jpg"_s),
+        path(u"DESKTOP of old.jpg"_s), path(u"Desktop of old/5.jpg"_s)};
 
     ScanOptions options = everyType();
     QCOMPARE(sorted(collect({m_home}, options)), sorted(beside + below));
@@ -149,29 +149,27 @@ void tst_skipRules::skipsTheDesktop()
     options = everyType();
     options.skipDesktop = true;
     QCOMPARE(sorted(collect({m_home}, options)), beside);
-    QCOMPARE(collect({path(QStringLiteral("Desktop")), path(QStringLiteral("Desktop/sub"))}, options),
-        QStringList());
+    QCOMPARE(collect({path(u"Desktop"_s), path(u"Desktop/sub"_s)}, options), QStringList());
 }
 
 void tst_skipRules::resolvesLinksToTheDesktop()
 {
     if (!redirectDesktop())
-        QSKIP("The desktop cannot be moved here");
-    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
-    writeFile(path(QStringLiteral("elsewhere/sub/2.jpg")), "far from it");
-    const QString toDesktop = path(QStringLiteral("link to desktop"));
-    const QString toElsewhere = path(QStringLiteral("Desktop/link to elsewhere"));
-    if (!makeLink(path(QStringLiteral("Desktop")), toDesktop) ||
-        !makeLink(path(QStringLiteral("elsewhere")), toElsewhere))
+        QSKIP("The desktop folder cannot be redirected here");
+    writeFile(path(u"Desktop/1.jpg"_s), "on it");
+    writeFile(path(u"elsewhere/sub/2.jpg"_s), "far from it");
+    const QString toDesktop = path(u"link to desktop"_s);
+    const QString toElsewhere = path(u"Desktop/link to elsewhere"_s);
+    if (!makeLink(path(u"Desktop"_s), toDesktop) || !makeLink(path(u"elsewhere"_s), toElsewhere))
         QSKIP("There are no symbolic links here");
 
     ScanOptions options = everyType();
     options.skipDesktop = true;
-    const QString roundabout = path(QStringLiteral("elsewhere/../Desktop"));
-    const QString found = toElsewhere + QStringLiteral("/sub/2.jpg");
+    const QString roundabout = path(u"elsewhere/../Desktop"_s);
+    const QString found = toElsewhere + u"/sub/2.jpg"_s;
     QCOMPARE(collect({toDesktop, roundabout, toElsewhere}, options), QStringList{found});
     // The walk also begins in the folder that contains the link.
-    const QString direct = path(QStringLiteral("elsewhere/sub/2.jpg"));
+    const QString direct = path(u"elsewhere/sub/2.jpg"_s);
     QCOMPARE(collect({m_home, toElsewhere}, options), (QStringList{direct, found}));
     QCOMPARE(collect({m_home + u'/', toElsewhere + u'/'}, options), (QStringList{direct, found}));
 }
@@ -179,31 +177,29 @@ void tst_skipRules::resolvesLinksToTheDesktop()
 void tst_skipRules::ignoresTheCaseOfFoldersAroundTheDesktop()
 {
     redirectDesktop();
-    writeFile(path(QStringLiteral("user-dirs.dirs")), "XDG_DESKTOP_DIR=\"$HOME/PLACES/Desktop\"\n");
-    if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) !=
-        path(QStringLiteral("PLACES/Desktop")))
-        QSKIP("The desktop cannot be moved here");
-    writeFile(path(QStringLiteral("places/desktop/1.jpg")), "on it");
-    writeFile(path(QStringLiteral("places/desktop.jpg")), "beside it, beginning with its name");
-    writeFile(path(QStringLiteral("places/desk.jpg")), "beside it");
+    writeFile(path(u"user-dirs.dirs"_s), "XDG_DESKTOP_DIR=\"$HOME/PLACES/Desktop\"\n");
+    if (QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) != path(u"PLACES/Desktop"_s))
+        QSKIP("The desktop folder cannot be redirected here");
+    writeFile(path(u"places/desktop/1.jpg"_s), "on it");
+    writeFile(path(u"places/desktop.jpg"_s), "beside it, beginning with its name");
+    writeFile(path(u"places/desk.jpg"_s), "beside it");
     ScanOptions options = everyType();
     options.skipDesktop = true;
-    QCOMPARE(collect({path(QStringLiteral("places"))}, options),
-        QStringList{path(QStringLiteral("places/desk.jpg"))});
+    QCOMPARE(collect({path(u"places"_s)}, options), QStringList{path(u"places/desk.jpg"_s)});
 }
 
 void tst_skipRules::doesNotCountSkippedFiles()
 {
     if (!redirectDesktop())
-        QSKIP("The desktop cannot be moved here");
-    writeFile(path(QStringLiteral("Desktop/1.jpg")), "on it");
-    writeFile(path(QStringLiteral("Desktop/2.jpg")), "on it");
-    writeFile(path(QStringLiteral("3.jpg")), "beside it");
-    writeFile(path(QStringLiteral("4.txt")), "beside it, of another type");
+        QSKIP("The desktop folder cannot be redirected here");
+    writeFile(path(u"Desktop/1.jpg"_s), "on it");
+    writeFile(path(u"Desktop/2.jpg"_s), "on it");
+    writeFile(path(u"3.jpg"_s), "beside it");
+    writeFile(path(u"4.txt"_s), "beside it, of another type");
     ScanOptions options = everyType();
     options.skipDesktop = true;
-    options.fileTypes = {QStringLiteral("picture")};
-    QCOMPARE(collect({m_home}, options), QStringList{path(QStringLiteral("3.jpg"))});
+    options.fileTypes = {u"picture"_s};
+    QCOMPARE(collect({m_home}, options), QStringList{path(u"3.jpg"_s)});
     QCOMPARE(scannedFileCount.load(), 2);
     QCOMPARE(acceptedFileCount.load(), 1);
 }

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+using Qt::StringLiterals::operator""_s;
+
 /// How a scan treats entries other than readable files: links, pipes, hidden and unreadable entries.
 class tst_specialFiles : public QObject
 {
@@ -19,13 +21,13 @@ private slots:
     void init();
 
     void neverEntersHiddenFolders();
-    void entersAHiddenFolderThatIsListed();
+    void entersAListedHiddenFolder();
     void neverFollowsLinks_data();
     void neverFollowsLinks();
-    void walksAListedLinkUnderItsOwnName();
+    void walksAListedLinkByItsOwnPath();
     void neverListsPipesAndSockets();
     void skipsAnUnreadableFolder();
-    void skipsNamesThatAreNotText();
+    void skipsUndecodableNames();
 
 private:
     [[nodiscard]] QString path(const QString &name) const;
@@ -37,7 +39,7 @@ void tst_specialFiles::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    writeFile(path(QStringLiteral("tree/plain.jpg")), "plain");
+    writeFile(path(u"tree/plain.jpg"_s), "plain");
 }
 
 QString tst_specialFiles::path(const QString &name) const
@@ -47,100 +49,98 @@ QString tst_specialFiles::path(const QString &name) const
 
 void tst_specialFiles::neverEntersHiddenFolders()
 {
-    const QString hidden = path(QStringLiteral("tree/.hidden.jpg"));
+    const QString hidden = path(u"tree/.hidden.jpg"_s);
     writeFile(hidden, "hidden");
-    writeFile(path(QStringLiteral("tree/.folder/1.jpg")), "below hidden");
-    writeFile(path(QStringLiteral("tree/.folder/sub/2.jpg")), "further below hidden");
+    writeFile(path(u"tree/.folder/1.jpg"_s), "below hidden");
+    writeFile(path(u"tree/.folder/sub/2.jpg"_s), "further below hidden");
     if (!QFileInfo(hidden).isHidden())
-        QSKIP("A dot hides nothing here");
-    QCOMPARE(collect({path(QStringLiteral("tree"))}), QStringList{path(QStringLiteral("tree/plain.jpg"))});
+        QSKIP("A leading dot does not hide a file here");
+    QCOMPARE(collect({path(u"tree"_s)}), QStringList{path(u"tree/plain.jpg"_s)});
 }
 
-void tst_specialFiles::entersAHiddenFolderThatIsListed()
+void tst_specialFiles::entersAListedHiddenFolder()
 {
-    const QString inside = path(QStringLiteral(".folder/1.jpg"));
+    const QString inside = path(u".folder/1.jpg"_s);
     writeFile(inside, "inside");
-    QCOMPARE(collect({path(QStringLiteral(".folder"))}), QStringList{inside});
+    QCOMPARE(collect({path(u".folder"_s)}), QStringList{inside});
     // The rule checks whether the file itself is hidden, not its folder.
     ScanOptions options = everyType();
     options.skipHiddenFolders = true;
-    QCOMPARE(collect({path(QStringLiteral(".folder"))}, options), QStringList{inside});
+    QCOMPARE(collect({path(u".folder"_s)}, options), QStringList{inside});
 }
 
 void tst_specialFiles::neverFollowsLinks_data()
 {
     QTest::addColumn<QString>("target");
 
-    QTest::newRow("to a file beside it") << QStringLiteral("plain.jpg");
-    QTest::newRow("to a file elsewhere") << QStringLiteral("../outside/far.jpg");
-    QTest::newRow("to a folder elsewhere") << QStringLiteral("../outside");
-    QTest::newRow("to its folder") << QStringLiteral(".");
-    QTest::newRow("to the folder above") << QStringLiteral("..");
-    QTest::newRow("to itself") << QStringLiteral("link.jpg");
-    QTest::newRow("to nothing") << QStringLiteral("nothing.jpg");
+    QTest::newRow("to a file beside it") << u"plain.jpg"_s;
+    QTest::newRow("to a file elsewhere") << u"../outside/far.jpg"_s;
+    QTest::newRow("to a folder elsewhere") << u"../outside"_s;
+    QTest::newRow("to its folder") << u"."_s;
+    QTest::newRow("to the folder above") << u".."_s;
+    QTest::newRow("to itself") << u"link.jpg"_s;
+    QTest::newRow("to nothing") << u"nothing.jpg"_s;
 }
 
 void tst_specialFiles::neverFollowsLinks()
 {
     QFETCH(const QString, target);
-    writeFile(path(QStringLiteral("outside/far.jpg")), "far");
-    if (!makeLink(target, path(QStringLiteral("tree/link.jpg"))))
+    writeFile(path(u"outside/far.jpg"_s), "far");
+    if (!makeLink(target, path(u"tree/link.jpg"_s)))
         QSKIP("There are no symbolic links here");
-    QCOMPARE(collect({path(QStringLiteral("tree"))}), QStringList{path(QStringLiteral("tree/plain.jpg"))});
+    QCOMPARE(collect({path(u"tree"_s)}), QStringList{path(u"tree/plain.jpg"_s)});
 }
 
-void tst_specialFiles::walksAListedLinkUnderItsOwnName()
+void tst_specialFiles::walksAListedLinkByItsOwnPath()
 {
-    if (!makeLink(QStringLiteral("tree"), path(QStringLiteral("link"))))
+    if (!makeLink(u"tree"_s, path(u"link"_s)))
         QSKIP("There are no symbolic links here");
-    QCOMPARE(collect({path(QStringLiteral("link"))}), QStringList{path(QStringLiteral("link/plain.jpg"))});
+    QCOMPARE(collect({path(u"link"_s)}), QStringList{path(u"link/plain.jpg"_s)});
 }
 
 void tst_specialFiles::neverListsPipesAndSockets()
 {
-    if (!makePipe(path(QStringLiteral("tree/pipe.jpg"))) ||
-        !makeSocket(path(QStringLiteral("tree/socket.jpg"))))
-        QSKIP("There are no pipes and sockets in folders here");
-    QCOMPARE(collect({path(QStringLiteral("tree"))}), QStringList{path(QStringLiteral("tree/plain.jpg"))});
+    if (!makePipe(path(u"tree/pipe.jpg"_s)) || !makeSocket(path(u"tree/socket.jpg"_s)))
+        QSKIP("There are no pipes and sockets here");
+    QCOMPARE(collect({path(u"tree"_s)}), QStringList{path(u"tree/plain.jpg"_s)});
 }
 
 void tst_specialFiles::skipsAnUnreadableFolder()
 {
-    writeFile(path(QStringLiteral("tree/locked/secret.jpg")), "secret");
-    writeFile(path(QStringLiteral("tree/open/1.jpg")), "open");
+    writeFile(path(u"tree/locked/secret.jpg"_s), "secret");
+    writeFile(path(u"tree/open/1.jpg"_s), "open");
     allowAccess(m_folder->path());
-    const QString locked = path(QStringLiteral("tree/locked"));
+    const QString locked = path(u"tree/locked"_s);
     denyAccess(locked);
 
     QStringList collected;
     QStringList collectedFromLocked;
-    bool keptOut = false;
+    bool isDenied = false;
     {
         const UnprivilegedUser user;
-        keptOut = QDir(locked).isEmpty(QDir::Files);
-        collected = collect({locked, path(QStringLiteral("tree"))});
+        isDenied = QDir(locked).isEmpty(QDir::Files);
+        collected = collect({locked, path(u"tree"_s)});
         collectedFromLocked = collect({locked});
     }
     allowAccess(locked);
-    if (!keptOut)
-        QSKIP("Permissions keep nobody out here");
+    if (!isDenied)
+        QSKIP("Permissions have no effect here");
     QCOMPARE(collectedFromLocked, QStringList());
-    QCOMPARE(sorted(collected),
-        (QStringList{path(QStringLiteral("tree/open/1.jpg")), path(QStringLiteral("tree/plain.jpg"))}));
+    QCOMPARE(sorted(collected), (QStringList{path(u"tree/open/1.jpg"_s), path(u"tree/plain.jpg"_s)}));
 }
 
 /// A name that cannot be decoded has no path: the file is left out, and its neighbours are not affected.
-void tst_specialFiles::skipsNamesThatAreNotText()
+void tst_specialFiles::skipsUndecodableNames()
 {
-    const QString tree = path(QStringLiteral("tree"));
-    const QString neighbour = path(QStringLiteral("tree/broken \uFFFD.jpg"));
+    const QString tree = path(u"tree"_s);
+    const QString neighbour = path(u"tree/broken \uFFFD.jpg"_s);
     const QByteArray name = "broken \xFF.jpg";
     writeFile(neighbour, "neighbour");
     if (!writeFileWithRawName(tree, name, "broken"))
-        QSKIP("All names are text here");
+        QSKIP("Names must be valid text here");
     const QStringList collected = collect({tree});
     QVERIFY(removeFileWithRawName(tree, name));
-    QCOMPARE(sorted(collected), (QStringList{neighbour, path(QStringLiteral("tree/plain.jpg"))}));
+    QCOMPARE(sorted(collected), (QStringList{neighbour, path(u"tree/plain.jpg"_s)}));
 }
 
 QTEST_GUILESS_MAIN(tst_specialFiles)

@@ -34,11 +34,11 @@ private slots:
     void findsNoSpecialFiles();
     void skipsHiddenEntries_data();
     void skipsHiddenEntries();
-    void searchesAHiddenFolderThatIsNamed();
-    void reportsUnreadableFolders();
+    void searchesAGivenHiddenFolder();
+    void reportsUnreadableEntries();
     void reportsPathsThatAreNotFolders();
     void reportsPathsThatAreTooLong();
-    void countsNamesThatAreNotText();
+    void countsUndecodableNames();
     void keepsEveryCharacterOfAName();
     void findsTheSameFilesWithAnyNumberOfThreads();
     void countsFilesInItsProgress();
@@ -71,7 +71,7 @@ void tst_surveyedFolders::followsAListedLink()
 {
     writeFile(path(u"target/file"_s), "x");
     if (!makeLink(path(u"target"_s), path(u"link"_s)))
-        QSKIP("This file system knows no links");
+        QSKIP("There are no symbolic links here");
 
     QCOMPARE(pathsOf(surveyQuietly(everything({path(u"link"_s)}))), QStringList{path(u"link/file"_s)});
 }
@@ -81,7 +81,7 @@ void tst_surveyedFolders::followsNoOtherLinks()
     writeFile(path(u"outside/file"_s), "x");
     QVERIFY(QDir().mkdir(path(u"inside"_s)));
     if (!makeLink(path(u"outside"_s), path(u"inside/folder"_s)))
-        QSKIP("This file system knows no links");
+        QSKIP("There are no symbolic links here");
     QVERIFY(makeLink(path(u"outside/file"_s), path(u"inside/file"_s)));
     QVERIFY(makeLink(u"nowhere"_s, path(u"inside/dangling"_s)));
 
@@ -94,7 +94,7 @@ void tst_surveyedFolders::followsNoOtherLinks()
 void tst_surveyedFolders::findsNoSpecialFiles()
 {
     if (!makePipe(path(u"pipe"_s)))
-        QSKIP("This file system knows no pipes");
+        QSKIP("There are no pipes and sockets here");
     QVERIFY(makeSocket(path(u"socket"_s)));
 
     const Survey survey = surveyTree();
@@ -128,14 +128,14 @@ void tst_surveyedFolders::skipsHiddenEntries()
     QCOMPARE(pathsOf(survey), expected);
 }
 
-void tst_surveyedFolders::searchesAHiddenFolderThatIsNamed()
+void tst_surveyedFolders::searchesAGivenHiddenFolder()
 {
     writeFile(path(u".folder/file"_s), "x");
 
     QCOMPARE(pathsOf(surveyQuietly(everything({path(u".folder"_s)}))), QStringList{path(u".folder/file"_s)});
 }
 
-void tst_surveyedFolders::reportsUnreadableFolders()
+void tst_surveyedFolders::reportsUnreadableEntries()
 {
     writeFile(path(u"closed/file"_s), "x");
     writeFile(path(u"listed/file"_s), "x");
@@ -148,7 +148,7 @@ void tst_surveyedFolders::reportsUnreadableFolders()
     {
         const UnprivilegedUser user;
         if (QFile(path(u"closed/file"_s)).open(QIODevice::ReadOnly))
-            QSKIP("This user reads everything");
+            QSKIP("Permissions have no effect here");
         survey = surveyTree();
     }
     allowAccess(path(u"closed"_s));
@@ -177,7 +177,7 @@ void tst_surveyedFolders::reportsPathsThatAreTooLong()
 {
     const HostileTree tree;
     if (!writeDeepFile(tree.path(), 30, QByteArray(200, 'd'), "file", "x"))
-        QSKIP("This file system has no long paths");
+        QSKIP("Paths cannot be this long here");
 
     const Survey survey = surveyQuietly(everything({tree.path()}));
 
@@ -187,12 +187,12 @@ void tst_surveyedFolders::reportsPathsThatAreTooLong()
     QVERIFY(!survey.unreadable.first().reason.isEmpty());
 }
 
-void tst_surveyedFolders::countsNamesThatAreNotText()
+void tst_surveyedFolders::countsUndecodableNames()
 {
     const HostileTree tree;
     writeFile(tree.path(u"file"_s), "x");
     if (!writeFileWithRawName(tree.path(), "caf\xE9", "x"))
-        QSKIP("This file system takes text only");
+        QSKIP("Names must be valid text here");
     QVERIFY(makeFolderWithRawName(tree.path(), "folder\xE9"));
 
     const Survey survey = surveyQuietly(everything({tree.path()}));
@@ -268,10 +268,10 @@ void tst_surveyedFolders::countsFilesInItsProgress()
 void tst_surveyedFolders::endsWhenAbandoned()
 {
     writeEmptyFiles(m_folder->path(), 1000, u"txt"_s);
-    std::atomic<int> asked = 0;
+    std::atomic<int> checks = 0;
     const SurveyCallbacks callbacks{
         .progress = [](qint64) {},
-        .abandoned = [&asked] { return ++asked > 20; },
+        .abandoned = [&checks] { return ++checks > 20; },
     };
 
     const Survey survey = surveyFiles(everything({m_folder->path()}), callbacks);

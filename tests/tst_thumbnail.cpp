@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <memory>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 /// The left half red, the right half blue.
@@ -54,12 +56,12 @@ private slots:
 
     void fitsInto32By32_data();
     void fitsInto32By32();
-    void showsTheWholePicture_data();
-    void showsTheWholePicture();
-    void readsThePictureWhateverItsSuffix();
+    void showsTheEntirePicture_data();
+    void showsTheEntirePicture();
+    void ignoresTheSuffix();
     void keepsTransparency();
-    void isNullForFilesThatAreNoPictures_data();
-    void isNullForFilesThatAreNoPictures();
+    void isNullForOtherContents_data();
+    void isNullForOtherContents();
     void toleratesATruncatedPicture_data();
     void toleratesATruncatedPicture();
 
@@ -115,13 +117,13 @@ void tst_thumbnail::fitsInto32By32()
 {
     QFETCH(const QByteArray, format);
     QFETCH(const QSize, size);
-    const QString path = write(QStringLiteral("picture"), encoded(halves(size), format.constData()));
+    const QString path = write(u"picture"_s, encoded(halves(size), format.constData()));
     const QPixmap thumbnail = loadThumbnail(path);
     QTEST(thumbnail.size(), "thumbnail");
     QCOMPARE(thumbnail.size(), QPixmap(path).scaled(32, 32, Qt::KeepAspectRatio).size());
 }
 
-void tst_thumbnail::showsTheWholePicture_data()
+void tst_thumbnail::showsTheEntirePicture_data()
 {
     QTest::addColumn<QByteArray>("format");
     QTest::addColumn<QSize>("size");
@@ -131,12 +133,12 @@ void tst_thumbnail::showsTheWholePicture_data()
     }
 }
 
-void tst_thumbnail::showsTheWholePicture()
+void tst_thumbnail::showsTheEntirePicture()
 {
     QFETCH(const QByteArray, format);
     QFETCH(const QSize, size);
     const QImage thumbnail =
-        loadThumbnail(write(QStringLiteral("picture"), encoded(halves(size), format.constData()))).toImage();
+        loadThumbnail(write(u"picture"_s, encoded(halves(size), format.constData()))).toImage();
     QVERIFY(!thumbnail.isNull());
     const int right = thumbnail.width() - 1;
     const int bottom = thumbnail.height() - 1;
@@ -148,28 +150,27 @@ void tst_thumbnail::showsTheWholePicture()
     }
 }
 
-void tst_thumbnail::readsThePictureWhateverItsSuffix()
+void tst_thumbnail::ignoresTheSuffix()
 {
-    const QString path = write(QStringLiteral("png.jpg"), encoded(halves({64, 32}), "png"));
+    const QString path = write(u"png.jpg"_s, encoded(halves({64, 32}), "png"));
     QCOMPARE(loadThumbnail(path).size(), QSize(32, 16));
-    QCOMPARE(loadThumbnail(write(QStringLiteral("%1.JPG"), encoded(halves({64, 32}), "jpg"))).size(),
-        QSize(32, 16));
+    QCOMPARE(loadThumbnail(write(u"%1.JPG"_s, encoded(halves({64, 32}), "jpg"))).size(), QSize(32, 16));
 }
 
 void tst_thumbnail::keepsTransparency()
 {
     QImage image(64, 64, QImage::Format_ARGB32);
     image.fill(Qt::transparent);
-    const QImage thumbnail = loadThumbnail(write(QStringLiteral("x.png"), encoded(image, "png"))).toImage();
+    const QImage thumbnail = loadThumbnail(write(u"x.png"_s, encoded(image, "png"))).toImage();
     QCOMPARE(thumbnail.size(), QSize(32, 32));
     QCOMPARE(thumbnail.pixelColor(16, 16).alpha(), 0);
 }
 
-void tst_thumbnail::isNullForFilesThatAreNoPictures_data()
+void tst_thumbnail::isNullForOtherContents_data()
 {
     QTest::addColumn<QByteArray>("content");
     const QByteArray png = encoded(halves({64, 64}), "png");
-    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("empty file") << QByteArray();
     QTest::newRow("text") << QByteArray("This is no picture at all.\n").repeated(100);
     QTest::newRow("noise") << randomBytes(5000, 1);
     QTest::newRow("png signature alone") << png.first(8);
@@ -178,12 +179,12 @@ void tst_thumbnail::isNullForFilesThatAreNoPictures_data()
     QTest::newRow("one byte") << QByteArray("x");
 }
 
-void tst_thumbnail::isNullForFilesThatAreNoPictures()
+void tst_thumbnail::isNullForOtherContents()
 {
     QFETCH(const QByteArray, content);
     for (const char *const name : {"x.jpg", "x.jpeg", "x.png", "x.gif", "x.bmp", "x.webp"})
         QVERIFY2(loadThumbnail(write(QLatin1StringView(name), content)).isNull(), name);
-    QVERIFY(loadThumbnail(m_folder->filePath(QStringLiteral("missing.jpg"))).isNull());
+    QVERIFY(loadThumbnail(m_folder->filePath(u"missing.jpg"_s)).isNull());
     QVERIFY(loadThumbnail(m_folder->path()).isNull());
 }
 
@@ -205,8 +206,8 @@ void tst_thumbnail::toleratesATruncatedPicture()
     QImage noise(640, 480, QImage::Format_RGB32);
     const QByteArray bytes = randomBytes(noise.sizeInBytes(), 2);
     std::copy(bytes.cbegin(), bytes.cend(), noise.bits());
-    const QByteArray whole = encoded(noise, format.constData());
-    const QString path = write(QStringLiteral("x"), whole.first(whole.size() * percent / 100));
+    const QByteArray complete = encoded(noise, format.constData());
+    const QString path = write(u"x"_s, complete.first(complete.size() * percent / 100));
     const QPixmap thumbnail = loadThumbnail(path);
     QCOMPARE(thumbnail.isNull(), QPixmap(path).isNull());
     if (!thumbnail.isNull())

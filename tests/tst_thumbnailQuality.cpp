@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdlib>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
 /// Vertical lines of one pixel, alternately black and white.
@@ -54,31 +56,31 @@ class tst_thumbnailQuality : public QObject
     Q_OBJECT
 
 private slots:
-    void mixesNeighbouringPixels_data();
-    void mixesNeighbouringPixels();
-    void keepsTheDetailOfTheWholePicture_data();
-    void keepsTheDetailOfTheWholePicture();
+    void blendsNeighbouringPixels_data();
+    void blendsNeighbouringPixels();
+    void keepsTheDetailOfTheFullPicture_data();
+    void keepsTheDetailOfTheFullPicture();
 };
 
-void tst_thumbnailQuality::mixesNeighbouringPixels_data()
+void tst_thumbnailQuality::blendsNeighbouringPixels_data()
 {
     QTest::addColumn<QByteArray>("format");
     QTest::newRow("png") << QByteArray("png");
     QTest::newRow("bmp") << QByteArray("bmp");
 }
 
-void tst_thumbnailQuality::mixesNeighbouringPixels()
+void tst_thumbnailQuality::blendsNeighbouringPixels()
 {
     QFETCH(const QByteArray, format);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("x"));
+    const QString path = folder.filePath(u"x"_s);
     QVERIFY(stripes({128, 128}).save(path, format.constData()));
     const QImage thumbnail = loadThumbnail(path).toImage();
     for (int x = 0; x < thumbnail.width(); ++x)
         QVERIFY(std::abs(qGray(thumbnail.pixel(x, 16)) - 128) < 40);
 }
 
-void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture_data()
+void tst_thumbnailQuality::keepsTheDetailOfTheFullPicture_data()
 {
     QTest::addColumn<QByteArray>("format");
     QTest::addColumn<QSize>("size");
@@ -89,15 +91,15 @@ void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture_data()
 }
 
 /// Decoding at a reduced size may blur the picture a little, but not visibly.
-void tst_thumbnailQuality::keepsTheDetailOfTheWholePicture()
+void tst_thumbnailQuality::keepsTheDetailOfTheFullPicture()
 {
     QFETCH(const QByteArray, format);
     QFETCH(const QSize, size);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("x"));
+    const QString path = folder.filePath(u"x"_s);
     QVERIFY(rings(size).save(path, format.constData()));
-    const QImage wholePicture = QImage(path).scaled(32, 32, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    const double difference = meanDifference(loadThumbnail(path).toImage(), wholePicture);
+    const QImage expected = QImage(path).scaled(32, 32, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const double difference = meanDifference(loadThumbnail(path).toImage(), expected);
     // Decoding at four times the thumbnail's size differs by less than 5, at one or two times by 11 to 18.
     QVERIFY2(difference < 7, qPrintable(QString::number(difference)));
 }

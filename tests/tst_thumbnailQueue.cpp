@@ -20,7 +20,7 @@ private slots:
 
     void setsTheIconsLater();
     void keepsRowsWithoutPicture();
-    void findsTheRowsOfAGroupThatHasMoved();
+    void findsTheRowsOfAMovedGroup();
     void toleratesDeletedRows_data();
     void toleratesDeletedRows();
     void yieldsToTheEventLoop();
@@ -56,7 +56,7 @@ void tst_thumbnailQueue::setsTheIconsLater()
 {
     auto *const group = new QTreeWidgetItem(m_tree.get());
     auto *const first = addPictureRow(group, 8);
-    auto *const unasked = addPictureRow(group, 10);
+    auto *const notQueued = addPictureRow(group, 10);
     auto *const third = addPictureRow(group, 12);
     auto *const nextGroup = new QTreeWidgetItem(m_tree.get());
     auto *const last = addPictureRow(nextGroup, 14);
@@ -68,12 +68,12 @@ void tst_thumbnailQueue::setsTheIconsLater()
     QCOMPARE(first->icon(0).availableSizes(), QList<QSize>{QSize(8, 32)});
     QCOMPARE(third->icon(0).availableSizes(), QList<QSize>{QSize(12, 32)});
     QCOMPARE(last->icon(0).availableSizes(), QList<QSize>{QSize(14, 32)});
-    for (const QTreeWidgetItem *row : {unasked, group, nextGroup})
+    for (const QTreeWidgetItem *row : {notQueued, group, nextGroup})
         QVERIFY(row->icon(0).isNull());
 
     // An empty queue accepts further rows.
     m_queue->add(group, {1});
-    QTRY_VERIFY(!unasked->icon(0).isNull());
+    QTRY_VERIFY(!notQueued->icon(0).isNull());
 }
 
 void tst_thumbnailQueue::keepsRowsWithoutPicture()
@@ -91,20 +91,20 @@ void tst_thumbnailQueue::keepsRowsWithoutPicture()
     QCOMPARE(broken->icon(0).availableSizes(), QList<QSize>{QSize(7, 7)});
 }
 
-void tst_thumbnailQueue::findsTheRowsOfAGroupThatHasMoved()
+void tst_thumbnailQueue::findsTheRowsOfAMovedGroup()
 {
     auto *const before = new QTreeWidgetItem(m_tree.get());
     addPictureRow(before, 6);
     auto *const group = new QTreeWidgetItem(m_tree.get());
     auto *const row = addPictureRow(group, 8);
     auto *const after = new QTreeWidgetItem(m_tree.get());
-    auto *const unasked = addPictureRow(after, 10);
+    auto *const notQueued = addPictureRow(after, 10);
     m_queue->add(before, {0});
     m_queue->add(group, {0});
     delete before;
     m_tree->insertTopLevelItems(0, {new QTreeWidgetItem, new QTreeWidgetItem});
     QTRY_VERIFY(!row->icon(0).isNull());
-    QVERIFY(unasked->icon(0).isNull());
+    QVERIFY(notQueued->icon(0).isNull());
 }
 
 void tst_thumbnailQueue::toleratesDeletedRows_data()
@@ -134,9 +134,9 @@ void tst_thumbnailQueue::toleratesDeletedRows()
     // The next row may be allocated at the address of the deleted one.
     auto *const nextGroup = new QTreeWidgetItem(m_tree.get());
     auto *const nextRow = addPictureRow(nextGroup, 10);
-    auto *const asked = addPictureRow(nextGroup, 12);
+    auto *const queued = addPictureRow(nextGroup, 12);
     m_queue->add(nextGroup, {1});
-    QTRY_VERIFY(!asked->icon(0).isNull());
+    QTRY_VERIFY(!queued->icon(0).isNull());
     QVERIFY(nextRow->icon(0).isNull());
 }
 

@@ -38,7 +38,7 @@ private slots:
 
     void showsPictures_data();
     void showsPictures();
-    void scalesSmallPicturesUp();
+    void enlargesSmallPictures();
     void showsTheSystemIconForOtherFiles_data();
     void showsTheSystemIconForOtherFiles();
     void showsNothingForABrokenPicture();
@@ -101,7 +101,7 @@ void tst_thumbnails::showsPictures()
     }
 }
 
-void tst_thumbnails::scalesSmallPicturesUp()
+void tst_thumbnails::enlargesSmallPictures()
 {
     for (const char *name : {"a.gif", "b.gif"})
         writeFile(m_folder->filePath(QLatin1StringView(name)), smallestGif);

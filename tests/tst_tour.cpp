@@ -6,10 +6,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using Qt::StringLiterals::operator""_s;
+
 namespace {
 
-constexpr int patience = 120'000;
-constexpr QSize smallest(640, 480); // the offscreen platform's screen cuts the window
+constexpr int timeout = 120'000;
+constexpr QSize smallest(640, 480); // the screen of the offscreen platform is smaller than the window
 
 struct Outcome
 {
@@ -32,7 +34,7 @@ QMap<QString, QByteArray> filesBelow(const QString &folder)
 
 } // namespace
 
-/// The tour as a program of its own: what it shows, and what it leaves alone.
+/// The tour, started as a program: what it shows and what it does not change.
 class tst_tour : public QObject
 {
     Q_OBJECT
@@ -52,20 +54,20 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Runs the tour, which makes its sample in an empty folder of the test's.
+/// Runs the tour with an empty folder for its sample.
 Outcome tst_tour::run(const QStringList &arguments) const
 {
-    QDir().mkpath(path(QStringLiteral("temporary")));
+    QDir().mkpath(path(u"temporary"_s));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &variable : {QStringLiteral("TMPDIR"), QStringLiteral("TMP"), QStringLiteral("TEMP")})
-        environment.insert(variable, path(QStringLiteral("temporary")));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    for (const QString &variable : {u"TMPDIR"_s, u"TMP"_s, u"TEMP"_s})
+        environment.insert(variable, path(u"temporary"_s));
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    environment.remove(u"QT_LOGGING_RULES"_s);
     QProcess tour;
     tour.setProcessEnvironment(environment);
     tour.setWorkingDirectory(m_folder.path());
     tour.start(QStringLiteral(TOUR), arguments);
-    if (!tour.waitForFinished(patience) || tour.exitStatus() != QProcess::NormalExit)
+    if (!tour.waitForFinished(timeout) || tour.exitStatus() != QProcess::NormalExit)
         return {};
     return {tour.exitCode(), QString::fromUtf8(tour.readAllStandardOutput()),
         QString::fromUtf8(tour.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts)};
@@ -78,14 +80,14 @@ QString tst_tour::path(const QString &name) const
 
 void tst_tour::deletesNothingInGivenFolders()
 {
-    const QString folder = path(QStringLiteral("looked at"));
-    const QStringList names{QStringLiteral("/notes.txt"), QStringLiteral("/backup/notes.txt"),
-        QStringLiteral("/backup/notes (2).txt"), QStringLiteral("/alone.txt")};
+    const QString folder = path(u"given"_s);
+    const QStringList names{
+        u"/notes.txt"_s, u"/backup/notes.txt"_s, u"/backup/notes (2).txt"_s, u"/alone.txt"_s};
     for (const QString &name : names)
         writeFile(folder + name, name.contains(u"notes") ? "the same" : "nothing is like me");
     const QMap<QString, QByteArray> before = filesBelow(folder);
 
-    const Outcome outcome = run({QStringLiteral("--output"), path(QStringLiteral("shots")), folder});
+    const Outcome outcome = run({u"--output"_s, path(u"shots"_s), folder});
 
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
@@ -93,7 +95,7 @@ void tst_tour::deletesNothingInGivenFolders()
     QCOMPARE(outcome.output.count(u"[x]"), 2);
     QCOMPARE(outcome.output.count(u"[ ]"), 1);
     QVERIFY(outcome.output.contains(u"Total 1 duplicates, 3 files"));
-    const QDir shots(path(QStringLiteral("shots")));
+    const QDir shots(path(u"shots"_s));
     const QStringList pictures = shots.entryList(QDir::Files, QDir::Name);
     QVERIFY(pictures.contains(u"05-scanning.png") && pictures.contains(u"12-selected.png"));
     QVERIFY(!pictures.contains(u"13-deleted-box.png"));
@@ -106,14 +108,14 @@ void tst_tour::deletesNothingInGivenFolders()
 
 void tst_tour::showsFoldersWithoutDuplicates()
 {
-    writeFile(path(QStringLiteral("unique/one.txt")), "one");
-    writeFile(path(QStringLiteral("unique/two.txt")), "two");
-    const Outcome outcome = run({path(QStringLiteral("unique"))});
+    writeFile(path(u"unique/one.txt"_s), "one");
+    writeFile(path(u"unique/two.txt"_s), "two");
+    const Outcome outcome = run({path(u"unique"_s)});
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
     QVERIFY(outcome.output.contains(u"No duplicate files"));
-    // Where nothing else is said, the pictures go to the current folder.
-    QVERIFY(QFile::exists(path(QStringLiteral("tour/08-results.png"))));
+    // By default the pictures go to the current folder.
+    QVERIFY(QFile::exists(path(u"tour/08-results.png"_s)));
 }
 
 void tst_tour::deletesTheCopiesOfItsOwnSample()
@@ -123,43 +125,40 @@ void tst_tour::deletesTheCopiesOfItsOwnSample()
     QCOMPARE(outcome.exitCode, 0);
     const qsizetype marked = outcome.output.count(u"[x]");
     QVERIFY(marked > 20);
-    QVERIFY(outcome.output.contains(
-        QStringLiteral("Deleted %1 files successfully, 0 files failed.").arg(marked)));
-    QVERIFY(outcome.output.contains(QStringLiteral("%1 marked files are gone").arg(marked)));
-    QVERIFY(QFile::exists(path(QStringLiteral("tour/13-deleted-box.png"))));
-    const QDir temporary(path(QStringLiteral("temporary")));
-    QCOMPARE(temporary.entryList({QStringLiteral("My files*")}), QStringList());
+    QVERIFY(outcome.output.contains(u"Deleted %1 files successfully, 0 files failed."_s.arg(marked)));
+    QVERIFY(outcome.output.contains(u"%1 marked files are gone"_s.arg(marked)));
+    QVERIFY(QFile::exists(path(u"tour/13-deleted-box.png"_s)));
+    const QDir temporary(path(u"temporary"_s));
+    QCOMPARE(temporary.entryList({u"My files*"_s}), QStringList());
 }
 
 void tst_tour::createsItsSampleInTheGivenFolder()
 {
-    const QString sample = path(QStringLiteral("anna"));
-    const Outcome outcome = run({QStringLiteral("--sample"), sample, QStringLiteral("--dark")});
+    const QString sample = path(u"anna"_s);
+    const Outcome outcome = run({u"--sample"_s, sample, u"--dark"_s});
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);
-    QVERIFY(outcome.output.contains(QStringLiteral("] ") + sample + QStringLiteral("/Pictures/Lake/")));
+    QVERIFY(outcome.output.contains(u"] "_s + sample + u"/Pictures/Lake/"_s));
     QVERIFY(!QFile::exists(sample));
-    QVERIFY(QFile::exists(path(QStringLiteral("tour/10-long-path.png"))));
-    QVERIFY(QFile::exists(path(QStringLiteral("tour/10-archives.png"))));
+    QVERIFY(QFile::exists(path(u"tour/10-long-path.png"_s)));
+    QVERIFY(QFile::exists(path(u"tour/10-archives.png"_s)));
 }
 
 void tst_tour::refusesBadInput_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addRow("no such folder") << QStringList{QStringLiteral("nowhere")};
-    QTest::addRow("a file") << QStringList{QStringLiteral("in the way")};
-    QTest::addRow("unknown option") << QStringList{QStringLiteral("--nonsense")};
-    QTest::addRow("a sample over a folder that exists")
-        << QStringList{QStringLiteral("--sample"), QStringLiteral(".")};
-    QTest::addRow("option without its value") << QStringList{QStringLiteral("--output")};
-    QTest::addRow("no place for pictures")
-        << QStringList{QStringLiteral("--output"), QStringLiteral("in the way/shots")};
+    QTest::addRow("no such folder") << QStringList{u"nowhere"_s};
+    QTest::addRow("a file") << QStringList{u"in the way"_s};
+    QTest::addRow("unknown option") << QStringList{u"--nonsense"_s};
+    QTest::addRow("the sample folder exists") << QStringList{u"--sample"_s, u"."_s};
+    QTest::addRow("option without its value") << QStringList{u"--output"_s};
+    QTest::addRow("output below a file") << QStringList{u"--output"_s, u"in the way/shots"_s};
 }
 
 void tst_tour::refusesBadInput()
 {
     QFETCH(const QStringList, arguments);
-    writeFile(path(QStringLiteral("in the way")), "a file");
+    writeFile(path(u"in the way"_s), "a file");
     const Outcome outcome = run(arguments);
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(outcome.errors.size(), 1);

@@ -50,7 +50,7 @@ private:
 void tst_trash::initTestCase()
 {
 #ifdef Q_OS_WIN
-    QSKIP("There is no recycle bin to be sure of here");
+    QSKIP("The recycle bin is not reliable here");
 #endif
 }
 
@@ -116,9 +116,9 @@ void tst_trash::keepsFilesWithoutATrash_data()
 {
     QTest::addColumn<QString>("obstacle");
     QTest::addColumn<QString>("file");
-    QTest::newRow("the place is a file") << u"data"_s << u"files/b"_s;
+    QTest::newRow("the data folder is a file") << u"data"_s << u"files/b"_s;
     QTest::newRow("the trash is a file") << u"data/Trash"_s << u"files/b"_s;
-    QTest::newRow("a part is a file") << u"data/Trash/info"_s << u"files/b"_s;
+    QTest::newRow("the info folder is a file") << u"data/Trash/info"_s << u"files/b"_s;
     QTest::newRow("full disk") << u"full"_s << u"disk/b"_s;
 }
 

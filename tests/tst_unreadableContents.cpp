@@ -30,7 +30,7 @@ private slots:
 
     void reportsFilesThatCannotBeRead();
     void reportsFilesOfAnotherSize();
-    void reportsAFileThatShrinksWhileItIsRead();
+    void reportsAFileThatShrinksDuringTheComparison();
     void reportsTheSystemsReason();
     void endsWhenAbandoned();
     void doesNothingWhenAbandonedFromTheStart();
@@ -64,7 +64,7 @@ void tst_unreadableContents::reportsFilesThatCannotBeRead()
     denyAccess(files[3].path);
     const UnprivilegedUser user;
     if (QFile(files[3].path).open(QIODevice::ReadOnly))
-        QSKIP("This user reads everything");
+        QSKIP("Permissions have no effect here");
 
     const ContentGroups result = groupQuietly(files);
 
@@ -89,7 +89,7 @@ void tst_unreadableContents::reportsFilesOfAnotherSize()
     QCOMPARE(pathsOf(result.unreadable), (QStringList{files[2].path, files[3].path}));
 }
 
-void tst_unreadableContents::reportsAFileThatShrinksWhileItIsRead()
+void tst_unreadableContents::reportsAFileThatShrinksDuringTheComparison()
 {
     const QByteArray content(4 * mib, 'x');
     const auto files = writeFiles(m_folder->path(), {content, content, content});
@@ -142,16 +142,16 @@ void tst_unreadableContents::endsWhenAbandoned()
 void tst_unreadableContents::doesNothingWhenAbandonedFromTheStart()
 {
     const std::vector<SurveyedFile> files{{.path = path(u"nowhere"_s)}, {.path = path(u"not here"_s)}};
-    bool isToldProgress = false;
+    bool hasReported = false;
     const ComparisonCallbacks callbacks{
-        .progress = [&](qint64, qint64) { isToldProgress = true; },
+        .progress = [&](qint64, qint64) { hasReported = true; },
         .abandoned = [] { return true; },
     };
 
     const ContentGroups result = groupByContent(files, ContentComparison::Bytes, 1, callbacks);
 
     QVERIFY(result.groups.empty());
-    QVERIFY(!isToldProgress);
+    QVERIFY(!hasReported);
 }
 
 QTEST_GUILESS_MAIN(tst_unreadableContents)

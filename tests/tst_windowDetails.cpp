@@ -36,7 +36,7 @@ private slots:
     void theResultsHaveACompleteFrame();
     void nothingElseIsFramed();
     void namesOfVolumesAreAligned();
-    void theElapsedTimeIsOnTheLineOfItsCaption();
+    void theValuesOfTheScanPageAreAligned();
 };
 
 void tst_windowDetails::init()
@@ -81,7 +81,7 @@ void tst_windowDetails::namesOfVolumesAreAligned()
 {
     auto *const list = m_driver->find<QListWidget>("listScanFolders");
     if (list->count() == 0)
-        QSKIP("There is no volume here");
+        QSKIP("No volume is mounted here, as in a chroot");
     for (int i = 0; i < list->count(); ++i) {
         const auto labels = list->itemWidget(list->item(i))->findChildren<QLabel *>();
         QLabel *const icon = labels.at(1);
@@ -96,7 +96,7 @@ void tst_windowDetails::namesOfVolumesAreAligned()
     }
 }
 
-void tst_windowDetails::theElapsedTimeIsOnTheLineOfItsCaption()
+void tst_windowDetails::theValuesOfTheScanPageAreAligned()
 {
     const auto bottomOf = [this](const char *name) {
         auto *const label = m_driver->find<QLabel>(name);
