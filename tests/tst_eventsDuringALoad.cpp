@@ -71,6 +71,7 @@ void tst_eventsDuringALoad::keepsThePageEmptyAfterBack()
             QTimer::singleShot(0, &m_driver->window(), [this] { m_driver->click("btnBack"); });
     };
     m_driver->setFolders({m_folder->path()});
+
     m_driver->click("btnStartScan");
     QTRY_VERIFY_WITH_TIMEOUT(back, 30'000);
     QTRY_COMPARE(m_driver->page(), u"page"_s);
@@ -89,8 +90,10 @@ void tst_eventsDuringALoad::startsWithTheFirstBatchDespiteAScroll()
             ++scrolls;
         });
     };
+
     m_driver->click("btnBack");
     QVERIFY(scan());
+
     QVERIFY(scrolls > 0);
     QCOMPARE(m_driver->groupTitles(), firstBatch);
     m_driver->click("btnAll");
@@ -109,6 +112,7 @@ void tst_eventsDuringALoad::defersUserInput()
         // The window system delivers the move when user input is processed.
         QCursor::setPos(QCursor::pos() == corner ? corner + QPoint(1, 1) : corner);
     };
+
     m_driver->click("btnDocuments");
     QVERIFY(closed);
     QCOMPARE(moves.count, 0);

@@ -117,6 +117,7 @@ void tst_fileCollection::collectsNothingWithoutFolders()
     const QString before = QDir::currentPath();
     // An empty list must not mean the current folder.
     QVERIFY(QDir::setCurrent(m_folder->path()));
+
     const QStringList collected = collect({});
     QVERIFY(QDir::setCurrent(before));
     QCOMPARE(collected, QStringList());

@@ -113,6 +113,7 @@ void tst_firstRows::appearAfterOneHundredMilliseconds()
     afterDelivery([&noteAfter] { noteAfter(110ms); });
     LoadingPanelEvents events(&m_driver->window());
     events.onClosed = [&order] { order.append(u"load"_s); };
+
     m_driver->click("btnStartScan");
     QTRY_VERIFY_WITH_TIMEOUT(order.contains(u"110"_s), 30'000);
     // The load closes the panel at its start and again at its end.
@@ -156,6 +157,7 @@ void tst_firstRows::ignoreEarlierClicksOnACategory()
         m_driver->click(button);
         rowsAfterClick = m_driver->tree()->topLevelItemCount();
     });
+
     QVERIFY(m_driver->scan());
     QCOMPARE(rowsAfterClick, 0);
     verifyThePageIsFilled();
@@ -182,6 +184,7 @@ void tst_firstRows::doNotAppearAfterBack()
             QVERIFY(!panel->isVisible() || !panel->windowFlags().testFlag(Qt::FramelessWindowHint));
         QTRY_COMPARE(m_driver->timers(400).size(), 0);
     }
+
     QVERIFY(m_driver->scan());
     verifyThePageIsFilled();
 }
@@ -194,6 +197,7 @@ void tst_firstRows::appearWithTheNextScanAfterBack()
         m_driver->click("btnStartScan");
         again = true;
     });
+
     m_driver->click("btnStartScan");
     QTRY_VERIFY_WITH_TIMEOUT(again, 30'000);
     QVERIFY(m_driver->waitForResults());
@@ -206,9 +210,11 @@ void tst_firstRows::appearAfterTwoDeliveriesCloseTogether()
 {
     QVERIFY(m_driver->scan());
     PoolGate gate;
+
     m_driver->click("btnStartScan");
     m_driver->click("btnStartScan");
     gate.runQueuedTasks();
+
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
     gate.runQueuedTasks();
     QVERIFY(m_driver->waitForResults());

@@ -118,6 +118,7 @@ void tst_folderDrop::addsADroppedFolderLikeTheAddButton()
     const QString inner = m_folder->filePath(u"inner"_s);
     drop({inner + u'/'});
     m_driver->addFolder(m_folder->path());
+
     QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path()}));
     auto *const list = m_driver->find<QListWidget>("listScanFolders");
     QCOMPARE(list->item(0)->sizeHint(), list->item(1)->sizeHint());
@@ -147,9 +148,11 @@ void tst_folderDrop::doesNotAddAListedFolder()
 {
     const QString inner = m_folder->filePath(u"inner"_s);
     m_driver->addFolder(inner);
+
     drop({inner});
     drop({inner + u"/a.txt"_s});
     drop({m_folder->path(), inner});
+
     QCOMPARE(m_driver->folders(), (QStringList{inner, m_folder->path()}));
     // The Add button lists a folder as often as the user adds it.
     m_driver->addFolder(inner);
@@ -164,8 +167,10 @@ void tst_folderDrop::doesNotAddALinkToAListedFolder()
     QSKIP("Only administrators can create symbolic links here");
 #endif
     QVERIFY(QFile::link(inner, link));
+
     drop({inner});
     drop({link});
+
     QCOMPARE(m_driver->folders(), QStringList{inner});
 }
 
@@ -188,6 +193,7 @@ void tst_folderDrop::refusesDropsWithoutFolders()
     if (!text.isEmpty())
         data->setText(text);
     QCOMPARE(foldersIn(*data), QStringList());
+
     QCOMPARE(drop(*data), false);
     QCOMPARE(m_driver->folders(), QStringList());
 }

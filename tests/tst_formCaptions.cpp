@@ -109,6 +109,7 @@ void tst_formCaptions::fitsTheCaptionsOfTheDialog()
     QFETCH(const int, points);
     setFontSize(points);
     WindowDriver driver;
+
     driver.chooseOptions([](QWidget *dialog) {
         verifyCaptionsFit(*dialog, {typeBoxes.cbegin(), typeBoxes.cend()});
         verifyCaptionsFit(*dialog, {skipBoxes.cbegin(), skipBoxes.cend()});

@@ -174,6 +174,7 @@ void tst_groupDeletion::processesTheGroupsBackwards()
     // The second group deletes the link in the marked path of the first group.
     setMarkedFiles(groups[0], {link + u"/inside"_s});
     setMarkedFiles(groups[1], {link});
+
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 1);
     QCOMPARE(result.failed, 1);
@@ -186,6 +187,7 @@ void tst_groupDeletion::removesFilesThatCouldNotBeDeletedFromTheirGroups()
         group(u"a b"_s, u"a"_s), group(u"c d e"_s, u"c d"_s), group(u"f g h"_s, u"f"_s)};
     for (const char *const gone : {"a", "c", "f"})
         QVERIFY(QFile::remove(path(QLatin1StringView(gone))));
+
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 1);
     QCOMPARE(result.failed, 3);
@@ -222,6 +224,7 @@ void tst_groupDeletion::deletesNoFolder()
         QVERIFY(QDir().mkpath(path(QLatin1StringView(name))));
     }
     writeFile(path(u"b/inside"_s), "precious");
+
     const DeletionResult result = deleteMarkedFiles(groups);
     QCOMPARE(result.deleted, 0);
     QCOMPARE(result.failed, 2);

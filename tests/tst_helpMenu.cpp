@@ -72,6 +72,7 @@ void tst_helpMenu::opensTheHelpPage() const
     WindowDriver driver;
     driver.click("btnHelp");
     menu(driver)->actions().at(2)->trigger();
+
     QCOMPARE(m_opened.urls.size(), 2);
     QCOMPARE(m_opened.urls.at(0), m_opened.urls.at(1));
     QCOMPARE(m_opened.urls.at(0).scheme(), u"https"_s);
@@ -103,6 +104,7 @@ void tst_helpMenu::showsAbout() const
 {
     WindowDriver driver;
     QStringList paragraphs;
+
     withModalDialogs([&driver] { menu(driver)->actions().at(0)->trigger(); },
         [&](QWidget *dialog) {
             const auto *const box = qobject_cast<QMessageBox *>(dialog);
@@ -114,6 +116,7 @@ void tst_helpMenu::showsAbout() const
             QVERIFY(!Qt::mightBeRichText(box->text()));
             paragraphs = box->text().split(u"\n\n"_s);
         });
+
     QCOMPARE(paragraphs.size(), 3);
     QCOMPARE(paragraphs.at(0), QStringLiteral("Quillory v" PROGRAM_VERSION));
     QCOMPARE(paragraphs.at(1),

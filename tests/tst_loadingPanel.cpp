@@ -86,6 +86,7 @@ void tst_loadingPanel::looksAsDesigned()
             u"font-size:17px; color:#376cff; font-weight:500;background:transparent; border:none;"_s);
         ++shown;
     };
+
     QVERIFY(m_driver->scan());
     QCOMPARE(shown, 1);
 }
@@ -112,6 +113,7 @@ void tst_loadingPanel::animatesItsDots()
             texts.append(panel->findChild<QLabel *>()->text());
         }
     };
+
     QVERIFY(m_driver->scan());
     QCOMPARE(texts, (QStringList{panelText + u'.', panelText + u".."_s, panelText + u"..."_s, panelText,
                         panelText + u'.'}));
@@ -127,6 +129,7 @@ void tst_loadingPanel::closesWithTheFirstRows()
         if (rowsAtClose < 0)
             rowsAtClose = m_driver->tree()->topLevelItemCount();
     };
+
     m_driver->click("btnStartScan");
     QTRY_VERIFY(panel);
     QCOMPARE(m_driver->page(), u"duplicatespage"_s);
@@ -143,8 +146,10 @@ void tst_loadingPanel::appearsOncePerWindow()
     QVERIFY(m_driver->scan());
     for (const char *button : {"btnPictures", "btnDocuments", "btnAll"})
         m_driver->click(button);
+
     m_driver->click("btnBack");
     QVERIFY(m_driver->scan());
+
     QCOMPARE(shown, 1);
     // Nothing is left of the panels that were never shown.
     const auto frameless = [this] {
@@ -172,6 +177,7 @@ void tst_loadingPanel::closesWhenTheNextScanStarts()
             },
             Qt::QueuedConnection);
     };
+
     m_driver->click("btnStartScan");
     QTRY_VERIFY(panel || goneAtStart);
     QTRY_VERIFY(goneAtStart);
@@ -197,6 +203,7 @@ void tst_loadingPanel::closesOnItsOwnThread()
             [&, panel = QPointer<QWidget>(shown)] { visibleLater = panel && panel->isVisible(); },
             Qt::QueuedConnection);
     };
+
     QVERIFY(m_driver->scan());
     QVERIFY(visibleAfterCall);
     QVERIFY(!visibleLater);
@@ -211,6 +218,7 @@ void tst_loadingPanel::updatesTheScanStatus()
     QCOMPARE(onDelivery, u"Done!"_s);
     QCOMPARE(m_driver->labelText("labelScanStatus"), u"Loading Complete"_s);
     m_events->onClosed = [&] { duringLoad = m_driver->labelText("labelScanStatus"); };
+
     m_driver->click("btnAll");
     QCOMPARE(duringLoad, u"Loading duplicate files, please wait..."_s);
     QCOMPARE(m_driver->labelText("labelScanStatus"), u"Loading Complete"_s);

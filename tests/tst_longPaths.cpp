@@ -164,12 +164,14 @@ void tst_longPaths::elidedRowsHaveToolTips()
 {
     const QString longName = u"a folder deep inside/"_s.repeated(8) + u"Report.docx"_s;
     write({longName, u"Report.docx"_s}, "the same");
+
     QVERIFY(scan());
     QTreeWidget *const tree = m_driver->tree();
     group(0)->setExpanded(true);
     const auto toolTipOf = [tree](QTreeWidgetItem *row) {
         return toolTipAt(tree->viewport(), tree->visualItemRect(row).center()).remove(u'\n');
     };
+
     QCOMPARE(toolTipOf(m_driver->fileRow(path(longName))), path(longName));
     QCOMPARE(toolTipOf(m_driver->fileRow(path(u"Report.docx"_s))), QString());
 }
@@ -178,10 +180,12 @@ void tst_longPaths::groupRowsShowTheirSize()
 {
     const QString name = QString(240, u'x') + u".txt"_s;
     write({u"a/"_s + name, u"b/"_s + name}, "the same");
+
     QVERIFY(scan());
     QTreeWidget *const tree = m_driver->tree();
     const QImage before = rowText(tree, group(0));
     group(0)->setText(0, name + u"    8 B, 3 file(s)"_s);
+
     QVERIFY(rowText(tree, group(0)) != before);
     group(0)->setText(0, name + u"    8 B, 2 file(s)"_s);
     QCOMPARE(rowText(tree, group(0)), before);

@@ -154,6 +154,7 @@ void tst_mainWindow::goesBackToTheStartPage()
     driver.find<QStackedWidget>("stackedWidget")->setCurrentIndex(2);
     driver.tree()->addTopLevelItem(new QTreeWidgetItem(QStringList{u"row"_s}));
     driver.find("btnStartScan")->setEnabled(false);
+
     driver.click("btnBack");
     QCOMPARE(driver.page(), u"page"_s);
     QCOMPARE(driver.tree()->topLevelItemCount(), 0);

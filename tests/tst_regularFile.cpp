@@ -137,8 +137,10 @@ void tst_regularFile::clearsTheNonBlockingFlag()
     const QTemporaryDir folder;
     const QString path = QDir(folder.path()).canonicalPath() + u"/file"_s;
     writeFile(path, "content");
+
     const RegularFile file(path);
     const std::optional<int> flags = flagsOfOpenFile(path);
+
     QVERIFY(flags.has_value());
     QCOMPARE(*flags & (O_NONBLOCK | O_ACCMODE), O_RDONLY);
 #else

@@ -40,6 +40,7 @@ void tst_resultsBatches::loadsInBatchesOfTwenty()
     QVERIFY(scan());
     QCOMPARE(groups(), 20);
     const QStringList first = m_driver->groupTitles();
+
     m_driver->callSlot("on_treeDuplicates_scroll");
     QCOMPARE(groups(), 40);
     m_driver->callSlot("on_treeDuplicates_scroll");
@@ -68,6 +69,7 @@ void tst_resultsBatches::loadsOnlyPastNinetyPerCent()
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     bar->setRange(0, 100);
     bar->setValue(90);
+
     QCOMPARE(groups(), 20);
     bar->setValue(91);
     // The scroll bar is connected twice, so one change loads two batches.
@@ -81,6 +83,7 @@ void tst_resultsBatches::loadsNothingWithoutAScrollRange()
     QCoreApplication::processEvents();
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     bar->setValue(1);
+
     QCOMPARE(groups(), 20);
     // The value changes to 0, as it does when the tree is emptied.
     bar->setRange(0, 0);
@@ -97,6 +100,7 @@ void tst_resultsBatches::loadsIfLessThanAHundredRemain()
     // What remains is counted in steps of the bar, less the pixels of the viewport.
     bar->setRange(0, m_driver->tree()->viewport()->height() + 110);
     bar->setValue(10);
+
     m_driver->callSlot("on_treeDuplicates_scroll");
     QCOMPARE(groups(), 20);
     bar->setValue(11);
@@ -110,6 +114,7 @@ void tst_resultsBatches::loadsEverythingByScrollingToTheEnd()
     QVERIFY(scan());
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     int rounds = 0;
+
     QTRY_VERIFY2((bar->setValue(bar->maximum()), ++rounds, groups() == 130), "Not all groups were loaded");
     QVERIFY2(rounds > 1, "All groups were loaded in one batch");
     const QStringList titles = m_driver->groupTitles();
@@ -123,6 +128,7 @@ void tst_resultsBatches::storesTheCategoryOnlyInRowsLoadedInBatches()
     m_driver->loadAllBatches();
     QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"all"_s));
     QCOMPARE(group(24)->data(0, categoryRole), QVariant(u"all"_s));
+
     m_driver->click("btnDocuments");
     QCOMPARE(group(0)->data(0, categoryRole), QVariant(u"document"_s));
     const QStringList titles = m_driver->groupTitles();

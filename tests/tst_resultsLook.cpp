@@ -139,6 +139,7 @@ void tst_resultsLook::paintsCheckBoxesWhiteWithAnOutline()
     const QImage unchecked = treePicture();
     // Only the check mark differs, so this area is inside the box.
     const QRect mark = differences(checked, unchecked);
+
     QVERIFY(!mark.isEmpty());
     QCOMPARE(darkest(unchecked, mark), 255);
     // The outline is to the left of the check mark and above it.
@@ -151,6 +152,7 @@ void tst_resultsLook::tintsTheHoveredRow()
     QVERIFY(scan());
     const QRect row = m_driver->tree()->visualItemRect(group(1));
     const QPoint corner(row.right() - 3, row.top() + 3);
+
     QVERIFY(treePicture().pixel(corner) != hoveredRow);
     QHoverEvent hover(QEvent::HoverMove, row.center(), row.center(), QPointF());
     QApplication::sendEvent(m_driver->tree()->viewport(), &hover);

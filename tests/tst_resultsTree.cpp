@@ -99,6 +99,7 @@ void tst_resultsTree::buildsFileRows()
     QFile file(paths.first());
     QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
     file.close();
+
     QVERIFY(scan());
     for (const QString &each : paths) {
         const QTreeWidgetItem *const row = m_driver->fileRow(each);
@@ -107,6 +108,7 @@ void tst_resultsTree::buildsFileRows()
         QCOMPARE(row->text(1), u"1 KB"_s);
         QVERIFY(!row->icon(0).isNull());
     }
+
     QCOMPARE(m_driver->fileRow(paths.first())->text(2), u"2021-02-03 04:05:06"_s);
     QCOMPARE(m_driver->fileRow(paths.last())->text(2),
         QFileInfo(paths.last()).lastModified().toString(u"yyyy-MM-dd hh:mm:ss"_s));
@@ -132,9 +134,11 @@ void tst_resultsTree::showsWhetherAllOrSomeFilesAreMarked()
     m_driver->checkAll(false);
     for (const QString &each : paths.first(marked))
         m_driver->check(each);
+
     m_driver->click("btnAll");
     QStringList shown = m_driver->checkedPaths();
     shown.sort();
+
     QCOMPARE(shown, paths.first(marked));
     QCOMPARE(group(0)->checkState(0), state);
 }
@@ -145,6 +149,7 @@ void tst_resultsTree::skipsMissingFiles()
     QVERIFY(scan());
     m_driver->checkAll(true);
     QVERIFY(QFile::remove(paths.at(1)));
+
     m_driver->click("btnAll");
     QVERIFY(group(0)->text(0).endsWith(u", 3 file(s)"_s));
     QStringList shown = m_driver->filePaths();
@@ -166,6 +171,7 @@ void tst_resultsTree::checksOnlyTheClickedRow()
     QVERIFY(scan());
     const QStringList before = m_driver->checkedPaths();
     group(0)->setCheckState(0, Qt::Checked);
+
     QCOMPARE(m_driver->checkedPaths(), before);
     group(0)->setCheckState(0, Qt::Unchecked);
     QCOMPARE(m_driver->checkedPaths(), before);
@@ -180,6 +186,7 @@ void tst_resultsTree::countsEveryFileInTheTotals()
     writePairs(m_folder->path(), 2, u"txt"_s);
     QVERIFY(scan());
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 3 duplicates, 7 files, size 3.00 GB"_s);
+
     m_driver->click("btnOthers");
     QCOMPARE(m_driver->labelText("labelStatsInfo"), u"Total 1 duplicates, 3 files, size 3.00 GB"_s);
     m_driver->click("btnDocuments");
@@ -191,6 +198,7 @@ void tst_resultsTree::showsAPlaceholderInAnEmptyCategory()
     writePairs(m_folder->path(), 1, u"txt"_s);
     QVERIFY(scan());
     const QString totals = m_driver->labelText("labelStatsInfo");
+
     m_driver->click("btnVideos");
     QCOMPARE(groups(), 1);
     QCOMPARE(group(0)->text(0), u"No duplicate files"_s);
@@ -222,6 +230,7 @@ void tst_resultsTree::showsNoSelection()
     const QRect inWindow(tree->viewport()->mapTo(&m_driver->window(), row.topLeft()), row.size());
     const QImage before = m_driver->window().grab(inWindow).toImage();
     tree->setCurrentItem(group(2));
+
     QVERIFY(group(2)->isSelected());
     QCOMPARE(m_driver->window().grab(inWindow).toImage(), before);
 }

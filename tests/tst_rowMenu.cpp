@@ -177,6 +177,7 @@ void tst_rowMenu::opensOnARightClick()
     QPointer<QMenu> menu = rightClick(tree->visualItemRect(group(0)->child(1)).center());
     QCOMPARE(entries(menu), fileEntries);
     QCOMPARE(menu->parentWidget(), &m_driver->window());
+
     trigger(menu, u"Copy path"_s);
     QCOMPARE(QGuiApplication::clipboard()->text(), native(m_paths.at(1)));
     menu->close();

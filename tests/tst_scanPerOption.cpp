@@ -140,6 +140,7 @@ void tst_scanPerOption::ignoresTheSizeFields()
     const QTemporaryDir folder;
     const QStringList paths = writeCopies(folder.path(), {u"a.txt"_s, u"b.txt"_s}, QByteArray(3000, 'x'));
     WindowDriver driver;
+
     driver.chooseOptions([](QWidget *dialog) {
         dialog->findChild<QSpinBox *>(u"spinMinSize"_s)->setValue(99);
         dialog->findChild<QComboBox *>(u"comboMinUnit"_s)->setCurrentText(u"GB"_s);
@@ -150,6 +151,7 @@ void tst_scanPerOption::ignoresTheSizeFields()
     QVERIFY(driver.scan());
     QStringList found = driver.filePaths();
     found.sort();
+
     QCOMPARE(found, paths);
 }
 

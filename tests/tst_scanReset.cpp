@@ -54,6 +54,7 @@ void tst_scanReset::countsFilesFromZero()
     const PoolGate gate;
     scannedFileCount = 1234;
     acceptedFileCount = 1233;
+
     driver.click("btnStartScan");
     QCOMPARE(scannedFileCount.load(), 0);
     QCOMPARE(acceptedFileCount.load(), 0);
@@ -104,10 +105,12 @@ void tst_scanReset::clearsTheMarks()
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
     QVERIFY(driver.scan());
+
     driver.click("btnBack");
     const PoolGate gate;
     driver.click("btnStartScan");
     driver.find("btnRemoveSelected")->setEnabled(true);
+
     QCOMPARE(driver.clickAndCloseBoxes("btnRemoveSelected"),
         (QList<ShownBox>{{u"NOTE"_s, u"Please select the files you want to delete!"_s}}));
     QCOMPARE(filesBelow(m_folder->path()).size(), 3);
@@ -135,6 +138,7 @@ void tst_scanReset::stopsUpdatesOfTheClosedLoadingPanel()
             },
             Qt::QueuedConnection);
     };
+
     driver.click("btnStartScan");
     QTRY_COMPARE_WITH_TIMEOUT(timersAfterStart, 1, timeout);
     events.onShown = nullptr;

@@ -62,6 +62,7 @@ void tst_scanStatus::animatesTheStatusWithUpToThreeDots()
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
     PoolGate gate;
+
     driver.click("btnStartScan");
     // The text appears by itself; the test triggers the dots.
     QTRY_VERIFY(driver.labelText("labelScanStatus").startsWith(u"Scanning, please wait"_s));
@@ -81,6 +82,7 @@ void tst_scanStatus::showsElapsedTimeAndCounters()
     WindowDriver driver;
     driver.setFolders({m_folder->path()});
     PoolGate gate;
+
     driver.click("btnStartScan");
     QTRY_COMPARE(driver.timers(timerInterval).size(), 2);
     scannedFileCount = 1234;

@@ -160,12 +160,14 @@ void tst_screenFit::doesNotScaleDialogs()
     ScaledWindow scaled(driver.window(), 0.8);
     scaled.show();
     int shown = 0;
+
     driver.chooseOptions([&](QWidget *dialog) {
         QVERIFY(!dialog->graphicsProxyWidget());
         QCOMPARE(dialog->size(), QSize(793, 490));
         QCOMPARE(dialog->windowHandle()->transientParent(), scaled.windowHandle());
         ++shown;
     });
+
     QCOMPARE(shown, 1);
 }
 

@@ -59,6 +59,7 @@ void tst_selection::keepsTheOldestCopy()
     // Without usable creation times, the modification times decide.
     const bool bornInOrder = QFileInfo(paths.first()).birthTime() < QFileInfo(paths.last()).birthTime();
     const QString kept = bornInOrder ? paths.first() : paths.last();
+
     QVERIFY(scan());
     for (const char *button : {"btnAll", "btnSelectAll"}) {
         m_driver->click(button);
@@ -93,6 +94,7 @@ void tst_selection::marksAndDeletesFilesOfEveryCategory()
     for (const char *suffix : {"jpg", "mp4", "mp3", "txt", "zip", "xyz"})
         writePairs(m_folder->path(), 2, QLatin1StringView(suffix));
     QVERIFY(scan());
+
     m_driver->click("btnUnselect");
     QCOMPARE(m_driver->checkedPaths(), QStringList());
     m_driver->click("btnPictures");
@@ -112,8 +114,10 @@ void tst_selection::unmarksOnlyTheShownCategory()
     QVERIFY(scan());
     const QStringList marked = m_driver->checkedPaths();
     const QSet<QString> before = filesOnDisk();
+
     m_driver->click("btnVideos");
     m_driver->click("btnUnselect");
+
     QCOMPARE(m_driver->checkedPaths(), QStringList());
     QCOMPARE(m_driver->clickAndCloseBoxes("btnRemoveSelected"), QList<ShownBox>{deletionBox(3, 0)});
     QCOMPARE(before - filesOnDisk(), toSet(marked.filter(u".jpg"_s)));
@@ -135,9 +139,11 @@ void tst_selection::marksGroupsThatAreNotLoaded()
     QVERIFY(scan());
     m_driver->loadAllBatches();
     const QStringList marked = m_driver->checkedPaths();
+
     m_driver->click("btnUnselect");
     m_driver->click("btnSelectAll");
     m_driver->loadAllBatches();
+
     QCOMPARE(m_driver->checkedPaths(), marked);
     QCOMPARE(marked.size(), 45);
 }
@@ -153,8 +159,10 @@ void tst_selection::keepsLoadedRowsOnUnselect()
     const int position = bar->value();
     QVERIFY(position > 0);
     const QTreeWidgetItem *const row = m_driver->tree()->topLevelItem(30);
+
     m_driver->click("btnUnselect");
     QCoreApplication::processEvents();
+
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 45);
     QCOMPARE(m_driver->tree()->topLevelItem(30), row);
     QCOMPARE(bar->value(), position);
@@ -173,6 +181,7 @@ void tst_selection::returnsToTheFirstRowsOnSelectAll()
     QCoreApplication::processEvents();
     QScrollBar *const bar = m_driver->tree()->verticalScrollBar();
     bar->setValue(bar->maximum());
+
     m_driver->click("btnSelectAll");
     QCOMPARE(m_driver->groupTitles(), first);
     // The view lays the rows out later, which must not load more of them.

@@ -149,11 +149,13 @@ void tst_simulatedDisk::continuesAfterAShortRead()
     const QString path = this->path(QString::fromLatin1(SimulatedDisk::shortReads));
     const QByteArray content = randomBytes(size, 1);
     writeFile(path, content);
+
     RegularFile file(path);
     QByteArray read(4096, '\0');
     const std::optional<qint64> count = file.readIfCached(0, read.data(), read.size());
     if (!count)
         QSKIP("The page cache cannot be read alone here");
+
     QCOMPARE(*count, std::min<qint64>(size, 4096));
     QCOMPARE(read.first(*count), content.first(*count));
     const QByteArray tail = size > 8192 ? content.last(4096) : QByteArray();
@@ -177,8 +179,10 @@ void tst_simulatedDisk::prefetchesBothEnds()
     QFETCH(const bool, hasTail);
     const QString path = this->path(u"file"_s);
     writeFile(path, QByteArray(size, 'x'));
+
     const RegularFile file(path);
     static_cast<void>(SimulatedDisk::takePrefetched());
+
     QVERIFY(file.prefetchEnds(4096));
     QList<SimulatedDisk::Range> expected{{0, 4096}};
     if (hasTail)

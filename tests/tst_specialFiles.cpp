@@ -138,6 +138,7 @@ void tst_specialFiles::skipsUndecodableNames()
     writeFile(neighbour, "neighbour");
     if (!writeFileWithRawName(tree, name, "broken"))
         QSKIP("Names must be valid text here");
+
     const QStringList collected = collect({tree});
     QVERIFY(removeFileWithRawName(tree, name));
     QCOMPARE(sorted(collected), (QStringList{neighbour, path(u"tree/plain.jpg"_s)}));

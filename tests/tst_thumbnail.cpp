@@ -137,8 +137,10 @@ void tst_thumbnail::showsTheEntirePicture()
 {
     QFETCH(const QByteArray, format);
     QFETCH(const QSize, size);
+
     const QImage thumbnail =
         loadThumbnail(write(u"picture"_s, encoded(halves(size), format.constData()))).toImage();
+
     QVERIFY(!thumbnail.isNull());
     const int right = thumbnail.width() - 1;
     const int bottom = thumbnail.height() - 1;
@@ -208,6 +210,7 @@ void tst_thumbnail::toleratesATruncatedPicture()
     std::copy(bytes.cbegin(), bytes.cend(), noise.bits());
     const QByteArray complete = encoded(noise, format.constData());
     const QString path = write(u"x"_s, complete.first(complete.size() * percent / 100));
+
     const QPixmap thumbnail = loadThumbnail(path);
     QCOMPARE(thumbnail.isNull(), QPixmap(path).isNull());
     if (!thumbnail.isNull())

@@ -85,6 +85,7 @@ void tst_thumbnailQueue::keepsRowsWithoutPicture()
     broken->setIcon(0, QIcon(QPixmap(7, 7)));
     QVERIFY(QFile::remove(gone->text(0)));
     QVERIFY(QFile::resize(broken->text(0), 20));
+
     m_queue->add(group, {0, 1, 2});
     QTRY_VERIFY(!good->icon(0).isNull());
     QVERIFY(gone->icon(0).isNull());
@@ -99,10 +100,12 @@ void tst_thumbnailQueue::findsTheRowsOfAMovedGroup()
     auto *const row = addPictureRow(group, 8);
     auto *const after = new QTreeWidgetItem(m_tree.get());
     auto *const notQueued = addPictureRow(after, 10);
+
     m_queue->add(before, {0});
     m_queue->add(group, {0});
     delete before;
     m_tree->insertTopLevelItems(0, {new QTreeWidgetItem, new QTreeWidgetItem});
+
     QTRY_VERIFY(!row->icon(0).isNull());
     QVERIFY(notQueued->icon(0).isNull());
 }
@@ -150,12 +153,14 @@ void tst_thumbnailQueue::yieldsToTheEventLoop()
         new QTreeWidgetItem(group, {model->text(0)});
         rows.append(i);
     }
+
     m_queue->add(group, rows);
     const auto *const last = group->child(rows.last());
     int turns = 0;
     QTimer beat;
     connect(&beat, &QTimer::timeout, &beat, [&turns] { ++turns; });
     beat.start(0);
+
     QTRY_VERIFY_WITH_TIMEOUT(!last->icon(0).isNull(), 60'000);
     QVERIFY2(turns > 5, qPrintable(QString::number(turns)));
 }

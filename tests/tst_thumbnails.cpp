@@ -90,6 +90,7 @@ void tst_thumbnails::showsPictures()
     QFETCH(const QSize, size);
     QFETCH(const QSize, thumbnail);
     writePictures(m_folder->path(), name, size, format);
+
     QVERIFY(scan());
     for (const QString &each : {name, u"copies/"_s + name}) {
         QTRY_VERIFY(!row(each)->icon(0).isNull());
@@ -124,6 +125,7 @@ void tst_thumbnails::showsTheSystemIconForOtherFiles()
 {
     QFETCH(const QString, name);
     writePictures(m_folder->path(), name, QSize(64, 32), "PNG");
+
     QVERIFY(scan());
     // Set immediately, not by the event loop.
     QVERIFY(!row(name)->icon(0).isNull());
@@ -137,6 +139,7 @@ void tst_thumbnails::showsNothingForABrokenPicture()
     for (const char *name : {"a.png", "b.png"})
         writeFile(m_folder->filePath(QLatin1StringView(name)), "not a picture");
     writePictures(m_folder->path(), u"good.png"_s, QSize(64, 64), "PNG");
+
     QVERIFY(scan());
     QTRY_VERIFY(!row(u"good.png"_s)->icon(0).isNull());
     QTRY_VERIFY(!row(u"copies/good.png"_s)->icon(0).isNull());
@@ -154,8 +157,10 @@ void tst_thumbnails::survivesDeletedRows()
         m_driver->callSlot("refreshCurrentBatchUI");
         m_driver->tree()->clear();
     }
+
     m_driver->callSlot("refreshCurrentBatchUI");
     delete m_driver->tree()->topLevelItem(0)->takeChild(0);
+
     QTRY_VERIFY(!m_driver->tree()->topLevelItem(0)->child(0)->icon(0).isNull());
     m_driver->callSlot("refreshCurrentBatchUI");
     m_driver.reset();

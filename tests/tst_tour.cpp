@@ -110,6 +110,7 @@ void tst_tour::showsFoldersWithoutDuplicates()
 {
     writeFile(path(u"unique/one.txt"_s), "one");
     writeFile(path(u"unique/two.txt"_s), "two");
+
     const Outcome outcome = run({path(u"unique"_s)});
     QCOMPARE(outcome.errors, QStringList());
     QCOMPARE(outcome.exitCode, 0);

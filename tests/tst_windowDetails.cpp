@@ -48,6 +48,7 @@ void tst_windowDetails::theResultsHaveACompleteFrame()
 {
     for (int i = 0; i < 30; ++i)
         write({u"a%1"_s.arg(i), u"b%1"_s.arg(i)}, QByteArray::number(i));
+
     QVERIFY(scan());
     QWidget *const frame = m_driver->find("treeWidgetBg");
     const QImage picture = frame->grab().toImage();
@@ -65,6 +66,7 @@ void tst_windowDetails::nothingElseIsFramed()
 {
     for (int i = 0; i < 30; ++i)
         write({u"a%1"_s.arg(i), u"b%1"_s.arg(i)}, QByteArray::number(i));
+
     QVERIFY(scan());
     QVERIFY(m_driver->tree()->verticalScrollBar()->isVisible());
     QWidget *const frame = m_driver->find("treeWidgetBg");
