@@ -19,6 +19,9 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
+/// Writes a tree into a folder.
+using Fill = std::function<void(const QString &folder)>;
+
 bool neverAbandoned()
 {
     return false;
@@ -50,6 +53,55 @@ void writeRandomTree(const QString &folder, quint32 seed)
     }
 }
 
+void writeSmallTree(const QString &folder)
+{
+    for (const QString &name : {u"a"_s, u"sub/b"_s, u"sub/sub/c"_s, u".hidden/d"_s, u"sub/.e"_s})
+        writeFile(folder + u'/' + name, "x");
+}
+
+/// Leaves out the names that the file system rejects.
+void writeOddNames(const QString &folder)
+{
+    for (const HostileName &name : hostileNames()) {
+#ifdef Q_OS_WIN
+        // Wine creates names that Windows would change.
+        if (!keepsItsNameOnWindows(name.name))
+            continue;
+#endif
+        const QString subfolder = folder + u"/folders/"_s + name.name;
+        if (QDir().mkpath(subfolder))
+            QFile(subfolder + u"/file"_s).open(QIODevice::WriteOnly);
+        QDir().mkpath(folder + u"/files"_s);
+        QFile(folder + u"/files/"_s + name.name).open(QIODevice::WriteOnly);
+    }
+}
+
+void writeUndecodableNames(const QString &folder)
+{
+    writeFile(folder + u"/é"_s, "x");
+    writeFileWithRawName(folder, "\xff", "x");
+    if (makeFolderWithRawName(folder, "f\xe9"))
+        writeFileWithRawName(folder, "f\xe9/file", "x");
+}
+
+void writeLinksAndSpecialFiles(const QString &folder)
+{
+    writeFile(folder + u"/real/file"_s, "x");
+    makeLink(u"real"_s, folder + u"/link to a folder"_s);
+    makeLink(u"real/file"_s, folder + u"/link to a file"_s);
+    makeLink(u"missing"_s, folder + u"/link to nothing"_s);
+    makeLink(u".."_s, folder + u"/real/link to its parent"_s);
+    makePipe(folder + u"/pipe"_s);
+    makeSocket(folder + u"/socket"_s);
+}
+
+void writeUnreadableFolder(const QString &folder)
+{
+    writeFile(folder + u"/closed/file"_s, "x");
+    writeFile(folder + u"/open/file"_s, "x");
+    denyAccess(folder + u"/closed"_s);
+}
+
 } // namespace
 
 /// A walk yields the same files as QDirIterator, in the same order.
@@ -58,97 +110,63 @@ class tst_folderWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void matchesQtsWalk_data();
-    void matchesQtsWalk();
-    void walksTheFoldersInTheOrderGiven();
+    void matchesQDirIterator_data();
+    void matchesQDirIterator();
+    void walksTheFoldersInTheGivenOrder();
     void listsTheEntriesOfOneFolder();
 };
 
-void tst_folderWalk::matchesQtsWalk_data()
+void tst_folderWalk::matchesQDirIterator_data()
 {
-    using Fill = std::function<void(const QString &folder)>;
     QTest::addColumn<Fill>("fill");
     // Appended to the folder's path.
-    QTest::addColumn<QString>("walked");
+    QTest::addColumn<QString>("appended");
     QTest::addColumn<bool>("hasFiles");
+    const auto row = [](const char *name, const Fill &fill, const QString &appended, bool hasFiles) {
+        QTest::newRow(name) << fill << appended << hasFiles;
+    };
 
     const Fill nothing = [](const QString &) {};
     for (quint32 seed = 1; seed <= 5; ++seed) {
         QTest::addRow("random tree %u", seed)
             << Fill([seed](const QString &folder) { writeRandomTree(folder, seed); }) << QString() << true;
     }
-    const Fill smallTree = [](const QString &folder) {
-        for (const QString &name : {u"a"_s, u"sub/b"_s, u"sub/sub/c"_s, u".hidden/d"_s, u"sub/.e"_s})
-            writeFile(folder + u'/' + name, "x");
-    };
-    QTest::newRow("small tree") << smallTree << QString() << true;
-    QTest::newRow("path with a slash at its end") << smallTree << u"/"_s << true;
-    QTest::newRow("path with two slashes") << smallTree << u"//sub"_s << true;
-    QTest::newRow("path with dots") << smallTree << u"/sub/../sub/."_s << true;
-    QTest::newRow("hidden folder, asked for") << smallTree << u"/.hidden"_s << true;
-    QTest::newRow("a file") << smallTree << u"/a"_s << false;
-    QTest::newRow("empty folder") << nothing << QString() << false;
-    QTest::newRow("no such folder") << nothing << u"/missing"_s << false;
-    QTest::newRow("odd names") << Fill([](const QString &folder) {
-        for (const HostileName &name : hostileNames()) {
-#ifdef Q_OS_WIN
-            // Wine creates names that Windows would change.
-            if (!keepsItsNameOnWindows(name.name))
-                continue;
-#endif
-            // Not every system has every name.
-            const QString subfolder = folder + u"/folders/"_s + name.name;
-            if (QDir().mkpath(subfolder))
-                QFile(subfolder + u"/file"_s).open(QIODevice::WriteOnly);
-            QDir().mkpath(folder + u"/files"_s);
-            QFile(folder + u"/files/"_s + name.name).open(QIODevice::WriteOnly);
-        }
-    }) << QString() << true;
-    QTest::newRow("names that are no text") << Fill([](const QString &folder) {
-        writeFile(folder + u"/é"_s, "x");
-        writeFileWithRawName(folder, "\xff", "x");
-        if (makeFolderWithRawName(folder, "f\xe9"))
-            writeFileWithRawName(folder, "f\xe9/file", "x");
-    }) << QString() << true;
-    const Fill links = [](const QString &folder) {
-        writeFile(folder + u"/real/file"_s, "x");
-        makeLink(u"real"_s, folder + u"/link to a folder"_s);
-        makeLink(u"real/file"_s, folder + u"/link to a file"_s);
-        makeLink(u"missing"_s, folder + u"/link to nothing"_s);
-        makeLink(u".."_s, folder + u"/real/link to its parent"_s);
-        makePipe(folder + u"/pipe"_s);
-        makeSocket(folder + u"/socket"_s);
-    };
-    QTest::newRow("links, a pipe and a socket") << links << QString() << true;
+    row("small tree", writeSmallTree, {}, true);
+    row("path with a slash at its end", writeSmallTree, u"/"_s, true);
+    row("path with two slashes", writeSmallTree, u"//sub"_s, true);
+    row("path with dots", writeSmallTree, u"/sub/../sub/."_s, true);
+    row("a given hidden folder", writeSmallTree, u"/.hidden"_s, true);
+    row("a file", writeSmallTree, u"/a"_s, false);
+    row("empty folder", nothing, {}, false);
+    row("no such folder", nothing, u"/missing"_s, false);
+    row("odd names", writeOddNames, {}, true);
+    row("names that are not valid text", writeUndecodableNames, {}, true);
+    row("links, a pipe and a socket", writeLinksAndSpecialFiles, {}, true);
     // Other systems may not allow links.
 #ifdef Q_OS_UNIX
-    QTest::newRow("a link to a folder, asked for") << links << u"/link to a folder"_s << true;
+    row("a given link to a folder", writeLinksAndSpecialFiles, u"/link to a folder"_s, true);
 #endif
-    QTest::newRow("a folder nobody may read") << Fill([](const QString &folder) {
-        writeFile(folder + u"/closed/file"_s, "x");
-        writeFile(folder + u"/open/file"_s, "x");
-        denyAccess(folder + u"/closed"_s);
-    }) << QString() << true;
+    row("an unreadable folder", writeUnreadableFolder, {}, true);
 }
 
-void tst_folderWalk::matchesQtsWalk()
+void tst_folderWalk::matchesQDirIterator()
 {
-    QFETCH(const std::function<void(const QString &folder)>, fill);
-    QFETCH(const QString, walked);
+    QFETCH(const Fill, fill);
+    QFETCH(const QString, appended);
     QFETCH(const bool, hasFiles);
     const HostileTree folder;
     fill(folder.path());
     allowAccess(folder.path());
     const UnprivilegedUser user;
 
-    const QString path = folder.path() + walked;
+    const QString path = folder.path() + appended;
     const QStringList expected = filesByQt(path);
     QCOMPARE(!expected.isEmpty(), hasFiles);
     QCOMPARE(filesOfWalk({path}), expected);
     QCOMPARE(countFiles({path}, neverAbandoned), expected.size());
 }
 
-void tst_folderWalk::walksTheFoldersInTheOrderGiven()
+void tst_folderWalk::walksTheFoldersInTheGivenOrder()
 {
     const QTemporaryDir folder;
     const QString a = folder.filePath(u"a"_s);

@@ -19,7 +19,7 @@ namespace {
 constexpr int pairs = 45;
 
 /// Returns whether each group row shows a pair of copies and no group is listed twice.
-bool rowsAreWhole(WindowDriver &driver)
+bool rowsAreIntact(WindowDriver &driver)
 {
     const QStringList titles = driver.groupTitles();
     if (QSet<QString>(titles.cbegin(), titles.cend()).size() != titles.size())
@@ -45,7 +45,7 @@ private slots:
     void init();
     void cleanup();
 
-    void startsEveryResultWithFreshMarks();
+    void startsEveryResultWithDefaultMarks();
     void neverSavesOldMarksIntoNewGroups();
     void acceptsADeliveryDuringALoad_data();
     void acceptsADeliveryDuringALoad();
@@ -55,9 +55,12 @@ private slots:
 private:
     /// Checks that the rows are intact, that marks survive a reload and that Delete removes the marked file
     /// alone.
-    void verifyThePageIsInOrder();
+    void verifyPage();
     /// Returns whether no scan is running and the last load has ended.
-    bool isQuiet();
+    bool isIdle();
+    /// Starts the first load of a scan or a later load, and sends \a request in the middle of it: presses the
+    /// button or calls the slot of that name. Returns whether it arrived there.
+    bool requestDuringLoad(const QByteArray &request, bool first);
 
     QScopedPointer<QTemporaryDir> m_folder;
     QScopedPointer<WindowDriver> m_driver;
@@ -79,12 +82,13 @@ void tst_interruptedLoads::cleanup()
     m_driver.reset();
 }
 
-void tst_interruptedLoads::verifyThePageIsInOrder()
+void tst_interruptedLoads::verifyPage()
 {
-    QVERIFY(rowsAreWhole(*m_driver));
+    QVERIFY(rowsAreIntact(*m_driver));
     m_driver->checkAll(false);
     const QString path = m_driver->tree()->topLevelItem(7)->child(0)->text(0);
     m_driver->check(path);
+
     m_driver->click("btnAll");
     QCOMPARE(m_driver->checkedPaths(), QStringList(path));
     const QSet<QString> before = filesBelow(m_folder->path());
@@ -92,14 +96,50 @@ void tst_interruptedLoads::verifyThePageIsInOrder()
     QCOMPARE(before - filesBelow(m_folder->path()), QSet<QString>{path});
 }
 
-bool tst_interruptedLoads::isQuiet()
+bool tst_interruptedLoads::isIdle()
 {
     const QString status = m_driver->labelText("labelScanStatus");
     return (status == u"Loading Complete" || status == u"No duplicate files found.") &&
            m_driver->page() != u"scanpage" && QThreadPool::globalInstance()->waitForDone(0);
 }
 
-void tst_interruptedLoads::startsEveryResultWithFreshMarks()
+bool tst_interruptedLoads::requestDuringLoad(const QByteArray &request, bool first)
+{
+    bool isLoading = first;
+    bool isScheduled = false;
+    bool arrived = false;
+    m_events->onClosed = [&] {
+        if (std::exchange(isScheduled, true))
+            return;
+        QTimer::singleShot(0, &m_driver->window(), [&] {
+            arrived = isLoading;
+            if (request.startsWith("btn"))
+                m_driver->click(request);
+            else
+                m_driver->callSlot(request);
+        });
+    };
+    const auto load = [&] {
+        if (first) {
+            m_driver->click("btnBack");
+            m_driver->click("btnStartScan");
+            QVERIFY(QTest::qWaitFor([&] { return arrived && isIdle(); }, 30'000));
+        } else {
+            isLoading = true;
+            m_driver->click("btnAll");
+            isLoading = false;
+            if (request == "btnStartScan")
+                QVERIFY(QTest::qWaitFor([&] { return isIdle(); }, 30'000));
+        }
+    };
+
+    // Delete ends with a message box.
+    withModalDialogs(load, [](QWidget *dialog) { dialog->close(); });
+    m_events->onClosed = nullptr;
+    return arrived;
+}
+
+void tst_interruptedLoads::startsEveryResultWithDefaultMarks()
 {
     QStringList checked;
     for (int scan = 0; scan < 3; ++scan) {
@@ -122,8 +162,10 @@ void tst_interruptedLoads::neverSavesOldMarksIntoNewGroups()
     // A hidden window does not need the pool for painting.
     m_driver->window().hide();
     PoolGate gate;
+
     m_driver->click("btnStartScan");
     gate.runQueuedTasks();
+
     QTRY_COMPARE(m_driver->labelText("labelCurrentFile"), u"Analyzing..."_s);
     m_driver->click("btnStartScan");
     gate.runQueuedTasks();
@@ -142,7 +184,7 @@ void tst_interruptedLoads::neverSavesOldMarksIntoNewGroups()
 void tst_interruptedLoads::acceptsADeliveryDuringALoad_data()
 {
     QTest::addColumn<int>("pause");
-    QTest::newRow("at once") << 0;
+    QTest::newRow("immediately") << 0;
     QTest::newRow("when the first result's rows are due as well") << 150;
 }
 
@@ -171,7 +213,7 @@ void tst_interruptedLoads::acceptsADeliveryDuringALoad()
     QVERIFY(!m_driver->find("btnAll")->isEnabled());
 
     QVERIFY(QTest::qWaitFor([this] { return m_driver->tree()->topLevelItemCount() > 0; }, 30'000));
-    QVERIFY(rowsAreWhole(*m_driver));
+    QVERIFY(rowsAreIntact(*m_driver));
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), 30);
     QCOMPARE(m_driver->checkedPaths().size(), 30);
@@ -199,49 +241,19 @@ void tst_interruptedLoads::acceptsRequestsDuringALoad()
     const QStringList titles = m_driver->groupTitles();
     const QSet<QString> before = filesBelow(m_folder->path());
 
-    bool inside = false;
-    bool requested = false;
-    bool asked = false;
-    m_events->onClosed = [&] {
-        if (std::exchange(asked, true))
-            return;
-        QTimer::singleShot(0, &m_driver->window(), [&] {
-            requested = inside || first;
-            if (request.startsWith("btn"))
-                m_driver->click(request);
-            else
-                m_driver->callSlot(request);
-        });
-    };
-    // Delete ends with a message box.
-    withModalDialogs(
-        [&] {
-            if (first) {
-                m_driver->click("btnBack");
-                m_driver->click("btnStartScan");
-                QVERIFY(QTest::qWaitFor([&] { return requested && isQuiet(); }, 30'000));
-            } else {
-                inside = true;
-                m_driver->click("btnAll");
-                inside = false;
-                if (request == "btnStartScan")
-                    QVERIFY(QTest::qWaitFor([&] { return isQuiet(); }, 30'000));
-            }
-        },
-        [](QWidget *dialog) { dialog->close(); });
-    QVERIFY(requested);
+    QVERIFY(requestDuringLoad(request, first));
 
     const QSet<QString> left = filesBelow(m_folder->path());
     // Before the first rows, Delete and the categories are disabled.
     const int deleted = request == "btnRemoveSelected" && !first ? 20 : 0;
     QCOMPARE((before - left).size(), deleted);
-    QCOMPARE(rowsAreWhole(*m_driver), request != "btnVideos" || first);
+    QCOMPARE(rowsAreIntact(*m_driver), request != "btnVideos" || first);
     m_driver->click("btnAll");
     if (m_driver->page() != u"duplicatespage")
         QVERIFY(m_driver->scan());
     if (deleted == 0)
         QCOMPARE(m_driver->groupTitles(), titles);
-    verifyThePageIsInOrder();
+    verifyPage();
     m_driver->click("btnAll");
     m_driver->loadAllBatches();
     QCOMPARE(m_driver->tree()->topLevelItemCount(), pairs - deleted - 1);

@@ -1,6 +1,8 @@
 #include "scan/FileCount.h"
 #include "scan/FolderEntries.h"
 #include "scan/FolderWalk.h"
+#include "tests/support/AnalysisRecorder.h"
+#include "tests/support/CollectedFiles.h"
 #include "tests/support/HostileTree.h"
 #include "tests/support/QtWalk.h"
 #include "tests/support/TestFiles.h"
@@ -23,35 +25,36 @@ bool neverAbandoned()
 
 } // namespace
 
-/// A walk through large and deep folders keeps the order of QDirIterator, yields files early and can be
-/// stopped at any point.
+/// A walk through large and deep folders finds every file in the order of QDirIterator, yields files early
+/// and can be stopped at any point.
 class tst_largeTrees : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void keepsTheOrderInTreesOfEveryShape_data();
-    void keepsTheOrderInTreesOfEveryShape();
+    void keepsTheOrderOfQDirIterator_data();
+    void keepsTheOrderOfQDirIterator();
+    void findsEveryFileOfALargeFolder();
     void returnsAFileBeforeTheFolderIsRead();
-    void endsInTheMiddleOfACrowdedFolder();
-    void checksForAbandonAtEveryEntry();
-    void holdsOneFolderOpenHoweverDeepItIs();
-    void reachesTheDeepestFolderWithASmallStack();
+    void endsInTheMiddleOfALargeFolder();
+    void checksForAbandonmentAtEveryEntry();
+    void keepsOneFolderOpenAtAnyDepth();
+    void reachesDeepFoldersWithASmallStack();
 };
 
-void tst_largeTrees::keepsTheOrderInTreesOfEveryShape_data()
+void tst_largeTrees::keepsTheOrderOfQDirIterator_data()
 {
     QTest::addColumn<int>("folders");
     QTest::addColumn<int>("filesEach");
     QTest::addColumn<int>("levels");
 
-    QTest::newRow("one crowded folder") << 1 << 1500 << 0;
-    QTest::newRow("a crowd of folders") << 1500 << 1 << 0;
+    QTest::newRow("one large folder") << 1 << 1500 << 0;
+    QTest::newRow("many folders") << 1500 << 1 << 0;
     QTest::newRow("many files in many folders") << 20 << 300 << 0;
-    QTest::newRow("one folder in another") << 1 << 1 << 300;
+    QTest::newRow("nested folders") << 1 << 1 << 300;
 }
 
-void tst_largeTrees::keepsTheOrderInTreesOfEveryShape()
+void tst_largeTrees::keepsTheOrderOfQDirIterator()
 {
     QFETCH(const int, folders);
     QFETCH(const int, filesEach);
@@ -74,21 +77,40 @@ void tst_largeTrees::keepsTheOrderInTreesOfEveryShape()
     QCOMPARE(walk.next(), std::nullopt);
 }
 
+/// QUILLORY_LARGE_FOLDER sets the number of files.
+void tst_largeTrees::findsEveryFileOfALargeFolder()
+{
+    const int count = qEnvironmentVariableIntValue("QUILLORY_LARGE_FOLDER");
+    const int files = count > 0 ? count : 20'000;
+    const QTemporaryDir root;
+    writeEmptyFiles(root.path(), files, u"txt"_s);
+
+    const QStringList collected = collect({root.path()});
+    const Analysis analysis(collected);
+
+    QCOMPARE(QSet<QString>(collected.cbegin(), collected.cend()).size(), files);
+    QCOMPARE(collected.size(), files);
+    QCOMPARE(analysis.groups.size(), 1);
+    QCOMPARE(analysis.groups.constFirst().files, collected);
+    QCOMPARE(analysis.groups.constFirst().markedFiles.size(), files - 1);
+    QCOMPARE(analysis.percents.size(), files);
+}
+
 /// A folder of a million files must show progress before all of it has been read.
 void tst_largeTrees::returnsAFileBeforeTheFolderIsRead()
 {
     const QTemporaryDir root;
     writeEmptyFiles(root.path(), 1000, u"x"_s);
-    int asked = 0;
-    FolderWalk walk({root.path()}, [&asked] {
-        ++asked;
+    int abandonChecks = 0;
+    FolderWalk walk({root.path()}, [&abandonChecks] {
+        ++abandonChecks;
         return false;
     });
     QVERIFY(walk.next());
-    QVERIFY2(asked < 10, qPrintable(QString::number(asked)));
+    QVERIFY2(abandonChecks < 10, qPrintable(QString::number(abandonChecks)));
 }
 
-void tst_largeTrees::endsInTheMiddleOfACrowdedFolder()
+void tst_largeTrees::endsInTheMiddleOfALargeFolder()
 {
     const QTemporaryDir root;
     writeEmptyFiles(root.path(), 1000, u"x"_s);
@@ -102,7 +124,7 @@ void tst_largeTrees::endsInTheMiddleOfACrowdedFolder()
 }
 
 /// The walk reads the rest of a folder, perhaps a million files, before it enters a subfolder.
-void tst_largeTrees::checksForAbandonAtEveryEntry()
+void tst_largeTrees::checksForAbandonmentAtEveryEntry()
 {
     constexpr int subfolders = 20;
     constexpr int files = 1000;
@@ -115,19 +137,19 @@ void tst_largeTrees::checksForAbandonAtEveryEntry()
     while (order.next() && !order.isFolder())
         ++filesBefore;
 
-    int asked = 0;
-    FolderWalk walk({root.path()}, [&asked] {
-        ++asked;
+    int abandonChecks = 0;
+    FolderWalk walk({root.path()}, [&abandonChecks] {
+        ++abandonChecks;
         return false;
     });
     for (int i = 0; i < filesBefore; ++i)
         QVERIFY(walk.next());
-    asked = 0;
+    abandonChecks = 0;
     static_cast<void>(walk.next());
-    QVERIFY2(asked > files + subfolders - filesBefore, qPrintable(QString::number(asked)));
+    QVERIFY2(abandonChecks > files + subfolders - filesBefore, qPrintable(QString::number(abandonChecks)));
 }
 
-void tst_largeTrees::holdsOneFolderOpenHoweverDeepItIs()
+void tst_largeTrees::keepsOneFolderOpenAtAnyDepth()
 {
 #ifdef Q_OS_LINUX
     const QTemporaryDir root;
@@ -145,16 +167,16 @@ void tst_largeTrees::holdsOneFolderOpenHoweverDeepItIs()
     QCOMPARE(walk.next(), deepest + u"/file"_s);
     QCOMPARE(openDescriptors(), before + 1);
 #else
-    QSKIP("Nothing tells what this process holds open");
+    QSKIP("Open descriptors are not listed here");
 #endif
 }
 
-void tst_largeTrees::reachesTheDeepestFolderWithASmallStack()
+void tst_largeTrees::reachesDeepFoldersWithASmallStack()
 {
     const HostileTree root;
     constexpr int levels = 1900;
     if (!writeDeepFile(root.path(), levels, "d", "file", "x"))
-        QSKIP("No path is as long here");
+        QSKIP("Paths cannot be this long here");
     qsizetype found = 0;
     const std::unique_ptr<QThread> thread(QThread::create([&] {
         FolderWalk walk({root.path()}, neverAbandoned);

@@ -1,8 +1,8 @@
+#include "tests/support/LargeTree.h"
 #include "tests/support/WindowDriver.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFileInfo>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,25 +18,11 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int patienceMilliseconds = 600'000;
+constexpr int timeoutMilliseconds = 600'000;
 
 bool isFullScale()
 {
     return qEnvironmentVariableIntValue("QUILLORY_FULL_SCALE") == 1;
-}
-
-/// Prefers a file system in memory, where files are written faster.
-QString folderTemplate()
-{
-    const QFileInfo memory(u"/dev/shm"_s);
-    return (memory.isWritable() ? memory.filePath() : QDir::tempPath()) + u"/quillory-scale-XXXXXX"_s;
-}
-
-void writeFileQuickly(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(content) != content.size())
-        qFatal("Cannot write %s", qPrintable(path));
 }
 
 /// Prints the duration of each stage, and the longest time in it without an iteration of the event loop.
@@ -96,121 +82,124 @@ std::optional<Memory> memoryInUse()
 
 /// Very large results: the page still opens, scrolls, marks and deletes.
 ///
-/// QUILLORY_FULL_SCALE=1 makes the trees as large as they get in practice and takes minutes; raise
-/// QTEST_FUNCTION_TIMEOUT with it.
+/// With QUILLORY_FULL_SCALE=1 the trees are as large as they get in practice. This takes minutes and needs a
+/// longer QTEST_FUNCTION_TIMEOUT (milliseconds).
 class tst_scale : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void worksWithManyFiles_data();
-    void worksWithManyFiles();
-    void holdsNoMoreMemoryFromScanToScan();
+    void handlesManyFiles_data();
+    void handlesManyFiles();
+    void usesNoMoreMemoryFromScanToScan();
+
+private:
+    static void scan(WindowDriver &driver, StageClock &clock);
+    static void scrollAndExpand(WindowDriver &driver, StageClock &clock);
+    /// Selects all and unselects all again; the loaded rows have \a checked checked rows in between.
+    static void selectAndUnselect(WindowDriver &driver, StageClock &clock, qsizetype checked);
+    /// Selects all while only the archives are shown, and checks that Delete removes \a marked files.
+    static void deleteAll(WindowDriver &driver, StageClock &clock, int marked);
 };
 
-void tst_scale::worksWithManyFiles_data()
+void tst_scale::scan(WindowDriver &driver, StageClock &clock)
 {
-    QTest::addColumn<int>("groups");
-    QTest::addColumn<int>("copies");
-    QTest::addColumn<int>("unique");
-    QTest::addColumn<int>("folders");
-    QTest::addColumn<QString>("suffix");
-
-    if (isFullScale()) {
-        QTest::newRow("one flat folder") << 1000 << 2 << 198'000 << 1 << u"txt"_s;
-        QTest::newRow("many groups") << 100'000 << 2 << 0 << 1000 << u"txt"_s;
-        QTest::newRow("many members") << 1 << 50'000 << 0 << 50 << u"txt"_s;
-        QTest::newRow("many pictures") << 1 << 50'000 << 0 << 50 << u"jpg"_s;
-    } else {
-        QTest::newRow("one flat folder") << 50 << 2 << 4900 << 1 << u"txt"_s;
-        QTest::newRow("many groups") << 1500 << 2 << 0 << 20 << u"txt"_s;
-        QTest::newRow("many members") << 1 << 3000 << 0 << 10 << u"txt"_s;
-        QTest::newRow("many pictures") << 1 << 3000 << 0 << 10 << u"jpg"_s;
-    }
-}
-
-void tst_scale::worksWithManyFiles()
-{
-    QFETCH(const int, groups);
-    QFETCH(const int, copies);
-    QFETCH(const int, unique);
-    QFETCH(const int, folders);
-    QFETCH(const QString, suffix);
-
-    const QTemporaryDir tree(folderTemplate());
-    QVERIFY(tree.isValid());
-    for (int i = 0; i < folders; ++i)
-        QVERIFY(QDir(tree.path()).mkdir(QString::number(i)));
-    // All files have the same size, so each of them must be read.
-    const auto write = [&](int content, int copy) {
-        writeFileQuickly(u"%1/%2/%3-%4.%5"_s.arg(tree.path(), QString::number((content + copy) % folders),
-                             QString::number(content), QString::number(copy), suffix),
-            QByteArray::number(content).rightJustified(16, '0'));
-    };
-    for (int i = 0; i < groups; ++i) {
-        for (int copy = 0; copy < copies; ++copy)
-            write(i, copy);
-    }
-    for (int i = 0; i < unique; ++i)
-        write(groups + i, 0);
-    writeFileQuickly(tree.filePath(u"0/1.zip"_s), "archive");
-    writeFileQuickly(tree.filePath(u"0/2.zip"_s), "archive");
-
-    StageClock clock;
-    WindowDriver driver;
-    driver.setFolders({tree.path()});
-    clock.endStage("start");
     driver.click("btnStartScan");
-    QVERIFY(QTest::qWaitFor([&] { return driver.page() == u"duplicatespage"; }, patienceMilliseconds));
+    QVERIFY(QTest::qWaitFor([&] { return driver.page() == u"duplicatespage"; }, timeoutMilliseconds));
     clock.endStage("scan, delivery");
-    QVERIFY(driver.waitForResults(patienceMilliseconds));
+    QVERIFY(driver.waitForResults(timeoutMilliseconds));
     QTest::qWait(0);
     clock.endStage("open");
-    QCOMPARE(driver.labelText("labelStatsInfo"),
-        u"Total %1 duplicates, %2 files, size 0.00 GB"_s.arg(groups + 1).arg(groups * copies + 2));
-    const qsizetype checkedInFirstBatch = driver.checkedPaths().size();
-    QVERIFY(checkedInFirstBatch >= (groups > 1 ? 20 : copies));
+}
 
+void tst_scale::scrollAndExpand(WindowDriver &driver, StageClock &clock)
+{
     driver.scrollToTheEnd();
-    QCOMPARE(driver.tree()->topLevelItemCount(), groups + 1);
     clock.endStage("scroll");
     driver.tree()->expandAll();
     driver.tree()->scrollToBottom();
     QCoreApplication::processEvents();
     clock.endStage("expand");
+}
 
+void tst_scale::selectAndUnselect(WindowDriver &driver, StageClock &clock, qsizetype checked)
+{
     driver.click("btnSelectAll");
     QCoreApplication::processEvents();
     clock.endStage("select all");
-    QCOMPARE(driver.checkedPaths().size(), checkedInFirstBatch);
+    QCOMPARE(driver.checkedPaths().size(), checked);
     driver.click("btnUnselect");
     QCoreApplication::processEvents();
     clock.endStage("unselect");
     QCOMPARE(driver.checkedPaths(), QStringList());
+}
 
-    // While the small category is shown, the large one keeps its marks, loaded or not.
+void tst_scale::deleteAll(WindowDriver &driver, StageClock &clock, int marked)
+{
     driver.click("btnArchives");
     clock.endStage("other category");
     QCOMPARE(driver.filePaths().size(), 2);
     driver.click("btnSelectAll");
+    // While the archives are shown, the other category keeps its marks, loaded or not.
     driver.click("btnArchives");
     clock.endStage("select all");
     const QList<ShownBox> boxes = driver.clickAndCloseBoxes("btnRemoveSelected");
     clock.endStage("delete");
-    const int deleted = groups * (copies - 1) + 1;
-    QCOMPARE(boxes, QList<ShownBox>{deletionBox(deleted, 0)});
+    QCOMPARE(boxes, QList<ShownBox>{deletionBox(marked, 0)});
     QCOMPARE(driver.tree()->topLevelItemCount(), 0);
-    qsizetype left = 0;
-    for (int i = 0; i < folders; ++i)
-        left += QDir(tree.filePath(QString::number(i))).entryList(QDir::Files).size();
-    QCOMPARE(left, groups + unique + 1);
+}
+
+void tst_scale::handlesManyFiles_data()
+{
+    QTest::addColumn<TreeShape>("shape");
+    const auto row = [](const char *name, const TreeShape &shape) { QTest::newRow(name) << shape; };
+    const QString text = u"txt"_s;
+    const QString picture = u"jpg"_s;
+
+    if (isFullScale()) {
+        row("one flat folder",
+            {.groups = 1000, .copies = 2, .unique = 198'000, .folders = 1, .suffix = text});
+        row("many groups", {.groups = 100'000, .copies = 2, .folders = 1000, .suffix = text});
+        row("many members", {.groups = 1, .copies = 50'000, .folders = 50, .suffix = text});
+        row("many pictures", {.groups = 1, .copies = 50'000, .folders = 50, .suffix = picture});
+    } else {
+        row("one flat folder", {.groups = 50, .copies = 2, .unique = 4900, .folders = 1, .suffix = text});
+        row("many groups", {.groups = 1500, .copies = 2, .folders = 20, .suffix = text});
+        row("many members", {.groups = 1, .copies = 3000, .folders = 10, .suffix = text});
+        row("many pictures", {.groups = 1, .copies = 3000, .folders = 10, .suffix = picture});
+    }
+}
+
+void tst_scale::handlesManyFiles()
+{
+    QFETCH(const TreeShape, shape);
+    const QTemporaryDir tree(folderTemplate());
+    QVERIFY(tree.isValid());
+    writeTree(tree.path(), shape);
+    StageClock clock;
+    WindowDriver driver;
+    driver.setFolders({tree.path()});
+    clock.endStage("start");
+
+    scan(driver, clock);
+    QCOMPARE(driver.labelText("labelStatsInfo"),
+        u"Total %1 duplicates, %2 files, size 0.00 GB"_s.arg(shape.groups + 1)
+            .arg(shape.groups * shape.copies + 2));
+    const qsizetype checkedInFirstBatch = driver.checkedPaths().size();
+    QVERIFY(checkedInFirstBatch >= (shape.groups > 1 ? 20 : shape.copies));
+
+    scrollAndExpand(driver, clock);
+    QCOMPARE(driver.tree()->topLevelItemCount(), shape.groups + 1);
+    selectAndUnselect(driver, clock, checkedInFirstBatch);
+    deleteAll(driver, clock, shape.groups * (shape.copies - 1) + 1);
+    QCOMPARE(fileCount(tree.path(), shape), shape.groups + shape.unique + 1);
 }
 
 /// Scans again and again in one window.
-void tst_scale::holdsNoMoreMemoryFromScanToScan()
+void tst_scale::usesNoMoreMemoryFromScanToScan()
 {
     if (!memoryInUse())
-        QSKIP("Nobody keeps count of this process's memory here");
+        QSKIP("Memory use cannot be measured here");
     const int groups = isFullScale() ? 5000 : 300;
     constexpr int rounds = 20;
     constexpr int warmUp = 3;
@@ -225,7 +214,7 @@ void tst_scale::holdsNoMoreMemoryFromScanToScan()
             const QString name = u"%1.%2"_s.arg(QString::number(i), i % 4 < 2 ? u"jpg"_s : u"txt"_s);
             writeFileQuickly(tree.filePath(name), QByteArray::number(i / 2));
         }
-        QVERIFY(driver.scan(patienceMilliseconds));
+        QVERIFY(driver.scan(timeoutMilliseconds));
         driver.scrollToTheEnd();
         QCOMPARE(driver.tree()->topLevelItemCount(), groups);
         driver.click("btnPictures");

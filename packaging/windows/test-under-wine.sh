@@ -47,7 +47,7 @@ trap end_wine EXIT
 # Wine is slow with windows, and a new file takes it the longer the more its folder holds: what repeats itself is done
 # less often, unless told otherwise.
 export QUILLORY_MODEL_SEQUENCES=${QUILLORY_MODEL_SEQUENCES:-40} QUILLORY_STRESS_ROUNDS=${QUILLORY_STRESS_ROUNDS:-6}
-export QUILLORY_CROWDED_FOLDER=${QUILLORY_CROWDED_FOLDER:-5000}
+export QUILLORY_LARGE_FOLDER=${QUILLORY_LARGE_FOLDER:-5000}
 
 echo "Tests, under Wine:"
 start_wine
