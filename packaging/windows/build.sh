@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the program for Windows on a Debian machine: build/packages/quillory-<version>-windows-x64.zip. See --help.
+# Makes the program for Windows on a Debian machine, as a zip and as an installer. See --help.
 set -euo pipefail
 
 SCRIPT_NAME=packaging/windows/build.sh
@@ -11,11 +11,14 @@ usage() {
     cat <<'TEXT'
 Usage: packaging/windows/build.sh [--test [CTEST-ARGUMENT...]]
 
-Cross-builds the program and packs it with its libraries: build/packages/quillory-<version>-windows-x64.zip.
+Cross-builds the program and packs it with its libraries, into build/packages:
+  quillory-<version>-windows-x64.zip
+  quillory-<version>-windows-x64-setup.exe
 The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about ten minutes on two cores).
 
 --test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
-        on a virtual display. Arguments after it go to ctest: --test -R endToEnd
+        on a virtual display, and installs and removes the program. Arguments after it go to ctest, and leave the
+        installer out: --test -R endToEnd
 
 QUILLORY_JOBS limits the compilers, and the tests, that run at a time (default: one for each core).
 TEXT
@@ -75,4 +78,8 @@ rm -f "$stage/$name.zip"
 "$here/check-zip.sh" "$stage/$name.zip" "$version"
 mv "$stage/$name.zip" "$out/$name.zip"
 echo "$out/$name.zip"
-[[ -z $test ]] || exec "$here/test-under-wine.sh" "$build" "$stage/$name" "$qt" "$@"
+"$here/build-installer.sh" "$stage/$name" "$version" "$out/$name-setup.exe"
+echo "$out/$name-setup.exe"
+[[ $test ]] || exit 0
+"$here/test-under-wine.sh" "$build" "$stage/$name" "$qt" "$@"
+(($#)) || "$here/check-installer.sh" "$out/$name-setup.exe" "$stage/$name" "$version" "$build/wine-installer"

@@ -31,7 +31,7 @@ if ! [[ $program -ef $folder/$name ]]; then
 fi
 
 export FONTCONFIG_FILE=$WINEPREFIX/fonts.conf
-export WINEPREFIX WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
+export WINEPREFIX WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 # Wine hands Qt's variables on under another name only. There is one platform for windows on Windows.
 case ${QT_QPA_PLATFORM:-} in
 xcb* | wayland*) unset QT_QPA_PLATFORM ;;

@@ -21,6 +21,7 @@ render() {
 
 (($# == 0)) || fail "takes no arguments (got: $*)"
 command -v rsvg-convert >/dev/null || fail "rsvg-convert not found (Debian package librsvg2-bin)"
+command -v convert >/dev/null || fail "convert not found (Debian package imagemagick)"
 command -v icotool >/dev/null || fail "icotool not found (Debian package icoutils)"
 mkdir -p "$out/images" "$out/icons" "$out/app-icons" 2>/dev/null ||
     fail "cannot create $out/images, $out/icons and $out/app-icons"
@@ -43,3 +44,7 @@ done
 (cd "$out/app-icons" && icotool --create --output quillory.ico \
     16.png 24.png 32.png 48.png 64.png --raw 128.png --raw ../images/logo.png) ||
     fail "cannot create $out/app-icons/quillory.ico"
+
+# The picture beside the last page of the Windows installer, whose size NSIS prescribes.
+convert -size 164x314 'xc:#eef4ff' \( "$out/images/logo.png" -resize 104x104 \) -gravity center -composite \
+    -dither None -colors 256 -compress none "BMP3:$out/app-icons/installer.bmp" || fail "cannot create $out/app-icons/installer.bmp"

@@ -1,0 +1,162 @@
+#!/usr/bin/env bash
+# Installs, upgrades, starts and removes the program under Wine, and compares files and registry before and after:
+#
+#     packaging/windows/check-installer.sh INSTALLER.exe FOLDER VERSION WINE-PREFIX
+#
+# FOLDER holds what the installer has to install. The Wine prefix is made anew.
+set -euo pipefail
+
+SCRIPT_NAME=check-installer.sh
+here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=packaging/windows/common.sh
+. "$here/common.sh"
+
+(($# == 4)) || fail "say which installer to check, what it installs, its version and which Wine prefix to make"
+[[ -f $1 && -d $2 ]] || fail "there is no installer $1 or no folder $2"
+readonly installer=$1 content=$2 version=$3 root=$here/../..
+mkdir -p "$(dirname -- "$4")"
+prefix=$(realpath -m -- "$4")
+readonly prefix wine64=${QUILLORY_WINE64:-/usr/lib/wine/wine64}
+work=$(mktemp -d)
+end_wine() {
+    WINEPREFIX=$prefix "$(dirname -- "$wine64")/wineserver64" "$1" || true # there may be none
+}
+# shellcheck disable=SC2317 # called by the trap
+clean_up() {
+    end_wine -k
+    rm -rf "$work"
+}
+trap clean_up EXIT
+
+# Types of resources: 14 icons, 16 version, 24 manifest.
+wrestool --extract --raw --type=24 "$installer" >"$work/manifest"
+grep -q 'level="asInvoker"' "$work/manifest" || fail "the installer asks for administrator rights"
+wrestool --extract --raw --type=16 "$installer" | tr -d '\0' >"$work/version"
+grep -aq "ProductVersion.*$version" "$work/version" || fail "the version resource does not say $version"
+wrestool --extract --type=14 "$installer" >"$work/icon"
+icotool --list "$work/icon" 2>/dev/null | grep -q -- '--width=48 ' || fail "the installer has no icon"
+
+# An older version: its program has other bytes, and one of its plugins is gone since.
+mkdir -p "$work/old/plugins"
+echo old | tee "$work/old/quillory.exe" >"$work/old/plugins/dropped.dll"
+"$here/build-installer.sh" "$work/old" 0.0.1 "$work/older.exe"
+
+rm -rf "$prefix"
+mkdir "$work/nothing"
+"$here/make-wine-prefix.sh" "$prefix" "$work/nothing"
+readonly drive=$prefix/drive_c
+cp "$work/older.exe" "$drive/quillory/older.exe"
+cp "$installer" "$drive/quillory/newer.exe"
+mkdir "$drive/two words"
+
+export FONTCONFIG_FILE=$prefix/fonts.conf
+export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+# Until all its processes have ended: an uninstaller continues in a copy of itself.
+run() {
+    local code=0
+    (cd "$drive" && env -u DISPLAY timeout --kill-after=20 120 "$wine64" "$@" </dev/null >"$work/output" 2>&1) || code=$?
+    end_wine -w
+    return "$code"
+}
+expect_code() {
+    local expected=$1 code=0
+    shift
+    run "$@" || code=$?
+    ((code == expected)) || fail "$* ended with exit code $code, not $expected"
+}
+# The names of all files and all values of the registry. Left out: temporary files, where the uninstaller leaves the
+# copy of itself that it runs from, and the drivers, which Wine describes anew at each start.
+state() {
+    (cd "$prefix" && find drive_c drive_d -not -path '*/[Tt]emp*' | LC_ALL=C sort)
+    sed -E '/^#time=/d; s/^(\[.*\]) [0-9]+$/\1/' "$prefix/user.reg"
+    sed -E '/^#time=/d; s/^(\[.*\]) [0-9]+$/\1/' "$prefix/system.reg" |
+        awk '/^\[/ { ours = !/^\[System\\/ } ours'
+}
+expect_state() {
+    state >"$work/now"
+    diff "$1" "$work/now" >"$work/changes" || fail "$2: $(<"$work/changes")"
+}
+registry_has() {
+    grep -qF -- "$1" "$prefix/user.reg"
+}
+expect_menu_entry() {
+    if [[ $1 == on ]]; then
+        registry_has "@=\"\\\"${folder//\\/\\\\}\\\\quillory.exe\\\" \\\"%1\\\"\"" || fail "no context menu entry: $2"
+    else
+        ! registry_has 'Directory\\shell\\Quillory' || fail "there is a context menu entry: $2"
+    fi
+}
+# Compares every byte. Windows sees no difference between upper and lower case, this check does.
+expect_installed() {
+    cp -r "$1" "$work/expected"
+    cp "$2/uninstall.exe" "$work/expected/uninstall.exe" || fail "there is no uninstaller in $2"
+    diff -rq "$work/expected" "$2" >"$work/changes" || fail "installed files differ: $(<"$work/changes")"
+    rm -rf "$work/expected"
+}
+
+# Every user of Windows has these.
+for key in 'HKCU\Software\Classes' 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
+    expect_code 0 reg add "$key" /f
+done
+user=$(find "$drive/users" -mindepth 1 -maxdepth 1 -not -name Public)
+mkdir -p "$user/AppData/Local/Programs"
+readonly user installed=$user/AppData/Local/Programs/Quillory
+folder="C:\\users\\$(basename -- "$user")\\AppData\\Local\\Programs\\Quillory"
+state >"$work/before"
+
+expect_code 0 'C:\quillory\older.exe' /S
+expect_installed "$work/old" "$installed"
+expect_menu_entry off "nobody has asked for it"
+expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=1
+expect_installed "$content" "$installed"
+expect_menu_entry on "/CONTEXTMENU=1 asks for it"
+registry_has "\"DisplayVersion\"=\"$version\"" || fail "Windows does not know that version $version is installed"
+[[ -f $user/AppData/Roaming/Microsoft/Windows/Start\ Menu/Programs/Quillory.lnk ]] || fail "no Start menu entry"
+expect_code 0 'C:\quillory\newer.exe' /S
+expect_menu_entry on "the earlier installation had one"
+state >"$work/installed"
+expect_code 2 'C:\quillory\newer.exe' /S /CONTEXTMENU=yes
+expect_state "$work/installed" "a wrong argument has changed something"
+echo "Installed over an older version: the new files and nothing else; the context menu entry comes and stays as asked"
+
+# Without a display a window is open all the same, which is enough for a file in use.
+(cd "$drive" && exec env -u DISPLAY "$wine64" "$folder\\quillory.exe" >/dev/null 2>&1 </dev/null) &
+for ((i = 0; i < 100; ++i)); do
+    ! "$wine64" tasklist 2>/dev/null | grep -qi quillory.exe || break
+    sleep 0.2
+done
+for program in 'C:\quillory\newer.exe /S' "$folder\\uninstall.exe /S _?=$folder"; do
+    code=0
+    # shellcheck disable=SC2086 # no part of it has a space
+    timeout --kill-after=20 120 "$wine64" $program >/dev/null 2>&1 </dev/null || code=$?
+    ((code == 2)) || fail "$program ended with exit code $code while the program ran, not 2"
+done
+end_wine -k
+end_wine -w
+expect_state "$work/installed" "something has changed while the program ran"
+echo "Refused to replace and to remove the program while it ran"
+
+"$root/tools/with-display.sh" "$root/packaging/start-and-close.sh" "$prefix.png" \
+    "$wine64" "$folder\\quillory.exe" 'C:\two words' || fail "the installed program does not start and end as it should"
+end_wine -k
+end_wine -w
+echo "The installed program starts and ends; its window: $prefix.png"
+
+# Two arguments, because the installer takes no quotes here.
+expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=0 '/D=C:\two' 'words\Quillory'
+expect_menu_entry off "/CONTEXTMENU=0 removes it"
+expect_installed "$content" "$drive/two words/Quillory"
+[[ ! -e $installed ]] || fail "the earlier installation is still in its folder"
+expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=1
+mkdir "$drive/two words/Quillory/man/notes"
+for file in "$drive/two words/Quillory"/{notes.txt,man/notes/notes.txt}; do
+    echo mine >"$file"
+done
+expect_code 0 'C:\two words\Quillory\uninstall.exe' /S
+for file in "$drive/two words/Quillory"/{notes.txt,man/notes/notes.txt}; do
+    [[ $(<"$file") == mine ]] || fail "$file of the user is gone"
+    rm "$file"
+done
+rmdir "$drive/two words/Quillory"/{man/notes,man,}
+expect_state "$work/before" "the uninstaller has left or removed something"
+echo "$(basename -- "$installer"): installed, upgraded, started, moved, removed; the user's files stay, nothing else is left"
