@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Tries what release.sh refuses, in a clone of the commit that is checked out: packaging/check-release.sh
+# Checks that release.sh refuses contradictory states, in a clone of the commit that is checked out: packaging/check-release.sh
 set -euo pipefail
 
 fail() {
@@ -55,4 +55,4 @@ expect_refusal "a version whose tag is another commit" 'published already'
 mkdir "$work/results"
 ! packaging/release.sh "$work/results" >"$work/output" 2>&1 || fail "it does not refuse a folder that exists"
 grep -q 'exists already' "$work/output" || fail "it refuses a folder for another reason: $(<"$work/output")"
-echo "release.sh refuses what it has to"
+echo "release.sh refuses every contradictory state"

@@ -51,12 +51,12 @@ icon=$(sed -n 's/^Icon=//p' "$entry")
 for file in 48x48/apps/"$icon".png scalable/apps/"$icon".svg; do
     [[ -f $work/content/usr/share/icons/hicolor/$file ]] || fail "the package has no icon $file"
 done
-# "cid-maybe-not-rdns" is about the top-level domain of the homepage, which the identifier has to begin with.
+# The identifier begins with the domain of the homepage, whose last part appstreamcli does not know: cid-maybe-not-rdns.
 appstreamcli validate --no-net --pedantic "$work"/content/usr/share/metainfo/*.xml >"$work/appstream" 2>&1 || {
     cat "$work/appstream" >&2
     fail "the catalogue entry is invalid"
 }
-! grep -E '^[EWIP]: ' "$work/appstream" | grep -v ' cid-maybe-not-rdns ' || fail "the catalogue entry has flaws"
+! grep -E '^[EWIP]: ' "$work/appstream" | grep -v ' cid-maybe-not-rdns ' || fail "appstreamcli reports problems in the catalogue entry"
 [[ $("$work/content/usr/bin/$program" --version) == "Quillory $version" ]] ||
     fail "the program does not print version $version"
 grep -q "<release version=\"$version\"" "$work"/content/usr/share/metainfo/*.xml ||
@@ -70,7 +70,7 @@ for file in bin/quillory-cli share/man/man1/quillory-cli.1.gz share/bash-complet
 done
 for page in quillory quillory-cli; do
     man --warnings --encoding=UTF-8 --local-file "$work/content/usr/share/man/man1/$page.1.gz" >/dev/null 2>"$work/man"
-    [[ ! -s $work/man ]] || fail "the manual page of $page has flaws: $(<"$work/man")"
+    [[ ! -s $work/man ]] || fail "man reports problems in the manual page of $page: $(<"$work/man")"
 done
 lintian_options=(--pedantic --display-info --fail-on "error,warning,info,pedantic")
 ((EUID != 0)) || lintian_options+=(--allow-root)

@@ -24,7 +24,7 @@ quietly() {
         fail "$* failed"
     }
 }
-# Without the records of dpkg and apt, which tell of every package that was there once.
+# Leaves out the records of dpkg and apt, which change with every installation.
 files() {
     (cd "$root" && find . -xdev \( -path ./proc -o -path ./sys -o -path ./dev -o -path ./run -o -path ./tmp -o \
         -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache \) -prune -o -print | LC_ALL=C sort)
@@ -49,11 +49,11 @@ code=0
 "${as_user[@]}" bash -c '. /usr/share/bash-completion/completions/quillory-cli && complete -p quillory-cli' \
     >/dev/null || fail "bash has no completions for quillory-cli"
 "$here/../../tools/with-display.sh" "$here/../start-and-close.sh" "$picture" "${as_user[@]}" quillory /tmp/user/files ||
-    fail "the installed program does not start and end as it should"
+    fail "the installed program does not start and exit correctly"
 
 rm -rf "$root/tmp/user/files"
 [[ -z $(find "$root/tmp/user" -type f) ]] || fail "files in the home folder: $(find "$root/tmp/user" -type f)"
 quietly in_root dpkg --purge quillory
 files >"$root/tmp/after"
 diff "$root/tmp/before" "$root/tmp/after" >"$root/tmp/log" || fail "left or removed: $(<"$root/tmp/log")"
-echo "$(basename -- "$package"): installed in a fresh Debian, started, closed, removed, nothing left behind"
+echo "$(basename -- "$package"): installed in a fresh Debian, started, closed, removed, nothing remained"

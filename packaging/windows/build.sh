@@ -66,7 +66,9 @@ stage=$build/stage
 rm -rf "$stage"
 logged "$build/install.log" "packing" cmake --install "$build" --prefix "$stage/$name" --strip
 for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/q{gif,ico,jpeg,webp}; do
-    install -D -m 755 "$qt/plugins/$plugin.dll" "$stage/$name/$plugin.dll" || fail "Qt has no plugin $plugin"
+    # Stripping also replaces the time of Qt's build by SOURCE_DATE_EPOCH.
+    install -D -m 755 --strip --strip-program=x86_64-w64-mingw32-strip "$qt/plugins/$plugin.dll" \
+        "$stage/$name/$plugin.dll" || fail "Qt has no plugin $plugin"
 done
 "$here/add-libraries.sh" "$stage/$name" "$qt/bin"
 "$here/add-licences.sh" "$stage/$name" "$qt"

@@ -86,7 +86,7 @@ expect_menu_entry() {
         ! registry_has 'Directory\\shell\\Quillory' || fail "there is a context menu entry: $2"
     fi
 }
-# Compares every byte. Windows sees no difference between upper and lower case, this check does.
+# Compares names, with upper and lower case, and all bytes.
 expect_installed() {
     cp -r "$1" "$work/expected"
     cp "$2/uninstall.exe" "$work/expected/uninstall.exe" || fail "there is no uninstaller in $2"
@@ -106,7 +106,7 @@ state >"$work/before"
 
 expect_code 0 'C:\quillory\older.exe' /S
 expect_installed "$work/old" "$installed"
-expect_menu_entry off "nobody has asked for it"
+expect_menu_entry off "it is off by default"
 expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=1
 expect_installed "$content" "$installed"
 expect_menu_entry on "/CONTEXTMENU=1 asks for it"
@@ -117,7 +117,7 @@ expect_menu_entry on "the earlier installation had one"
 state >"$work/installed"
 expect_code 2 'C:\quillory\newer.exe' /S /CONTEXTMENU=yes
 expect_state "$work/installed" "a wrong argument has changed something"
-echo "Installed over an older version: the new files and nothing else; the context menu entry comes and stays as asked"
+echo "Upgraded an older version: exactly the new files; the context menu entry obeys /CONTEXTMENU and survives upgrades"
 
 # Without a display a window is open all the same, which is enough for a file in use.
 (cd "$drive" && exec env -u DISPLAY "$wine64" "$folder\\quillory.exe" >/dev/null 2>&1 </dev/null) &
@@ -134,10 +134,10 @@ done
 end_wine -k
 end_wine -w
 expect_state "$work/installed" "something has changed while the program ran"
-echo "Refused to replace and to remove the program while it ran"
+echo "While the program runs, installer and uninstaller refuse and change nothing"
 
 "$root/tools/with-display.sh" "$root/packaging/start-and-close.sh" "$prefix.png" \
-    "$wine64" "$folder\\quillory.exe" 'C:\two words' || fail "the installed program does not start and end as it should"
+    "$wine64" "$folder\\quillory.exe" 'C:\two words' || fail "the installed program does not start and exit correctly"
 end_wine -k
 end_wine -w
 echo "The installed program starts and ends; its window: $prefix.png"
@@ -158,5 +158,5 @@ for file in "$drive/two words/Quillory"/{notes.txt,man/notes/notes.txt}; do
     rm "$file"
 done
 rmdir "$drive/two words/Quillory"/{man/notes,man,}
-expect_state "$work/before" "the uninstaller has left or removed something"
-echo "$(basename -- "$installer"): installed, upgraded, started, moved, removed; the user's files stay, nothing else is left"
+expect_state "$work/before" "the uninstaller left or removed something else"
+echo "$(basename -- "$installer"): installed, upgraded, started, moved, removed; only the user's files remained"
