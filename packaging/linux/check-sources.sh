@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Tries what docs/installing.md says about the sources: installing and removing without a package, and the use inside
-# another CMake project. Takes what build.sh has built: packaging/linux/check-sources.sh
+# Checks what docs/installing.md says about the sources: installing and removing without a package, and the use inside
+# another CMake project. It installs what build.sh has built: packaging/linux/check-sources.sh
 set -euo pipefail
 
 fail() {
@@ -28,11 +28,11 @@ xargs rm <build/deb/install_manifest.txt
 left=$(find "$work/prefix" -not -type d)
 [[ -z $left ]] || fail "the install manifest does not name ${left//$'\n'/ }"
 
-logged cmake -G Ninja -S tests/subproject -B "$work/embedding" -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_INSTALL_PREFIX="$work/embedded"
-logged cmake --build "$work/embedding" --target embedding
-logged "$work/embedding/embedding"
-ctest --test-dir "$work/embedding" --show-only | grep -qx 'Total Tests: 0' || fail "a subproject brings its tests along"
-logged cmake --install "$work/embedding"
+readonly embedding=build/embedding
+logged cmake -G Ninja -S tests/subproject -B "$embedding" -DCMAKE_BUILD_TYPE=Debug
+logged cmake --build "$embedding" --target embedding
+logged "$embedding/embedding"
+ctest --test-dir "$embedding" --show-only | grep -qx 'Total Tests: 0' || fail "a subproject brings its tests along"
+logged cmake --install "$embedding" --prefix "$work/embedded"
 [[ ! -e $work/embedded ]] || fail "a subproject installs files"
 echo "The sources: installed, removed, and built inside another project"
