@@ -59,7 +59,7 @@ int reportUnknownWord(const QString &word)
     QString hint = didYouMean(word, words);
     if (hint.isEmpty())
         hint = didYouMean(u"--"_s + word, words);
-    return reportWrongUsage({u"unknown %1 \"%2\"%3"_s.arg(kind, word, hint)}, {});
+    return reportWrongUsage({u"unknown %1 %2%3"_s.arg(kind, word, hint)}, {});
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/Version.h"
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/FilePath.h"
 #include "cli/FindOptions.h"
 #include "cli/Interruption.h"
 #include "cli/JsonReport.h"
@@ -16,13 +17,18 @@
 #include "cli/SizeText.h"
 #include "cli/UniqueFiles.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
 #include <algorithm>
+#include <utility>
 
 using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// What a search has found, and what it could not read.
+/// The result of a search.
 struct Findings
 {
     Report report;
@@ -34,13 +40,28 @@ bool isProgressShown(ProgressWish wish)
     return wish == ProgressWish::Always || (wish == ProgressWish::Auto && isTerminal(Stream::Error));
 }
 
-/// Sorted by path; a folder that was searched twice is told of once.
+/// The same for all paths to one file or folder.
+QString resolved(const QString &path)
+{
+    const QFileInfo file(asFilePath(path));
+    const QString canonical = file.canonicalFilePath();
+    return canonical.isEmpty() ? QDir::cleanPath(file.absoluteFilePath()) : canonical;
+}
+
+/// Sorted by path. Folders can be searched twice, by different paths.
 QList<UnreadablePath> withoutRepetitions(QList<UnreadablePath> unreadable)
 {
     std::ranges::sort(unreadable, comesBefore, &UnreadablePath::path);
-    const auto isRepeated = [](const UnreadablePath &a, const UnreadablePath &b) { return a.path == b.path; };
-    unreadable.erase(std::unique(unreadable.begin(), unreadable.end(), isRepeated), unreadable.end());
-    return unreadable;
+    QList<UnreadablePath> unique;
+    QSet<QString> seen;
+    for (UnreadablePath &each : unreadable) {
+        const QString path = resolved(each.path);
+        if (seen.contains(path))
+            continue;
+        seen.insert(path);
+        unique.append(std::move(each));
+    }
+    return unique;
 }
 
 ReportSummary summaryOf(const QList<ReportGroup> &groups)
@@ -70,10 +91,10 @@ Findings search(const FindOptions &options, ProgressDisplay &progress)
             .abandoned = interrupted});
     if (interrupted())
         return {};
-    // Where no two files have the same size, nothing was compared.
+    // If all sizes differ, nothing was compared and nothing reported.
     progress.showBytes(0, 0);
 
-    const bool forPeople = options.format == ReportFormat::Text || options.format == ReportFormat::Paths;
+    const bool isAbsolute = options.format == ReportFormat::Json || options.format == ReportFormat::Csv;
     Findings findings;
     findings.unreadable = withoutRepetitions(survey.unreadable + contents.unreadable);
     Report &report = findings.report;
@@ -81,7 +102,7 @@ Findings search(const FindOptions &options, ProgressDisplay &progress)
     report.created = QDateTime::currentDateTimeUtc();
     report.folders = folders.absolute();
     report.groups = reportGroups(
-        contents.groups, unique, folders, options.keep, forPeople ? PathForm::AsGiven : PathForm::Absolute);
+        contents.groups, unique, folders, options.keep, isAbsolute ? PathForm::Absolute : PathForm::AsGiven);
     report.summary = summaryOf(report.groups);
     report.summary.files = files;
     report.summary.unreadable = findings.unreadable.size();
@@ -90,7 +111,7 @@ Findings search(const FindOptions &options, ProgressDisplay &progress)
     return findings;
 }
 
-/// Tells of everything that the report cannot vouch for.
+/// Prints what the search left out, and that files may differ if the report cannot say so.
 ExitCode printProblems(const FindOptions &options, const Findings &findings)
 {
     for (const UnreadablePath &unreadable : findings.unreadable)
@@ -126,8 +147,8 @@ ExitCode writeReport(const FindOptions &options, const Report &report, ReportOut
 ExitCode find(const FindOptions &options)
 {
     ReportOutput output(options.outputFile);
-    if (const QString obstacle = output.obstacle(); !obstacle.isEmpty()) {
-        printMessage(u"cannot write %1: %2"_s.arg(options.outputFile, obstacle));
+    if (const auto obstacle = output.obstacle()) {
+        printMessage(u"cannot write %1: %2"_s.arg(options.outputFile, *obstacle));
         return ExitFailed;
     }
     ProgressDisplay progress(isProgressShown(options.progress));
@@ -139,8 +160,8 @@ ExitCode find(const FindOptions &options)
     }
     const ExitCode read = printProblems(options, findings);
     const ExitCode written = writeReport(options, findings.report, output);
-    const bool fails = options.failOnDuplicates && !findings.report.groups.isEmpty();
-    return moreSerious(moreSerious(read, written), fails ? ExitDuplicatesFound : ExitDone);
+    const bool isFailure = options.failOnDuplicates && !findings.report.groups.isEmpty();
+    return moreSerious(moreSerious(read, written), isFailure ? ExitDuplicatesFound : ExitDone);
 }
 
 } // namespace

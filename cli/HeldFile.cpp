@@ -8,13 +8,13 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Why \a path cannot come from a report of this program.
+/// An obstacle if \a path cannot come from a report of this program.
 std::optional<Obstacle> badPath(const QString &path)
 {
-    // The system would take the part before a NUL for the path.
+    // The system would ignore a NUL and all that follows.
     if (path.contains(QChar::Null) || !path.isValidUtf16())
         return Obstacle{Obstacle::Kind::NotAsReported, u"its path is no valid text"_s};
-    // A path like "\\x" or "c:x" of Windows depends on the current drive or folder.
+    // On Windows, "\\x" depends on the current drive and "c:x" on the current folder.
     if (!QDir::isAbsolutePath(path))
         return Obstacle{Obstacle::Kind::NotAsReported, u"its path is not absolute"_s};
     return std::nullopt;
@@ -22,7 +22,7 @@ std::optional<Obstacle> badPath(const QString &path)
 
 } // namespace
 
-HeldFile::HeldFile(const QString &path, const std::function<bool()> &abandoned)
+HeldFile::HeldFile(const QString &path, const AbandonCheck &abandoned)
     : m_path(path)
     , m_obstacle(badPath(path))
 {

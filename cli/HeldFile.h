@@ -1,35 +1,35 @@
 #pragma once
 
 #include "cli/Obstacle.h"
+#include "scan/AbandonCheck.h"
 #include "scan/FileSurvey.h"
 
 #include <QFile>
 #include <QString>
 
-#include <functional>
 #include <optional>
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #endif
 
-/// Identity of the entry at \a path, links not followed; nothing when there is none.
+/// Identity of the entry at \a path. Does not follow a link at its end. Nothing if there is no entry.
 [[nodiscard]] std::optional<FileIdentity> identityAt(const QString &path);
 
-/// A regular file held open for reading, together with the folder that holds its name.
+/// A regular file that is open for reading, together with its folder.
 ///
-/// It stays the same file when its path leads elsewhere afterwards. Links are followed in the folders of the
-/// path, never at its end.
+/// It stays the same file if its path leads to another file later. Links are followed in the folders of the
+/// path, never at its end. Any one thread.
 class HeldFile
 {
 public:
-    /// Opens the file at \a path, which must be absolute. Another program may have to give up a lease on it
-    /// first; \a abandoned is asked meanwhile.
-    HeldFile(const QString &path, const std::function<bool()> &abandoned);
+    /// Opens the file at \a path, which must be absolute. Waits while another program holds a lease on the
+    /// file, until \a abandoned returns true.
+    HeldFile(const QString &path, const AbandonCheck &abandoned);
     ~HeldFile();
     Q_DISABLE_COPY_MOVE(HeldFile)
 
-    /// Why the file could not be opened. If there is an obstacle, nothing else may be asked.
+    /// Why the file could not be opened. If there is an obstacle, only path() may be called.
     [[nodiscard]] const std::optional<Obstacle> &obstacle() const
     {
         return m_obstacle;
@@ -41,12 +41,12 @@ public:
     }
 
     [[nodiscard]] FileIdentity identity() const;
-    /// Bytes, when the file was opened.
+    /// Size in bytes when the file was opened.
     [[nodiscard]] qint64 size() const;
-    /// Number of names, when the file was opened.
+    /// Number of names when the file was opened.
     [[nodiscard]] quint64 links() const;
 
-    /// Open for reading, unbuffered.
+    /// The open file, unbuffered.
     [[nodiscard]] QFile &content()
     {
         return m_content;
@@ -56,26 +56,27 @@ public:
         return m_content;
     }
 
-    /// Why the path does not lead to this file any more, or that the file changed since it was opened.
+    /// An obstacle if the path leads to another file or if the file has changed since it was opened.
     [[nodiscard]] std::optional<Obstacle> change() const;
 
-    /// Why the names in the file's folder cannot be changed, as far as the system tells beforehand.
+    /// An obstacle if the user may not change the names in the file's folder. Always nothing on Windows,
+    /// where only the action itself shows it.
     [[nodiscard]] std::optional<Obstacle> lockedFolder() const;
 
 #ifdef Q_OS_UNIX
-    /// Descriptor of the folder, for the calls that end in "at".
+    /// Descriptor of the folder, for system calls such as unlinkat().
     [[nodiscard]] int folder() const
     {
         return m_folder;
     }
 
-    /// The file's own name, as the system knows it.
+    /// The last part of the path in the encoding of the file system.
     [[nodiscard]] QByteArray name() const
     {
         return m_name;
     }
 
-    /// What the system told about the file, when the file was opened.
+    /// Status of the file when it was opened.
     [[nodiscard]] const struct stat &status() const
     {
         return m_status;
@@ -83,7 +84,7 @@ public:
 #endif
 
 private:
-    std::optional<Obstacle> open(const std::function<bool()> &abandoned);
+    [[nodiscard]] std::optional<Obstacle> open(const AbandonCheck &abandoned);
 
     const QString m_path;
     QFile m_content;
@@ -92,7 +93,7 @@ private:
     int m_folder = -1;
     struct stat m_status = {};
 #else
-    /// What the system told about the file when it was opened.
+    /// Status of the file when it was opened.
     struct Facts
     {
         FileIdentity identity;

@@ -14,7 +14,7 @@ using Qt::StringLiterals::operator""_s;
 namespace {
 
 #ifdef O_PATH
-/// A folder may be entered without the right to list it.
+/// Works without the permission to list the folder.
 constexpr int openFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
 #else
 constexpr int openFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
@@ -40,12 +40,12 @@ bool isSameTime(const timespec &a, const timespec &b)
     return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
-/// Opens the regular file \a name for reading. Neither follows a link nor waits for the other end of a pipe
-/// that takes its place at this moment; waits until a program that holds a lease on the file gives it up.
-int openForReading(int folder, const QByteArray &name, const std::function<bool()> &abandoned)
+/// Opens the regular file \a name for reading. Does not follow a link and does not block on a pipe that takes
+/// its place at this moment. Waits while another program holds a lease on the file.
+int openForReading(int folder, const QByteArray &name, const AbandonCheck &abandoned)
 {
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK;
-    // The kernel ends leases by force after /proc/sys/fs/lease-break-time, 45 seconds by default.
+    // The kernel breaks a lease after /proc/sys/fs/lease-break-time, 45 seconds by default.
     constexpr std::chrono::milliseconds leasePoll{20};
     while (true) {
         const int file = ::openat(folder, name.constData(), flags);
@@ -71,7 +71,7 @@ HeldFile::~HeldFile()
         ::close(m_folder);
 }
 
-std::optional<Obstacle> HeldFile::open(const std::function<bool()> &abandoned)
+std::optional<Obstacle> HeldFile::open(const AbandonCheck &abandoned)
 {
     const QByteArray path = QFile::encodeName(m_path);
     const qsizetype slash = path.lastIndexOf('/');
@@ -79,7 +79,7 @@ std::optional<Obstacle> HeldFile::open(const std::function<bool()> &abandoned)
     m_folder = ::open(path.first(slash + 1).constData(), openFolder);
     if (m_folder < 0)
         return lastError();
-    // Devices and pipes are told by their names: opening one can do something.
+    // Checked before opening: opening a device or a pipe can have effects.
     if (::fstatat(m_folder, m_name.constData(), &m_status, AT_SYMLINK_NOFOLLOW) != 0)
         return lastError();
     if (S_ISLNK(m_status.st_mode))
@@ -118,7 +118,8 @@ std::optional<Obstacle> HeldFile::change() const
     struct stat held = {};
     if (::fstat(m_content.handle(), &held) != 0)
         return lastError();
-    // The path first, in which a folder may have been swapped; then the name that will be acted on.
+    // Checks the path, in which a folder may have been replaced, and the name in the open folder, which the
+    // action uses.
     const std::optional<FileIdentity> atPath = identityAt(m_path);
     struct stat atName = {};
     if (::fstatat(m_folder, m_name.constData(), &atName, AT_SYMLINK_NOFOLLOW) != 0)

@@ -32,7 +32,7 @@ FileIdentity identityOf(const BY_HANDLE_FILE_INFORMATION &facts)
     return {facts.dwVolumeSerialNumber, joined(facts.nFileIndexHigh, facts.nFileIndexLow)};
 }
 
-/// Opens the entry at \a path itself, also where it is a link or a junction.
+/// Opens the entry at \a path. Does not follow a link or a junction.
 HANDLE openEntry(const QString &path, DWORD access, DWORD sharing)
 {
     return ::CreateFileW(nativePath(path).c_str(), access, sharing, nullptr, OPEN_EXISTING,
@@ -62,12 +62,12 @@ std::optional<FileIdentity> identityAt(const QString &path)
 
 HeldFile::~HeldFile() = default;
 
-std::optional<Obstacle> HeldFile::open(const std::function<bool()> & /*abandoned*/)
+std::optional<Obstacle> HeldFile::open(const AbandonCheck & /*abandoned*/)
 {
     // Windows would open the file without the separator.
     if (m_path.endsWith(u'/') || m_path.endsWith(u'\\'))
         return systemObstacle(ERROR_FILE_NOT_FOUND);
-    // Nobody can write to the file while it is held.
+    // Without FILE_SHARE_WRITE, no program can write to the file while it is open here.
     const HANDLE handle = openEntry(m_path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE);
     if (handle == INVALID_HANDLE_VALUE)
         return lastError();
@@ -117,6 +117,6 @@ std::optional<Obstacle> HeldFile::change() const
 
 std::optional<Obstacle> HeldFile::lockedFolder() const
 {
-    // Permissions of Windows are known only once the action is tried.
+    // Windows reports missing permissions only when the action is tried.
     return std::nullopt;
 }

@@ -8,7 +8,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Letters to leave out, add, change or swap with their neighbour to make one of the other.
+/// Number of letters to remove, add, change or swap with a neighbour to turn \a from into \a to.
 qsizetype editDistance(QStringView from, QStringView to)
 {
     const auto width = static_cast<std::size_t>(to.size()) + 1;
@@ -33,13 +33,13 @@ qsizetype editDistance(QStringView from, QStringView to)
     return last.back();
 }
 
-/// How far a word may be from what was typed: two slips in a word of six letters.
-qsizetype farthest(const QString &word)
+/// Largest edit distance at which a word is near: two in a word of six letters.
+qsizetype largestDistance(const QString &word)
 {
     return (word.size() + 2) / 4 + (word.size() > 2 ? 0 : -1);
 }
 
-/// Whether enough of \a candidate was typed to tell it from others.
+/// Whether \a candidate begins with \a word and \a word is long enough to be meant.
 bool isBeginning(const QString &word, const QString &candidate)
 {
     constexpr qsizetype fewestLetters = 2;
@@ -48,14 +48,14 @@ bool isBeginning(const QString &word, const QString &candidate)
 
 } // namespace
 
-QString nearestWord(const QString &word, const QStringList &words)
+std::optional<QString> nearestWord(const QString &word, const QStringList &words)
 {
-    QString nearest;
+    std::optional<QString> nearest;
     qsizetype nearestDistance = std::numeric_limits<qsizetype>::max();
     for (const QString &candidate : words) {
         const bool begins = isBeginning(word, candidate);
         const qsizetype distance = begins ? 1 : editDistance(word.toLower(), candidate);
-        if (distance < nearestDistance && (begins || distance <= farthest(word))) {
+        if (distance < nearestDistance && (begins || distance <= largestDistance(word))) {
             nearest = candidate;
             nearestDistance = distance;
         }
@@ -65,6 +65,6 @@ QString nearestWord(const QString &word, const QStringList &words)
 
 QString didYouMean(const QString &word, const QStringList &words)
 {
-    const QString nearest = nearestWord(word, words);
-    return nearest.isEmpty() ? QString() : u" (did you mean %1?)"_s.arg(nearest);
+    const auto nearest = nearestWord(word, words);
+    return nearest ? u" (did you mean %1?)"_s.arg(*nearest) : QString();
 }

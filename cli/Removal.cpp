@@ -1,13 +1,11 @@
 #include "cli/Removal.h"
 
 #include "analysis/ContentEquality.h"
-#include "cli/FilePath.h"
 #include "cli/HeldFile.h"
+#include "cli/JournalObjection.h"
 #include "cli/Leftovers.h"
 #include "cli/Obstacle.h"
 #include "cli/SizeText.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -25,7 +23,7 @@ Obstacle aboutKeptFile(const QString &kept, const Obstacle &obstacle)
     return {obstacle.kind, u"the kept file %1: %2"_s.arg(kept, obstacle.reason)};
 }
 
-/// "trashed", "would trash".
+/// "trashed" with --apply, else "would trash".
 QString verb(const RemovalOptions &options)
 {
     if (!options.apply)
@@ -53,6 +51,8 @@ ExitCode Removal::run()
     }
     if (std::ranges::all_of(m_report.groups, [this](const ReportGroup &group) { return handleGroup(group); }))
         printSummary();
+    else if (m_exitCode == ExitInterrupted)
+        m_callbacks.printError(u"interrupted: "_s + summary());
     return m_exitCode;
 }
 
@@ -60,33 +60,21 @@ bool Removal::openJournal()
 {
     if (m_options.journal.isEmpty())
         return true;
-    std::optional<QString> reason;
-    if (isListed(m_options.journal))
-        reason = u"it is a file of the report"_s;
-    else
-        reason = m_journal.emplace(m_options.journal).open();
+    const auto objection = journalObjection(m_options.journal, m_options.reportFile, m_report);
+    const auto reason = objection ? objection : m_journal.emplace(m_options.journal).open();
     if (reason)
         m_callbacks.printError(u"cannot write the journal %1: %2"_s.arg(m_options.journal, *reason));
     return !reason;
 }
 
-bool Removal::isListed(const QString &path) const
-{
-    const auto identity = identityAt(QFileInfo(asFilePath(path)).canonicalFilePath());
-    return identity && std::ranges::any_of(m_report.groups, [&](const ReportGroup &group) {
-        return std::ranges::any_of(
-            group.files, [&](const ReportFile &file) { return identityAt(file.path) == identity; });
-    });
-}
-
 bool Removal::handleGroup(const ReportGroup &group)
 {
     m_isGroupPrinted = false;
-    if (group.kept < 0)
-        m_exitCode = moreSerious(m_exitCode, ExitRefused);
-    return std::ranges::all_of(group.files, [&](const ReportFile &file) {
-        return file.action != FileAction::Remove || handleFile(group, file.path);
-    });
+    const auto isMarked = [](const ReportFile &file) { return file.action == FileAction::Remove; };
+    if (group.kept < 0 && std::ranges::none_of(group.files, isMarked))
+        refuseGroup(group);
+    return std::ranges::all_of(
+        group.files, [&](const ReportFile &file) { return !isMarked(file) || handleFile(group, file.path); });
 }
 
 bool Removal::handleFile(const ReportGroup &group, const QString &path)
@@ -207,6 +195,13 @@ void Removal::refuse(const QString &path, const Obstacle &obstacle)
     m_callbacks.printRefusal(u"refused: %1: %2"_s.arg(path, obstacle.reason));
 }
 
+void Removal::refuseGroup(const ReportGroup &group)
+{
+    const auto number = std::distance(m_report.groups.constData(), &group) + 1;
+    m_exitCode = moreSerious(m_exitCode, ExitRefused);
+    m_callbacks.printRefusal(u"refused: group %1: it names no kept file"_s.arg(number));
+}
+
 bool Removal::printDone(const ReportGroup &group, const QString &path)
 {
     const bool isPrinted =
@@ -220,10 +215,13 @@ bool Removal::printDone(const ReportGroup &group, const QString &path)
 
 void Removal::printSummary()
 {
-    QString line =
-        u"%1 %2, %3"_s.arg(verb(m_options), counted(m_doneCount, u"file"_s), sizeText(m_doneBytes));
-    if (!m_options.apply)
-        line += u"; nothing was touched (--apply does it)"_s;
-    if (!m_callbacks.print(line))
+    if (!m_callbacks.print(summary()))
         m_exitCode = moreSerious(m_exitCode, ExitFailed);
+}
+
+QString Removal::summary() const
+{
+    const QString files = counted(m_doneCount, u"file"_s);
+    const QString outcome = u"%1 %2, %3"_s.arg(verb(m_options), files, sizeText(m_doneBytes));
+    return m_options.apply ? outcome : outcome + u"; nothing was touched (--apply does it)"_s;
 }

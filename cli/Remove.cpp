@@ -15,14 +15,16 @@ namespace {
 /// Prints why there is no report to work on. Returns the exit code.
 int reportUnusable(const QString &path, const Obstacle &obstacle)
 {
-    if (obstacle.kind == Obstacle::Kind::Interrupted)
+    if (obstacle.kind == Obstacle::Kind::Interrupted) {
+        printMessage(u"interrupted: nothing was touched"_s);
         return ExitInterrupted;
+    }
     const QString name = path == u"-" ? u"from standard input"_s : path;
     printMessage(u"cannot use the report %1: %2"_s.arg(name, obstacle.reason));
     return ExitFailed;
 }
 
-/// Memory for the text of the report is free again when this returns.
+/// Reads and parses the report. The memory of its text is free when this returns.
 std::variant<Report, Obstacle> readReport(const QString &path)
 {
     const auto bytes = readReportBytes(path, interrupted);
@@ -37,7 +39,7 @@ std::variant<Report, Obstacle> readReport(const QString &path)
 int carryOut(const Report &report, const RemovalOptions &options)
 {
     const auto print = [](const QString &line) {
-        // Nobody may read standard output any more; the action that was just done is still told.
+        // Standard output may block forever if its reader was interrupted too.
         if (interrupted()) {
             printLine(line);
             return true;
@@ -73,5 +75,6 @@ int runRemove(const QStringList &arguments)
     return carryOut(std::get<Report>(report),
         {.apply = given.has(u"apply"_s),
             .action = removalActionNamed(given.value(u"action"_s)).value_or(RemovalAction::Trash),
-            .journal = given.value(u"journal"_s)});
+            .journal = given.value(u"journal"_s),
+            .reportFile = path == u"-" ? QString() : path});
 }

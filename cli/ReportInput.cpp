@@ -28,7 +28,8 @@ Obstacle noReport(const QString &reason)
     return {Obstacle::Kind::System, reason};
 }
 
-/// Opens \a path so that a pipe nobody writes to yet is not waited for.
+/// Opens \a path, or standard input for "-". Does not block on a pipe without a writer. Returns the reason
+/// for a failure.
 std::optional<QString> openInput(QFile &file, const QString &path)
 {
 #ifdef Q_OS_UNIX
@@ -59,8 +60,8 @@ std::optional<QString> openInput(QFile &file, const QString &path)
 #endif
 }
 
-/// Waits until there is something to read. False when \a abandoned says so first.
-bool waitForInput([[maybe_unused]] const QFile &file, const std::function<bool()> &abandoned)
+/// Waits until there is something to read. False if \a abandoned returns true first.
+bool waitForInput([[maybe_unused]] const QFile &file, const AbandonCheck &abandoned)
 {
 #ifdef Q_OS_UNIX
     constexpr int pollInterval = 100; // ms
@@ -78,7 +79,7 @@ bool waitForInput([[maybe_unused]] const QFile &file, const std::function<bool()
 
 enum class Beginning { Object, Other, Unknown };
 
-/// What \a bytes, the first ones of more, begin.
+/// Whether \a bytes, the first ones of the input, begin a JSON object. Unknown if they are too few.
 Beginning beginningOf(QByteArrayView bytes)
 {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
@@ -94,8 +95,7 @@ Beginning beginningOf(QByteArrayView bytes)
 
 } // namespace
 
-std::variant<QByteArray, Obstacle> readReportBytes(
-    const QString &path, const std::function<bool()> &abandoned)
+std::variant<QByteArray, Obstacle> readReportBytes(const QString &path, const AbandonCheck &abandoned)
 {
     QFile file;
     if (const auto reason = openInput(file, path))
@@ -113,7 +113,7 @@ std::variant<QByteArray, Obstacle> readReportBytes(
             return noReport(file.errorString());
         if (block.isEmpty())
             break;
-        // Most files that are no text hold a NUL near their beginning.
+        // Most binary files contain a NUL near their beginning.
         if (block.contains('\0'))
             return noReport(u"it is no text"_s);
         bytes += block;

@@ -1,19 +1,18 @@
 #pragma once
 
 #include "cli/Obstacle.h"
+#include "scan/AbandonCheck.h"
 
 #include <QByteArray>
 #include <QString>
 
-#include <functional>
 #include <variant>
 
-/// Largest report that is read, in bytes. A file takes about 200 bytes and its path in a report, so a
-/// million files with long paths fit; reading takes about four times as much memory.
+/// Largest report that is read, in bytes. A file takes its path and about 200 bytes in a report, so a million
+/// files with long paths fit. Parsing takes about four times as much memory.
 inline constexpr qint64 largestReport = 512LL * 1024 * 1024;
 
-/// Reads the report at \a path, or standard input for "-". What does not begin like a JSON object, what is
-/// no text, and what is too large is refused before it is read to its end. \a abandoned is asked while
-/// reading waits.
+/// Reads the report at \a path, or standard input for "-". Stops early if the input does not begin like a
+/// JSON object, is no text, or is too large, and as soon as \a abandoned returns true.
 [[nodiscard]] std::variant<QByteArray, Obstacle> readReportBytes(
-    const QString &path, const std::function<bool()> &abandoned);
+    const QString &path, const AbandonCheck &abandoned);

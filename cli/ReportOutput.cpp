@@ -3,8 +3,8 @@
 #include "cli/FilePath.h"
 #include "cli/Interruption.h"
 #include "cli/Messages.h"
+#include "cli/OutputDevice.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -14,7 +14,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Bytes collected before they are written: large enough that writing costs nothing beside formatting.
+/// Bytes to collect before a write. Large enough to make the cost of writing negligible.
 constexpr qsizetype pendingSize = 1 << 16;
 
 } // namespace
@@ -31,10 +31,10 @@ bool ReportOutput::isStandardOutput() const
     return m_name.isEmpty();
 }
 
-QString ReportOutput::obstacle() const
+std::optional<QString> ReportOutput::obstacle() const
 {
     if (isStandardOutput())
-        return {};
+        return std::nullopt;
     const QFileInfo file(m_name);
     const QFileInfo folder(file.path());
     if (file.isDir() || m_name.endsWith(u'/'))
@@ -45,7 +45,7 @@ QString ReportOutput::obstacle() const
         return qt_error_string(ENOTDIR);
     if (file.exists() ? !file.isWritable() : !folder.isWritable())
         return qt_error_string(EACCES);
-    return {};
+    return std::nullopt;
 }
 
 bool ReportOutput::fail(const QString &reason)
@@ -57,29 +57,29 @@ bool ReportOutput::fail(const QString &reason)
 
 bool ReportOutput::open()
 {
-    if (m_file)
+    if (isStandardOutput() || m_file || m_device.isOpen())
         return true;
-    // Replacing a device or a pipe would take it from everybody else.
-    if (const QFileInfo file(m_name); file.exists() && !file.isFile())
-        m_file = std::make_unique<QFile>(m_name);
-    else
-        m_file = std::make_unique<QSaveFile>(m_name);
+    // A QSaveFile would replace a device or a pipe with a regular file.
+    if (const QFileInfo file(m_name); file.exists() && !file.isFile()) {
+        m_result = openDevice(m_name, m_device, m_reason);
+        return m_result == WriteResult::Written;
+    }
+    m_file = std::make_unique<QSaveFile>(m_name);
     return m_file->open(QIODevice::WriteOnly) || fail(m_file->errorString());
 }
 
 bool ReportOutput::flush()
 {
-    if (m_result == WriteResult::Written)
-        m_result = writeToStandardOutput(m_pending, m_reason);
+    m_result = writeToStream(isStandardOutput() ? standardOutput : m_device.handle(), m_pending, m_reason);
     m_pending.clear();
     return m_result == WriteResult::Written;
 }
 
 bool ReportOutput::write(const QByteArray &bytes)
 {
-    if (m_result != WriteResult::Written)
+    if (m_result != WriteResult::Written || !open())
         return false;
-    if (isStandardOutput()) {
+    if (!m_file) {
         m_pending += bytes;
         return m_pending.size() < pendingSize || flush();
     }
@@ -87,22 +87,28 @@ bool ReportOutput::write(const QByteArray &bytes)
         m_result = WriteResult::Interrupted;
         return false;
     }
-    return open() && (m_file->write(bytes) == bytes.size() || fail(m_file->errorString()));
+    return m_file->write(bytes) == bytes.size() || fail(m_file->errorString());
 }
 
 ExitCode ReportOutput::finish()
 {
-    if (isStandardOutput()) {
-        flush();
-    } else if (m_result == WriteResult::Written && open()) {
-        auto *const replacement = qobject_cast<QSaveFile *>(m_file.get());
-        if (!(replacement ? replacement->commit() : m_file->flush()))
+    if (m_result == WriteResult::Written && open()) {
+        if (!m_file)
+            flush();
+        else if (!m_file->commit())
             fail(m_file->errorString());
     }
-    if (m_result == WriteResult::Interrupted)
-        return ExitInterrupted;
-    if (m_result != WriteResult::Failed)
+    switch (m_result) {
+    case WriteResult::Written:
+    case WriteResult::ReaderGone:
         return ExitDone;
+    case WriteResult::Interrupted:
+        printMessage(
+            m_file ? u"interrupted: nothing is reported"_s : u"interrupted: the report is incomplete"_s);
+        return ExitInterrupted;
+    case WriteResult::Failed:
+        break;
+    }
     printMessage(u"cannot write %1: %2"_s.arg(isStandardOutput() ? u"standard output"_s : m_name, m_reason));
     return ExitFailed;
 }

@@ -4,41 +4,46 @@
 #include "cli/StandardOutput.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 #include <memory>
+#include <optional>
 
-class QFileDevice;
+class QSaveFile;
 
-/// Where a report goes: standard output, or a file that is written completely or not at all. Any one thread.
+/// The destination of a report: standard output, a device or pipe, or a file, which is written completely or
+/// not at all. Any one thread.
 class ReportOutput
 {
 public:
-    /// An empty \a file, or "-", stands for standard output.
+    /// An empty \a file, or "-", means standard output.
     explicit ReportOutput(const QString &file);
     ~ReportOutput();
     Q_DISABLE_COPY_MOVE(ReportOutput)
 
-    /// Why the file cannot be written, as far as can be told without touching it. Empty when it can.
-    [[nodiscard]] QString obstacle() const;
+    /// A reason why the file cannot be written that can be detected without touching it.
+    [[nodiscard]] std::optional<QString> obstacle() const;
 
-    /// False once nothing more can be written, or the user has interrupted the program.
+    /// False if nothing more can be written, or if the program was interrupted.
     bool write(const QByteArray &bytes);
 
-    /// Ends the output; prints a message when anything went wrong. A file that is not there before this call
-    /// is not there without it.
+    /// Ends the output and prints a message if a part of it failed. Without this call, a file stays as it
+    /// was.
     [[nodiscard]] ExitCode finish();
 
     [[nodiscard]] bool isStandardOutput() const;
 
 private:
-    bool open();
+    [[nodiscard]] bool open();
     bool fail(const QString &reason);
     bool flush();
 
-    QString m_name;
-    std::unique_ptr<QFileDevice> m_file;
-    /// What standard output still has to get.
+    const QString m_name;
+    /// Replaces the file at m_name; null for standard output and for a device.
+    std::unique_ptr<QSaveFile> m_file;
+    QFile m_device;
+    /// Bytes for standard output or the device that are not yet written.
     QByteArray m_pending;
     WriteResult m_result = WriteResult::Written;
     QString m_reason;

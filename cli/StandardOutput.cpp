@@ -19,31 +19,30 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-constexpr int standardOutput = 1;
-/// A pipe that takes anything takes that much without waiting (POSIX's PIPE_BUF is at least 512, Linux's
-/// 4096). On other systems consoles refuse much more at once.
+/// Bytes per write. A pipe on Linux that is ready takes PIPE_BUF (4096) bytes without blocking. Consoles of
+/// Windows reject much larger writes.
 constexpr qsizetype mostAtOnce = 4096;
 
-/// Waits until standard output takes bytes; false when the user has interrupted the program.
-bool waitForReader()
+/// Waits until \a stream takes bytes. False if the program was interrupted.
+bool waitForReader([[maybe_unused]] int stream)
 {
 #ifndef Q_OS_WIN
-    // A write would go on waiting when the signal comes just before it.
+    // A signal just before a blocking write() would not end it.
     constexpr int milliseconds = 100;
-    pollfd stream = {standardOutput, POLLOUT, 0};
-    while (!interrupted() && ::poll(&stream, 1, milliseconds) <= 0) {
+    pollfd polled = {stream, POLLOUT, 0};
+    while (!interrupted() && ::poll(&polled, 1, milliseconds) <= 0) {
     }
 #endif
     return !interrupted();
 }
 
-qint64 writeSome(QByteArrayView bytes)
+qint64 writeSome(int stream, QByteArrayView bytes)
 {
     const auto count = static_cast<unsigned>(std::min(bytes.size(), mostAtOnce));
 #ifdef Q_OS_WIN
-    return ::_write(standardOutput, bytes.data(), count);
+    return ::_write(stream, bytes.data(), count);
 #else
-    return ::write(standardOutput, bytes.data(), count);
+    return ::write(stream, bytes.data(), count);
 #endif
 }
 
@@ -59,12 +58,12 @@ bool isReaderGone(int error)
 
 } // namespace
 
-WriteResult writeToStandardOutput(QByteArrayView bytes, QString &reason)
+WriteResult writeToStream(int stream, QByteArrayView bytes, QString &reason)
 {
     while (!bytes.isEmpty()) {
-        if (!waitForReader())
+        if (!waitForReader(stream))
             return WriteResult::Interrupted;
-        const qint64 written = writeSome(bytes);
+        const qint64 written = writeSome(stream, bytes);
         if (written >= 0) {
             bytes = bytes.sliced(written);
             continue;
@@ -83,8 +82,8 @@ WriteResult writeToStandardOutput(QByteArrayView bytes, QString &reason)
 bool printToStandardOutput(const QString &text)
 {
     QString reason;
-    if (writeToStandardOutput(text.toUtf8(), reason) != WriteResult::Failed)
+    if (writeToStream(standardOutput, text.toUtf8(), reason) != WriteResult::Failed)
         return true;
-    printMessage(u"cannot write to standard output: "_s + reason);
+    printMessage(u"cannot write standard output: "_s + reason);
     return false;
 }

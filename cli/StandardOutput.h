@@ -2,23 +2,24 @@
 
 #include <QByteArrayView>
 
-#include <optional>
-
 class QString;
 
-/// How writing to standard output has ended.
+inline constexpr int standardOutput = 1;
+
+/// How writing to a stream ended.
 enum class WriteResult {
     Written,
-    /// The reader has seen enough, as `head` does. No error.
+    /// The reader closed the pipe, as `head` does. No error.
     ReaderGone,
+    /// See interrupted().
     Interrupted,
-    /// See the reason.
+    /// The reason is set.
     Failed,
 };
 
-/// Writes \a bytes to standard output at once, unbuffered. Sets \a reason, the system's own words, when it
-/// fails. Ends early when interrupted().
-[[nodiscard]] WriteResult writeToStandardOutput(QByteArrayView bytes, QString &reason);
+/// Writes \a bytes to \a stream, a file descriptor, unbuffered. On failure, sets \a reason to the message of
+/// the system. Ends early if interrupted().
+[[nodiscard]] WriteResult writeToStream(int stream, QByteArrayView bytes, QString &reason);
 
-/// Writes \a text as writeToStandardOutput() and prints a message when that fails. False when it does.
+/// Writes \a text to standard output. Prints a message and returns false on failure.
 [[nodiscard]] bool printToStandardOutput(const QString &text);

@@ -10,7 +10,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Control sequences of terminals.
+/// The control sequence that starts the colour of \a action.
 QString colourOf(FileAction action)
 {
     switch (action) {
@@ -31,7 +31,7 @@ QString painted(const QString &text, const QString &colour, bool withColours)
     return withColours ? colour + text + u"\x1b[0m"_s : text;
 }
 
-/// Members of the group; further names of one do not count.
+/// Number of files in the group. Further names of a file do not count.
 qint64 filesOf(const ReportGroup &group)
 {
     return std::ranges::count_if(
@@ -61,7 +61,7 @@ QString closingText(const Report &report)
     const ReportSummary &summary = report.summary;
     QString text;
     if (summary.unreadable > 0)
-        text += u"%1 could not be read\n"_s.arg(summary.unreadable);
+        text += u"%1 could not be read\n"_s.arg(counted(summary.unreadable, u"path"_s));
     if (summary.undecodableNames > 0)
         text += u"%1 left out: not valid text\n"_s.arg(counted(summary.undecodableNames, u"name"_s));
     text += u"%1, %2 to remove, %3 to win"_s.arg(counted(summary.groups, u"group"_s),

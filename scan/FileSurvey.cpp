@@ -6,9 +6,13 @@
 #include "scan/SkipRules.h"
 #include "scan/WorkQueue.h"
 
+#include <QFileInfo>
+#include <QHash>
+
 #include <algorithm>
 #include <atomic>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -65,7 +69,8 @@ struct Shared
     /// Protected by the mutex.
     std::vector<FilePieces> pieces = {};
     QList<UnreadablePath> unreadable = {};
-    qint64 undecodableNames = 0;
+    /// Numbers of names by canonical path of their folder. Several walks can read one folder.
+    QHash<QString, qint64> undecodableNames = {};
 };
 
 ScanOptions withoutHiddenRule(ScanOptions options)
@@ -96,7 +101,7 @@ public:
         const QMutexLocker lock(&m_shared.mutex);
         m_shared.pieces.push_back(std::move(m_files));
         m_shared.unreadable += m_unreadable;
-        m_shared.undecodableNames += m_undecodableNames;
+        m_shared.undecodableNames.insert(m_undecodableNames);
     }
 
 private:
@@ -115,7 +120,8 @@ private:
         }
         if (const QString reason = entries.error(); !reason.isEmpty())
             m_unreadable.append({folder.path, reason});
-        m_undecodableNames += entries.undecodableNames();
+        if (const qint64 names = entries.undecodableNames(); names > 0)
+            m_undecodableNames.insert(QFileInfo(folder.path).canonicalFilePath(), names);
         reportProgress();
     }
 
@@ -168,7 +174,7 @@ private:
     SkipRules m_rules;
     FilePieces m_files;
     QList<UnreadablePath> m_unreadable;
-    qint64 m_undecodableNames = 0;
+    QHash<QString, qint64> m_undecodableNames;
     /// Number of files found since the last progress report.
     qint64 m_unreported = 0;
 };
@@ -189,8 +195,9 @@ Survey surveyFiles(const SurveyRequest &request, const SurveyCallbacks &callback
     Shared shared{request, callbacks, WorkQueue<Folder>(foldersToRead(request.folders))};
     runOnThreads(std::max(request.threads, 1), [&shared] { SurveyThread(shared).run(); });
 
-    Survey survey{
-        .files = {}, .unreadable = std::move(shared.unreadable), .undecodableNames = shared.undecodableNames};
+    const auto undecodable =
+        std::accumulate(shared.undecodableNames.cbegin(), shared.undecodableNames.cend(), qint64(0));
+    Survey survey{.files = {}, .unreadable = std::move(shared.unreadable), .undecodableNames = undecodable};
     std::size_t count = 0;
     for (const FilePieces &pieces : shared.pieces)
         count += pieces.count();

@@ -8,7 +8,7 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-/// quillory-cli as a program: its commands, its exit codes, and how it is interrupted.
+/// Commands, exit codes and interruption of quillory-cli.
 class tst_cliCommands : public QObject
 {
     Q_OBJECT
@@ -21,22 +21,20 @@ private slots:
     void refusesWrongUsageInOneLine_data();
     void refusesWrongUsageInOneLine();
     void reportsDuplicatesByItsExitCode();
-    void speaksUtf8InEveryLocale();
+    void printsUtf8InEveryLocale();
     void endsWhenInterrupted_data();
     void endsWhenInterrupted();
-    void endsWhenInterruptedWhileOutputIsBlocked();
-    void linksNoGraphicalLibrary();
+    void endsWhenInterruptedWhileItWaitsForItsReader();
+    void endsWhenInterruptedBeforeItsPipeHasAReader();
+    void needsNoGraphicalLibrary();
 
 private:
     std::unique_ptr<CliFolder> m_place;
 };
 
-/// A place with one group: a/1 and a/2.
 void tst_cliCommands::init()
 {
-    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
-    m_place->write(u"a/1"_s);
-    m_place->write(u"a/2"_s);
+    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI), QStringList{u"a/1"_s, u"a/2"_s});
 }
 
 void tst_cliCommands::printsVersionAndHelp_data()
@@ -73,12 +71,12 @@ void tst_cliCommands::refusesWrongUsageInOneLine_data()
     };
     add("nothing", {}, "no command given: find or remove; see quillory-cli --help");
     add("unknown command", {u"fidn"_s, u"a"_s},
-        "unknown command \"fidn\" (did you mean find?); see quillory-cli --help");
-    add("nothing near", {u"scan"_s}, "unknown command \"scan\"; see quillory-cli --help");
+        "unknown command fidn (did you mean find?); see quillory-cli --help");
+    add("nothing near", {u"scan"_s}, "unknown command scan; see quillory-cli --help");
     add("unknown option", {u"--versoin"_s},
-        "unknown option \"--versoin\" (did you mean --version?); see quillory-cli --help");
+        "unknown option --versoin (did you mean --version?); see quillory-cli --help");
     add("help without dashes", {u"help"_s},
-        "unknown command \"help\" (did you mean --help?); see quillory-cli --help");
+        "unknown command help (did you mean --help?); see quillory-cli --help");
     add("unknown option of find", {u"find"_s, u"--hiden"_s, u"a"_s},
         "unknown option --hiden (did you mean --hidden?); see quillory-cli find --help");
     add("control characters", {u"find"_s, u"--x\n\x1b"_s, u"a"_s},
@@ -108,7 +106,7 @@ void tst_cliCommands::reportsDuplicatesByItsExitCode()
     QCOMPARE(m_place->run({u"find"_s, option, u"a"_s, u"--nonsense"_s}).exitCode, 2);
 }
 
-void tst_cliCommands::speaksUtf8InEveryLocale()
+void tst_cliCommands::printsUtf8InEveryLocale()
 {
     m_place->write(u"\u00e4/\U0001F600"_s, "equal");
     const CommandRun result = m_place->run(
@@ -156,6 +154,19 @@ void tst_cliCommands::endsWhenInterruptedWhileOutputIsBlocked()
     const CommandRun result =
         m_place->runInShell(u"mkfifo output; \"$1\" find many --format csv >output & "
                             "exec 3<output; read -r -n 1 <&3; kill -TERM $!; wait $!"_s);
+    QCOMPARE(result.exitCode, 130);
+    QVERIFY(result.errors.endsWith("quillory-cli: interrupted: the report is incomplete\n"));
+}
+
+void tst_cliCommands::endsWhenInterruptedBeforeItsPipeHasAReader()
+{
+#ifdef Q_OS_WIN
+    QSKIP("there are no signals");
+#endif
+    // The progress line ends just before the program opens the pipe.
+    const CommandRun result = m_place->runInShell(
+        u"mkfifo output errors; \"$1\" find a --progress always --output output 2>errors & "
+        "exec 3<errors; read -r <&3; kill -TERM $!; wait $!"_s);
     QCOMPARE(result.exitCode, 130);
 }
 

@@ -60,7 +60,7 @@ QByteArray csv(const Report &report)
 
 } // namespace
 
-/// What a report looks like, byte by byte.
+/// The exact bytes of the report formats.
 class tst_cliFormats : public QObject
 {
     Q_OBJECT
@@ -69,8 +69,8 @@ private slots:
     void writesText();
     void marksSamplesInText();
     void coloursActions();
-    void endsWithTheUnreadableFiles();
-    void endsAnEmptyReport();
+    void closesWithUnreadablePathsAndNames();
+    void closesAnEmptyReport();
     void writesCsv();
     void marksSamplesInCsv();
     void quotesCsvFields_data();
@@ -78,7 +78,7 @@ private slots:
     void writesPaths();
     void separatesPathsByNull();
     void writesNoPathsWithoutGroups();
-    void stopsWhenTheWriterFails();
+    void stopsWhenTheSinkReturnsFalse();
     void showsControlCharacters_data();
     void showsControlCharacters();
 };
@@ -114,13 +114,13 @@ void tst_cliFormats::coloursActions()
     QVERIFY(coloured.contains("\x1b[33mreference \x1b[0mr/\\n\n"));
 }
 
-void tst_cliFormats::endsWithTheUnreadableFiles()
+void tst_cliFormats::closesWithUnreadablePathsAndNames()
 {
     Report report;
     report.compared = u"bytes"_s;
     report.summary.unreadable = 3;
     report.summary.undecodableNames = 1;
-    QCOMPARE(text(report), "3 could not be read\n"
+    QCOMPARE(text(report), "3 paths could not be read\n"
                            "1 name left out: not valid text\n"
                            "0 groups, 0 files to remove, 0 B to win\n");
 }
@@ -185,7 +185,7 @@ void tst_cliFormats::writesNoPathsWithoutGroups()
     QCOMPARE(paths({}, true), QByteArray());
 }
 
-void tst_cliFormats::stopsWhenTheWriterFails()
+void tst_cliFormats::stopsWhenTheSinkReturnsFalse()
 {
     int calls = 0;
     const ReportSink sink = [&calls](const QByteArray &) {

@@ -13,8 +13,8 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Root may read everything, so it runs the program as another user, where it can.
-CommandRun findAsUnprivilegedUser(const CliFolder &place, const QStringList &arguments)
+/// Runs find. Root can read everything, so root runs the program as another user if possible.
+CommandRun findAsOrdinaryUser(const CliPlace &place, const QStringList &arguments)
 {
     const QString script =
         u"[ \"$(id -u)\" = 0 ] && set -- setpriv --reuid=65534 --regid=65534 --clear-groups -- \"$@\"; exec \"$@\""_s;
@@ -24,7 +24,7 @@ CommandRun findAsUnprivilegedUser(const CliFolder &place, const QStringList &arg
 
 } // namespace
 
-/// Paths that lead to the same file, to nothing, or to what cannot be read.
+/// Several paths to one file, missing folders, unreadable files and undecodable names.
 class tst_cliPaths : public QObject
 {
     Q_OBJECT
@@ -36,8 +36,10 @@ private slots:
     void reportsHardLinks();
     void followsNoLinks();
     void reportsAMissingFolder();
+    void reportsAFileInPlaceOfAFolderOnce();
     void reportsUnreadableFiles();
     void reportsUndecodableNames();
+    void countsUndecodableNamesOnce();
 
 private:
     std::unique_ptr<CliFolder> m_place;
@@ -86,7 +88,7 @@ void tst_cliPaths::followsNoLinks()
         !makeLink(m_place->path(u"a"_s), m_place->path(u"b/4"_s)))
         QSKIP("there are no symbolic links here");
     QCOMPARE(m_place->foundPaths({u"b"_s}), QStringList());
-    // Links to folders that are given are entered. Both paths lead to one file.
+    // A FOLDER may be a link. Both paths lead to one file.
     QCOMPARE(m_place->foundPaths({u"b/4"_s, u"a"_s, u"b"_s}), QStringList({u"b/4/1"_s, u"b/2"_s}));
 }
 
@@ -102,18 +104,29 @@ void tst_cliPaths::reportsAMissingFolder()
     QVERIFY(run.errors.startsWith("quillory-cli: cannot read a/1: "));
     QVERIFY(run.errors.contains("\nquillory-cli: cannot read mis\\nsing: "));
     QVERIFY(run.output.contains("  remove a/2\n"));
-    QVERIFY(run.output.contains("\n2 could not be read\n"));
+    QVERIFY(run.output.contains("\n2 paths could not be read\n"));
     QCOMPARE(run.exitCode, 1);
+}
+
+void tst_cliPaths::reportsAFileInPlaceOfAFolderOnce()
+{
+    m_place->write(u"a/1"_s);
+    if (!makeLink(m_place->path(u"a"_s), m_place->path(u"b"_s)))
+        QSKIP("there are no symbolic links here");
+    const CommandRun run = m_place->find({u"b/1"_s, u"a/1"_s});
+    QCOMPARE(run.errors.count('\n'), 1);
+    QVERIFY(run.errors.startsWith("quillory-cli: cannot read a/1: "));
+    QCOMPARE(m_place->report({u"b/1"_s, u"a/1"_s}, 1)[u"summary"].toObject()[u"unreadable"], 1);
 }
 
 void tst_cliPaths::reportsUnreadableFiles()
 {
     for (const QString &name : {u"a/1"_s, u"a/2"_s, u"a/3"_s, u"closed/4"_s})
         m_place->write(name);
-    allowAccess(m_place->path(u"a"_s));
-    denyAccess(m_place->path(u"a/2"_s));
-    denyAccess(m_place->path(u"closed"_s));
-    const CommandRun run = findAsUnprivilegedUser(*m_place, {u"--keep=first"_s, u"."_s});
+    letEverybodyIn(m_place->path(u"a"_s));
+    letNobodyIn(m_place->path(u"a/2"_s));
+    letNobodyIn(m_place->path(u"closed"_s));
+    const CommandRun run = findAsOrdinaryUser(*m_place, {u"--keep=first"_s, u"."_s, u"closed"_s});
     QVERIFY(QFile::setPermissions(
         m_place->path(u"closed"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     if (run.exitCode == -1 || run.output.contains("./a/2\n"))
@@ -121,7 +134,7 @@ void tst_cliPaths::reportsUnreadableFiles()
     QCOMPARE(run.errors.count('\n'), 2);
     QVERIFY(run.errors.startsWith("quillory-cli: cannot read ./a/2: "));
     QVERIFY(run.errors.contains("\nquillory-cli: cannot read ./closed: "));
-    QVERIFY(run.output.contains("  keep   ./a/1\n  remove ./a/3\n\n2 could not be read\n"));
+    QVERIFY(run.output.contains("  keep   ./a/1\n  remove ./a/3\n\n2 paths could not be read\n"));
     QCOMPARE(run.exitCode, 1);
 }
 
@@ -140,6 +153,19 @@ void tst_cliPaths::reportsUndecodableNames()
     QCOMPARE(summary[u"undecodable_names"], 1);
     QCOMPARE(summary[u"files"], 2);
     QVERIFY(removeFileWithRawName(m_place->path(), "\xff"));
+}
+
+void tst_cliPaths::countsUndecodableNamesOnce()
+{
+    m_place->write(u"a/b/1"_s);
+    const QString folder = m_place->path(u"a/b"_s);
+    if (!writeFileWithRawName(folder, "\xff", "equal"))
+        QSKIP("every name is valid text here");
+    QVERIFY(writeFileWithRawName(m_place->path(u"a"_s), "\xff", "equal"));
+    const QStringList folders{u"."_s, u"a"_s, u"./a/b"_s, folder};
+    QCOMPARE(m_place->report(folders, 1)[u"summary"].toObject()[u"undecodable_names"], 2);
+    QVERIFY(removeFileWithRawName(folder, "\xff"));
+    QVERIFY(removeFileWithRawName(m_place->path(u"a"_s), "\xff"));
 }
 
 QTEST_GUILESS_MAIN(tst_cliPaths)

@@ -19,7 +19,7 @@ const QString program = QStringLiteral(QUILLORY_CLI);
 
 } // namespace
 
-/// `quillory-cli remove`, started as a program.
+/// The program `quillory-cli remove`.
 class tst_cliRemove : public QObject
 {
     Q_OBJECT
@@ -36,6 +36,7 @@ private slots:
     void refusesAGigabyteOfGarbage();
     void refusesWrongUsage_data();
     void refusesWrongUsage();
+    void refusesTheReportAsJournal();
     void stopsWhenItsOutputCannotBeWritten();
     void endsWhenInterruptedWhileItWaitsForAReport();
 
@@ -170,7 +171,7 @@ void tst_cliRemove::refusesAGigabyteOfGarbage()
     QSKIP("No shell here");
 #endif
     QFETCH(const QString, script);
-    // Kilobytes. Reading stops at half a gigabyte; a tree of so much JSON would take several.
+    // The limit is in kilobytes. Reading stops at half a gigabyte, but a parsed tree would take several.
     const CommandRun run = runScript(u"ulimit -v 2000000; "_s + script, {program, path(u"r"_s)});
     QCOMPARE(run.exitCode, 1);
     QVERIFY2(run.errors.startsWith("quillory-cli: cannot use the report"), run.errors.constData());
@@ -196,6 +197,17 @@ void tst_cliRemove::refusesWrongUsage()
     QVERIFY2(run.errors.contains("remove --help"), run.errors.constData());
 }
 
+void tst_cliRemove::refusesTheReportAsJournal()
+{
+    const QByteArray json = toJson(reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s)})}));
+    writeFile(path(u"r"_s), json);
+    const CommandRun run = remove({u"--apply"_s, u"--journal"_s, path(u"./r"_s), path(u"r"_s)});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.endsWith(": it is the report\n"), run.errors.constData());
+    QCOMPARE(contentOf(path(u"r"_s)), json);
+    QCOMPARE(contentOf(path(u"files/b"_s)), "content");
+}
+
 void tst_cliRemove::stopsWhenItsOutputCannotBeWritten()
 {
     if (!QFile::exists(u"/dev/full"_s))
@@ -219,7 +231,7 @@ void tst_cliRemove::endsWhenInterruptedWhileItWaitsForAReport()
         QProcess process;
         process.start(program, {u"remove"_s, input});
         QVERIFY(process.waitForStarted());
-        // Signals come before the program catches them, too: those end it.
+        // A signal that arrives before the handler is installed ends the program.
         do {
             process.terminate();
         } while (!process.waitForFinished(100));

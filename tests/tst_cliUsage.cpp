@@ -11,7 +11,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// What is wrong with these arguments of find; empty when nothing is.
+/// The error in these arguments of find; empty if they are valid.
 QString usageError(const QStringList &arguments)
 {
     const auto parsed = parseCommandLine(findCommand(), arguments);
@@ -22,9 +22,15 @@ QString usageError(const QStringList &arguments)
     return error ? error->message : QString();
 }
 
+/// A row of refusesWrongUsage().
+void addRow(const QStringList &arguments, const QString &message)
+{
+    QTest::addRow("%s", qPrintable(arguments.join(u' '))) << arguments << message;
+}
+
 } // namespace
 
-/// What the program says about a wrong command line, and how it helps.
+/// Messages about wrong command lines, hints, the order of exit codes, and the help.
 class tst_cliUsage : public QObject
 {
     Q_OBJECT
@@ -39,54 +45,60 @@ private slots:
     void ranksExitCodes();
     void fitsHelpInto80Columns_data();
     void fitsHelpInto80Columns();
+
+private:
+    static void addWrongValues();
 };
 
 void tst_cliUsage::refusesWrongUsage_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("message");
-    const auto add = [](const QStringList &arguments, const QString &message) {
-        QTest::addRow("%s", qPrintable(arguments.join(u' '))) << arguments << message;
-    };
-    add({}, u"no FOLDER given"_s);
-    add({u"--hidden"_s}, u"no FOLDER given"_s);
-    add({u"--reference"_s, u"r"_s}, u"no FOLDER given"_s);
-    add({u"a"_s, {}}, u"a FOLDER is empty"_s);
-    add({u"--fromat"_s, u"json"_s, u"a"_s}, u"unknown option --fromat (did you mean --format?)"_s);
-    add({u"--fromat=json"_s, u"a"_s}, u"unknown option --fromat (did you mean --format?)"_s);
-    add({u"--out"_s, u"a"_s}, u"unknown option --out (did you mean --output?)"_s);
-    add({u"-format"_s, u"a"_s}, u"unknown option -format (did you mean --format?)"_s);
-    add({u"-r"_s, u"a"_s}, u"unknown option -r"_s);
-    add({u"--delete"_s, u"a"_s}, u"unknown option --delete"_s);
-    add({u"--format"_s, u"jsn"_s, u"a"_s},
+    addRow({}, u"no FOLDER given"_s);
+    addRow({u"--hidden"_s}, u"no FOLDER given"_s);
+    addRow({u"--reference"_s, u"r"_s}, u"no FOLDER given"_s);
+    addRow({u"a"_s, {}}, u"a FOLDER is empty"_s);
+    addRow({u"--fromat"_s, u"json"_s, u"a"_s}, u"unknown option --fromat (did you mean --format?)"_s);
+    addRow({u"--fromat=json"_s, u"a"_s}, u"unknown option --fromat (did you mean --format?)"_s);
+    addRow({u"--out"_s, u"a"_s}, u"unknown option --out (did you mean --output?)"_s);
+    addRow({u"-format"_s, u"a"_s}, u"unknown option -format (did you mean --format?)"_s);
+    addRow({u"-r"_s, u"a"_s}, u"unknown option -r"_s);
+    addRow({u"--delete"_s, u"a"_s}, u"unknown option --delete"_s);
+    addWrongValues();
+}
+
+void tst_cliUsage::addWrongValues()
+{
+    addRow({u"--format"_s, u"jsn"_s, u"a"_s},
         u"--format takes text, json, csv or paths, not \"jsn\" (did you mean json?)"_s);
-    add({u"--format"_s, u"JSON"_s, u"a"_s},
+    addRow({u"--format"_s, u"JSON"_s, u"a"_s},
         u"--format takes text, json, csv or paths, not \"JSON\" (did you mean json?)"_s);
-    add({u"--format"_s, u"xml"_s, u"a"_s}, u"--format takes text, json, csv or paths, not \"xml\""_s);
-    add({u"--keep"_s, u"old"_s, u"a"_s},
+    addRow({u"--format"_s, u"xml"_s, u"a"_s}, u"--format takes text, json, csv or paths, not \"xml\""_s);
+    addRow({u"--keep"_s, u"old"_s, u"a"_s},
         u"--keep takes oldest, newest, first or shortest, not \"old\" (did you mean oldest?)"_s);
-    add({u"--compare"_s, u"byte"_s, u"a"_s},
+    addRow({u"--compare"_s, u"byte"_s, u"a"_s},
         u"--compare takes bytes or sample, not \"byte\" (did you mean bytes?)"_s);
-    add({u"--progress"_s, u"on"_s, u"a"_s}, u"--progress takes auto, always or never, not \"on\""_s);
-    add({u"--types"_s, u"picture,vidoe"_s, u"a"_s},
+    addRow({u"--progress"_s, u"on"_s, u"a"_s}, u"--progress takes auto, always or never, not \"on\""_s);
+    addRow({u"--types"_s, u"picture,vidoe"_s, u"a"_s},
         u"--types takes picture, video, audio, document, archive or other, not \"vidoe\" (did you mean video?)"_s);
-    add({u"--types"_s, u"picture,"_s, u"a"_s},
+    addRow({u"--types"_s, u"picture,"_s, u"a"_s},
         u"--types takes picture, video, audio, document, archive or other, not \"\""_s);
-    add({u"--skip"_s, u"hidden"_s, u"a"_s},
+    addRow({u"--skip"_s, u"hidden"_s, u"a"_s},
         u"--skip takes system, applications or desktop, not \"hidden\""_s);
-    add({u"--format=xml"_s, u"--format=json"_s, u"a"_s},
+    addRow({u"--format=xml"_s, u"--format=json"_s, u"a"_s},
         u"--format takes text, json, csv or paths, not \"xml\""_s);
-    add({u"--keep"_s}, u"missing value after '--keep'"_s);
-    add({u"--hidden=yes"_s, u"a"_s}, u"unexpected value after '--hidden'"_s);
+    addRow({u"--keep"_s}, u"missing value after '--keep'"_s);
+    addRow({u"--hidden=yes"_s, u"a"_s}, u"unexpected value after '--hidden'"_s);
     for (const QString &option : {u"types"_s, u"skip"_s, u"min-size"_s, u"exclude"_s, u"reference"_s,
              u"keep"_s, u"format"_s, u"output"_s, u"threads"_s})
-        add({u"--"_s + option + u'=', u"a"_s}, u"--%1 needs a value"_s.arg(option));
-    add({u"--null"_s, u"a"_s}, u"--null goes with --format paths only"_s);
-    add({u"--null"_s, u"--format=json"_s, u"a"_s}, u"--null goes with --format paths only"_s);
-    add({u"--min-size=3"_s, u"--max-size=2"_s, u"a"_s}, u"--min-size 3 is more than --max-size 2"_s);
-    add({u"--max-size=0"_s, u"a"_s}, u"--min-size 1 is more than --max-size 0"_s);
+        addRow({u"--"_s + option + u'=', u"a"_s}, u"--%1 needs a value"_s.arg(option));
+    addRow({u"--null"_s, u"a"_s}, u"--null goes with --format paths only"_s);
+    addRow({u"--null"_s, u"--format=json"_s, u"a"_s}, u"--null goes with --format paths only"_s);
+    addRow({u"--min-size=3"_s, u"--max-size=2"_s, u"a"_s}, u"--min-size 3 is more than --max-size 2"_s);
+    addRow({u"--max-size=0"_s, u"a"_s}, u"--min-size 1 is more than --max-size 0"_s);
     for (const QString &number : {u"0"_s, u"-1"_s, u"x"_s, u"1.5"_s, u"99999999999999999999"_s})
-        add({u"--threads"_s, number, u"a"_s}, u"--threads takes a number from 1, not \"%1\""_s.arg(number));
+        addRow(
+            {u"--threads"_s, number, u"a"_s}, u"--threads takes a number from 1, not \"%1\""_s.arg(number));
 }
 
 void tst_cliUsage::refusesWrongUsage()
@@ -132,7 +144,7 @@ void tst_cliUsage::findsTheNearestWord()
 {
     QFETCH(const QString, typed);
     QFETCH(const QString, nearest);
-    QCOMPARE(nearestWord(typed, {u"find"_s, u"remove"_s}), nearest);
+    QCOMPARE(nearestWord(typed, {u"find"_s, u"remove"_s}).value_or(QString()), nearest);
 }
 
 void tst_cliUsage::ranksExitCodes_data()

@@ -12,14 +12,29 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
+/// Changes a report before it is carried out.
 using Edit = std::function<void(Report &report)>;
+
+void add(ReportGroup &group, const QString &path, FileAction action = FileAction::Remove)
+{
+    group.files.append({.action = action, .path = path});
+}
 
 } // namespace
 
 Q_DECLARE_METATYPE(Edit)
 
-/// Removal with reports that somebody has edited by hand: the last copy of a content stays, and so does
-/// every reference.
+namespace {
+
+/// A row of refuses(). Expects the lines \a refused, and the files \a left in the folder afterwards.
+void row(const char *name, const Edit &edit, const QStringList &refused, const QStringList &left)
+{
+    QTest::newRow(name) << edit << refused << left;
+}
+
+} // namespace
+
+/// Removal with reports that were edited by hand. The last copy of each content and all references stay.
 class tst_editedReports : public QObject
 {
     Q_OBJECT
@@ -34,6 +49,14 @@ private slots:
     void ignoresTheRecordedIdentity();
 
 private:
+    // Rows of refuses().
+    void addKeptFiles() const;
+    void addKeptIndexes() const;
+    void addRepeatedPaths() const;
+    void addReferencesAndLinks() const;
+    void addUnusablePaths() const;
+    void addHardLinks() const;
+
     [[nodiscard]] QString path(const QString &name) const
     {
         return m_folder->filePath(name);
@@ -48,7 +71,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-/// Two groups: a, b and c; x and y. All of the same content, so that nothing but the report tells them apart.
+/// Two groups: a, b and c; x and y. All have the same content: only the report distinguishes the groups.
 void tst_editedReports::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
@@ -59,39 +82,49 @@ void tst_editedReports::init()
 void tst_editedReports::refuses_data()
 {
     QTest::addColumn<Edit>("edit");
-    // "~" stands for the folder of the test.
+    // "~" means the folder of the test.
     QTest::addColumn<QStringList>("refused");
     QTest::addColumn<QStringList>("left");
-    const auto row = [](const char *name, const Edit &edit, const QStringList &refused,
-                         const QStringList &left) { QTest::newRow(name) << edit << refused << left; };
-    const auto add = [](ReportGroup &group, const QString &path, FileAction action = FileAction::Remove) {
-        group.files.append({.action = action, .path = path});
-    };
+    addKeptFiles();
+    addKeptIndexes();
+    addRepeatedPaths();
+    addReferencesAndLinks();
+    addUnusablePaths();
+#ifdef Q_OS_UNIX
+    addHardLinks();
+#endif
+}
 
+void tst_editedReports::addKeptFiles() const
+{
     row("all marked", [](Report &r) { r.groups[0].files[0].action = FileAction::Remove; },
         {u"~/a: the report keeps it"_s}, {u"a"_s, u"x"_s});
-    row("kept file marked elsewhere", [=, this](Report &r) { add(r.groups[1], path(u"a"_s)); },
+    row("kept file marked elsewhere", [this](Report &r) { add(r.groups[1], path(u"a"_s)); },
         {u"~/a: the report keeps it"_s}, {u"a"_s, u"x"_s});
-    row("kept file marked once more", [=, this](Report &r) { add(r.groups[0], path(u"a"_s)); },
+    row("kept file marked once more", [this](Report &r) { add(r.groups[0], path(u"a"_s)); },
         {u"~/a: the report keeps it"_s}, {u"a"_s, u"x"_s});
     row("two groups keep each other's file",
-        [=, this](Report &r) {
+        [this](Report &r) {
             r.groups = {groupOf({path(u"a"_s), path(u"b"_s)}), groupOf({path(u"b"_s), path(u"a"_s)})};
         },
         {u"~/b: the report keeps it"_s, u"~/a: the report keeps it"_s},
         {u"a"_s, u"b"_s, u"c"_s, u"x"_s, u"y"_s});
     row("a ring of groups",
-        [=, this](Report &r) {
+        [this](Report &r) {
             r.groups = {groupOf({path(u"a"_s), path(u"b"_s)}), groupOf({path(u"b"_s), path(u"c"_s)}),
                 groupOf({path(u"c"_s), path(u"a"_s)})};
         },
         {u"~/b: the report keeps it"_s, u"~/c: the report keeps it"_s, u"~/a: the report keeps it"_s},
         {u"a"_s, u"b"_s, u"c"_s, u"x"_s, u"y"_s});
     row("a kept file that is marked before",
-        [=, this](Report &r) {
+        [this](Report &r) {
             r.groups = {groupOf({path(u"a"_s), path(u"b"_s)}), groupOf({path(u"b"_s), path(u"c"_s)})};
         },
         {u"~/b: the report keeps it"_s}, {u"a"_s, u"b"_s, u"x"_s, u"y"_s});
+}
+
+void tst_editedReports::addKeptIndexes() const
+{
     row("kept index moved", [](Report &r) { r.groups[0].kept = 1; }, {u"~/b: the report keeps it"_s},
         {u"a"_s, u"b"_s, u"x"_s});
     row("kept is no index", [](Report &r) { r.groups[0].kept = -1; },
@@ -103,33 +136,45 @@ void tst_editedReports::refuses_data()
             for (ReportFile &file : r.groups[0].files)
                 file.action = FileAction::Keep;
         },
-        {}, {u"a"_s, u"b"_s, u"c"_s, u"x"_s});
-    row("no files", [](Report &r) { r.groups[0] = {.files = {}, .kept = -1, .size = 7}; }, {},
-        {u"a"_s, u"b"_s, u"c"_s, u"x"_s});
-    row("same path twice", [=, this](Report &r) { add(r.groups[0], path(u"b"_s)); },
+        {u"group 1: it names no kept file"_s}, {u"a"_s, u"b"_s, u"c"_s, u"x"_s});
+    row("no files", [](Report &r) { r.groups[0] = {.files = {}, .kept = -1, .size = 7}; },
+        {u"group 1: it names no kept file"_s}, {u"a"_s, u"b"_s, u"c"_s, u"x"_s});
+}
+
+void tst_editedReports::addRepeatedPaths() const
+{
+    row("same path twice", [this](Report &r) { add(r.groups[0], path(u"b"_s)); },
         {u"~/b: the report lists it twice"_s}, {u"a"_s, u"x"_s});
-    row("same path in two groups", [=, this](Report &r) { add(r.groups[1], path(u"b"_s)); },
+    row("same path in two groups", [this](Report &r) { add(r.groups[1], path(u"b"_s)); },
         {u"~/b: the report lists it twice"_s}, {u"a"_s, u"x"_s});
-    row("same path twice, spelt differently", [=, this](Report &r) { add(r.groups[0], path(u"./b"_s)); },
+    row("same path twice, spelt differently", [this](Report &r) { add(r.groups[0], path(u"./b"_s)); },
         {u"~/./b: the report lists it twice"_s}, {u"a"_s, u"x"_s});
-    row("kept file, two slashes", [=, this](Report &r) { add(r.groups[1], m_folder->path() + u"//a"_s); },
+    row("kept file, two slashes", [this](Report &r) { add(r.groups[1], m_folder->path() + u"//a"_s); },
         {u"~//a: the report keeps it"_s}, {u"a"_s, u"x"_s});
     row("kept file, through its folder",
-        [=, this](Report &r) {
+        [this](Report &r) {
             QDir().mkpath(path(u"s"_s));
             add(r.groups[1], path(u"s/../a"_s));
         },
         {u"~/s/../a: the report keeps it"_s}, {u"a"_s, u"s"_s, u"x"_s});
-    row("reference marked", [=, this](Report &r) { add(r.groups[1], path(u"b"_s), FileAction::Reference); },
+}
+
+void tst_editedReports::addReferencesAndLinks() const
+{
+    row("reference marked", [this](Report &r) { add(r.groups[1], path(u"b"_s), FileAction::Reference); },
         {u"~/b: the report lists it as a reference"_s}, {u"a"_s, u"b"_s, u"x"_s});
     row("reference marked, spelt differently",
-        [=, this](Report &r) {
+        [this](Report &r) {
             r.groups[0].files[1].action = FileAction::Reference;
             add(r.groups[1], path(u"././b"_s));
         },
         {u"~/././b: the report lists it as a reference"_s}, {u"a"_s, u"b"_s, u"x"_s});
-    row("link marked", [=, this](Report &r) { add(r.groups[1], path(u"b"_s), FileAction::Link); },
+    row("link marked", [this](Report &r) { add(r.groups[1], path(u"b"_s), FileAction::Link); },
         {u"~/b: the report lists it as a link"_s}, {u"a"_s, u"b"_s, u"x"_s});
+}
+
+void tst_editedReports::addUnusablePaths() const
+{
     row("relative path", [](Report &r) { r.groups[0].files[1].path = u"b"_s; },
         {u"b: its path is not absolute"_s}, {u"a"_s, u"b"_s, u"x"_s});
     row("relative kept path", [](Report &r) { r.groups[0].files[0].path = u"a"_s; },
@@ -142,34 +187,36 @@ void tst_editedReports::refuses_data()
         {u"~/b\0 not this: its path is no valid text"_s}, {u"a"_s, u"b"_s, u"x"_s});
     row("path with half a character", [](Report &r) { r.groups[0].files[1].path += QChar(0xd800); },
         {u"~/b"_s + QChar(0xd800) + u": its path is no valid text"_s}, {u"a"_s, u"b"_s, u"x"_s});
-    row("folder", [=, this](Report &r) { r.groups[0].files[1].path = m_folder->path(); },
+    row("folder", [this](Report &r) { r.groups[0].files[1].path = m_folder->path(); },
         {u"~: it is no regular file"_s}, {u"a"_s, u"b"_s, u"x"_s});
     row("path that ends with a slash", [](Report &r) { r.groups[0].files[1].path += u'/'; },
         {u"~/b/: it is missing"_s}, {u"a"_s, u"b"_s, u"x"_s});
     row("size changed", [](Report &r) { r.groups[0].size = 8; },
         {u"~/b: its size is not that of the report"_s, u"~/c: its size is not that of the report"_s},
         {u"a"_s, u"b"_s, u"c"_s, u"x"_s});
-#ifdef Q_OS_UNIX
+}
+
+void tst_editedReports::addHardLinks() const
+{
     row("kept file marked by its other name",
-        [=, this](Report &r) {
+        [this](Report &r) {
             (void)makeHardLink(path(u"a"_s), path(u"h"_s));
             add(r.groups[0], path(u"h"_s));
         },
         {u"~/h: it is the same file as the kept one"_s}, {u"a"_s, u"h"_s, u"x"_s});
     row("other name of a kept file, elsewhere",
-        [=, this](Report &r) {
+        [this](Report &r) {
             (void)makeHardLink(path(u"a"_s), path(u"h"_s));
             add(r.groups[1], path(u"h"_s));
         },
         {u"~/h: it is the same file as a kept one"_s}, {u"a"_s, u"h"_s, u"x"_s});
     row("other name of a reference",
-        [=, this](Report &r) {
+        [this](Report &r) {
             (void)makeHardLink(path(u"b"_s), path(u"h"_s));
             r.groups[0].files[1].action = FileAction::Reference;
             add(r.groups[1], path(u"h"_s));
         },
         {u"~/h: it is the same file as a reference"_s}, {u"a"_s, u"b"_s, u"h"_s, u"x"_s});
-#endif
 }
 
 void tst_editedReports::refuses()
@@ -216,7 +263,7 @@ void tst_editedReports::refusesAFileThroughALinkedFolder()
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), (QStringList{u"a"_s, u"x"_s}));
 }
 
-/// Only somebody who edits the report marks both names of a copy, so both go.
+/// If an edited report marks both names of a copy, both are removed.
 void tst_editedReports::removesFurtherNamesThatAreMarked()
 {
     if (!makeHardLink(path(u"b"_s), path(u"h"_s)))

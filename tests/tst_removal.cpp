@@ -10,7 +10,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// What removal does with the files of a report.
+/// Removal of the copies in a report.
 class tst_removal : public QObject, private EqualFiles
 {
     Q_OBJECT
@@ -61,7 +61,7 @@ void tst_removal::replacesCopiesByHardLinks()
     QCOMPARE(treeOf(m_files), (QStringList{u"a: content"_s, u"b: content"_s, u"c: content"_s}));
     QCOMPARE(identityAt(path(u"b"_s)), identityAt(path(u"a"_s)));
     QCOMPARE(identityAt(path(u"c"_s)), identityAt(path(u"a"_s)));
-    // Once more, they are the same file.
+    // In a second run, all are the same file.
     QCOMPARE(carryOut(abcReport(), applying(RemovalAction::HardLink)).exitCode, ExitRefused);
 }
 
@@ -81,7 +81,7 @@ void tst_removal::keepsLinksAndReferences()
     QCOMPARE(outcome.exitCode, ExitDone);
     QCOMPARE(
         treeOf(m_files), (QStringList{u"a: content"_s, u"c: content"_s, u"d: content"_s, u"e: content"_s}));
-    // A further name held its bytes.
+    // Its other name keeps the bytes in use.
     QCOMPARE(outcome.lines.last(), u"deleted 1 file, 0 B"_s);
 }
 
@@ -109,6 +109,7 @@ void tst_removal::endsBeforeTheNextActionWhenInterrupted()
         [&](const QString & /*candidate*/) { isInterrupted = true; }, [&] { return isInterrupted; });
     QCOMPARE(outcome.exitCode, ExitInterrupted);
     QCOMPARE(outcome.lines.last(), u"hardlinked: "_s + path(u"b"_s));
+    QCOMPARE(outcome.errors, QStringList{u"interrupted: hardlinked 1 file, 7 B"_s});
     QVERIFY(identityAt(path(u"b"_s)) == identityAt(path(u"a"_s)));
     QVERIFY(identityAt(path(u"c"_s)) != identityAt(path(u"a"_s)));
     QCOMPARE(outcome.refusals, QStringList());
@@ -117,10 +118,11 @@ void tst_removal::endsBeforeTheNextActionWhenInterrupted()
 void tst_removal::endsAComparisonWhenInterrupted()
 {
     int asked = 0;
-    // At the file, and then by the comparison.
+    // The first check is before the file, the second one in the comparison.
     const RemovalOutcome outcome =
         carryOut(abcReport(), applying(RemovalAction::Delete), {}, [&] { return ++asked == 2; });
     QCOMPARE(outcome.exitCode, ExitInterrupted);
+    QCOMPARE(outcome.errors, QStringList{u"interrupted: deleted 0 files, 0 B"_s});
     QCOMPARE(treeOf(m_files), (QStringList{u"a: content"_s, u"b: content"_s, u"c: content"_s}));
 }
 

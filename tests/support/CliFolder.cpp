@@ -9,9 +9,11 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-CliFolder::CliFolder(const QString &program)
+CliPlace::CliPlace(const QString &program, const QStringList &equalFiles)
     : m_program(program)
 {
+    for (const QString &name : equalFiles)
+        write(name);
 }
 
 QString CliFolder::path(const QString &name) const

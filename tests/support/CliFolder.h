@@ -5,31 +5,31 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-/// A folder in which a test runs quillory-cli. All relative names are below it.
-class CliFolder
+/// A temporary folder in which a test runs quillory-cli. File names are relative to it.
+class CliPlace
 {
 public:
-    /// \a program is quillory-cli.
-    explicit CliFolder(const QString &program);
+    /// \a program is the path of quillory-cli. Creates \a equalFiles.
+    explicit CliPlace(const QString &program, const QStringList &equalFiles = {});
 
-    /// The absolute path of \a name, without links; of the folder itself when it is empty.
+    /// The absolute path of \a name without links. The path of the folder itself if \a name is empty.
     [[nodiscard]] QString path(const QString &name = {}) const;
     void write(const QString &name, const QByteArray &content = "equal") const;
-    /// The content of a file; a text that no test expects when there is none.
+    /// The content of a file; a text that no test expects if the file cannot be read.
     [[nodiscard]] QByteArray content(const QString &name) const;
-    /// The names of the files right in the folder, hidden ones too.
+    /// Names of the files directly in the folder, including hidden ones.
     [[nodiscard]] QStringList fileNames() const;
 
     [[nodiscard]] CommandRun run(const QStringList &arguments, const QStringList &variables = {}) const;
     [[nodiscard]] CommandRun find(const QStringList &arguments) const;
-    /// The JSON report of find; empty when the program ends with another exit code.
+    /// The JSON report of find; empty if the program ends with another exit code than \a exitCode.
     [[nodiscard]] QJsonObject report(const QStringList &arguments, int exitCode = 0) const;
-    /// The paths of all groups in the order of the report, the first file of each being kept.
+    /// The paths of all groups in the order of the report, with --keep=first.
     [[nodiscard]] QStringList foundPaths(const QStringList &arguments) const;
-    /// Runs \a script with bash; its $1 is the program.
+    /// Runs \a script with bash. Its $1 is the program.
     [[nodiscard]] CommandRun runInShell(const QString &script) const;
 
-    /// Fills \a folder with equal files: a report of them is larger than what a pipe holds.
+    /// Fills \a folder with equal files. Their report is larger than the buffer of a pipe.
     void writeLargeOutput(const QString &folder) const;
 
 private:

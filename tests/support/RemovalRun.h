@@ -23,7 +23,7 @@ constexpr bool hasTrash = true;
     return {.apply = false, .action = action, .journal = {}};
 }
 
-/// What a removal printed, and how it ended.
+/// Result of a removal.
 struct RemovalOutcome
 {
     ExitCode exitCode = ExitDone;
@@ -32,13 +32,13 @@ struct RemovalOutcome
     QStringList errors;
 };
 
-/// Between the comparison and the action.
+/// Called between the comparison and the action.
 using ComparedHook = std::function<void(const QString &candidate)>;
 
-/// Carries \a report out in this process.
+/// Runs the removal of \a report in this process.
 [[nodiscard]] inline RemovalOutcome carryOut(
     const Report &report, const RemovalOptions &options, const ComparedHook &compared = {},
-    const std::function<bool()> &interrupted = [] { return false; })
+    const AbandonCheck &interrupted = [] { return false; })
 {
     RemovalOutcome outcome;
     Removal removal(report, options,
