@@ -24,8 +24,8 @@ QStringList optionNames(const CommandDescription &command)
     return names << u"--"_s + helpOption;
 }
 
-/// The argument that holds the unknown option \a name, without its value. The parser tells single letters
-/// only of "-name".
+/// The unknown option \a name as the user typed it, without its value. For "-name", the parser reports single
+/// letters.
 QString asTyped(const QString &name, const QStringList &arguments)
 {
     for (const QString &argument : arguments) {
@@ -64,7 +64,7 @@ std::optional<UsageError> checkValue(const OptionDescription &option, const QStr
     return {};
 }
 
-/// The parser's own message, as part of a sentence.
+/// The message of the parser without its capital letter and full stop.
 UsageError parserError(QString message)
 {
     message.front() = message.front().toLower();
@@ -101,7 +101,7 @@ std::variant<CommandArguments, UsageError> parseCommandLine(
 {
     QCommandLineParser parser;
     addOptions(parser, command);
-    // The parser skips the first one as the program's name.
+    // The parser skips the first argument, which is the name of a program.
     if (!parser.parse(QStringList{command.name} + arguments)) {
         const QStringList unknown = parser.unknownOptionNames();
         if (!unknown.isEmpty())

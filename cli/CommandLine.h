@@ -7,7 +7,7 @@
 
 #include <variant>
 
-/// An option as the help shows it and the parser takes it.
+/// An option of a command, for the parser and the help text.
 struct OptionDescription
 {
     /// Without the dashes.
@@ -15,9 +15,9 @@ struct OptionDescription
     /// Empty for an option without a value.
     QString valueName;
     QString meaning;
-    /// The words that it takes; empty when any text is one.
+    /// Accepted values; empty: any text.
     QStringList words = {};
-    /// Takes several words, separated by commas.
+    /// Whether the value is a list of words, separated by commas.
     bool takesList = false;
 };
 
@@ -25,7 +25,7 @@ struct OptionDescription
 struct CommandDescription
 {
     QString name;
-    /// What follows the options: "FOLDER...", "REPORT".
+    /// Arguments after the options: "FOLDER...", "REPORT".
     QString operands;
     QString purpose;
     QList<OptionDescription> options;
@@ -33,9 +33,10 @@ struct CommandDescription
     QString notes;
 };
 
-/// Why a command line is wrong: a text without a full stop, and with a hint where there is one.
+/// What is wrong with a command line.
 struct UsageError
 {
+    /// Without a full stop. Ends with a hint if a valid word is near.
     QString message;
 };
 
@@ -43,29 +44,30 @@ struct UsageError
 struct CommandArguments
 {
     bool wantsHelp = false;
-    /// All values of each option that was given, in their order; a list without entries for an option without
-    /// a value.
+    /// Options that were given, with all their values in order. No values for an option that takes none.
     QHash<QString, QStringList> options;
     QStringList operands;
 
     [[nodiscard]] bool has(const QString &option) const;
-    /// The last value given: as with other programs, a later option wins over an earlier one.
+    /// The last value of \a option, because a later value overrides an earlier one. \a otherwise if the
+    /// option has no value.
     [[nodiscard]] QString value(const QString &option, const QString &otherwise = {}) const;
 };
 
-/// Takes \a arguments (without the program's and the command's name) apart. Refuses unknown options, missing
-/// values, empty values, and words that an option does not take. Help that is asked for wins over wrong
-/// words.
+/// Parses \a arguments, which do not include the names of the program and the command. Rejects unknown
+/// options, missing or empty values, and words that an option does not accept. With --help, wrong words are
+/// accepted.
 [[nodiscard]] std::variant<CommandArguments, UsageError> parseCommandLine(
     const CommandDescription &command, const QStringList &arguments);
 
-/// What `quillory-cli COMMAND --help` prints: at most 79 columns wide.
+/// The output of `quillory-cli COMMAND --help`, at most 79 columns wide.
 [[nodiscard]] QString helpText(const CommandDescription &command);
 
-/// Takes \a arguments apart, and reports wrong usage or prints the help that is asked for. Returns the
-/// arguments, or the exit code when nothing is left to be done.
+/// Parses \a arguments as parseCommandLine() does. Reports wrong usage and prints the help. Returns the
+/// parsed arguments, or the exit code if the program should end.
 [[nodiscard]] std::variant<CommandArguments, int> readCommandLine(
     const CommandDescription &command, const QStringList &arguments);
 
-/// Prints one line: what is wrong, and how to get help. \a command may be empty. Returns the exit code.
-int reportWrongUsage(const UsageError &error, const QString &command);
+/// Prints one line on standard error: the error, and how to get help. \a command is empty if there is none.
+/// Returns the exit code.
+[[nodiscard]] int reportWrongUsage(const UsageError &error, const QString &command);

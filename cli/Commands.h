@@ -2,5 +2,5 @@
 
 #include <QStringList>
 
-/// Runs the program with \a arguments, its own name left out. Returns the exit code.
-int runProgram(const QStringList &arguments);
+/// Runs the program with \a arguments, which do not include its own name. Returns the exit code.
+[[nodiscard]] int runProgram(const QStringList &arguments);

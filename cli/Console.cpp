@@ -29,8 +29,8 @@ HANDLE handleOf(Stream stream)
     return GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
 }
 #else
-/// Opens the standard streams that the parent has closed, the wrong way round: using them fails as before,
-/// and no file gets their numbers.
+/// Opens the standard streams that the parent closed, so that no other file gets their descriptors. They are
+/// opened in the wrong direction: reading and writing still fail.
 void occupyClosedStreams()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -39,7 +39,7 @@ void occupyClosedStreams()
     }
 }
 
-/// Qt takes names for UTF-8 in every locale, but warns about those of other encodings.
+/// Sets a UTF-8 locale. Qt assumes UTF-8 in every locale but warns if the locale has another encoding.
 void useUtf8Locale()
 {
     (void)std::setlocale(LC_ALL, "");
@@ -91,7 +91,7 @@ Console::Console()
 {
     occupyClosedStreams();
     useUtf8Locale();
-    // Writing to a pipe without a reader, or beyond a limit, fails instead of ending the program.
+    // Makes a write to a closed pipe, or beyond the size limit, fail instead of ending the program.
     (void)std::signal(SIGPIPE, SIG_IGN);
     (void)std::signal(SIGXFSZ, SIG_IGN);
 }

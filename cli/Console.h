@@ -2,8 +2,8 @@
 
 #include <QtGlobal>
 
-/// The standard streams of this process, made ready for UTF-8 and for readers that go away. Restores what it
-/// changed of the console of Windows.
+/// Prepares the standard streams of this process: UTF-8 output, and errors instead of signals when a reader
+/// closes its pipe. The destructor restores the code page of the Windows console.
 class Console
 {
 public:
@@ -19,9 +19,8 @@ private:
 
 enum class Stream { Output = 1, Error = 2 };
 
-/// Whether a person looks at the stream.
 [[nodiscard]] bool isTerminal(Stream stream);
-/// Whether the stream is a terminal that shows colours, and the user has not asked for none (NO_COLOR).
+/// Whether \a stream is a terminal that shows colours and NO_COLOR is unset or empty.
 [[nodiscard]] bool showsColours(Stream stream);
-/// Columns of the terminal behind \a stream, 80 where there is none.
+/// Width of the terminal behind \a stream in columns; 80 if the stream is no terminal.
 [[nodiscard]] int terminalWidth(Stream stream);

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// \a field in quotes when it holds a character that ends fields or lines.
+/// \a field, quoted if it contains a quote, a comma or a line break.
 QByteArray csvField(const QString &field)
 {
     QByteArray bytes = field.toUtf8();

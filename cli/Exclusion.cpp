@@ -6,8 +6,8 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// Where the set that begins at \a start ends: the index of its "]", or -1. A "]" at its beginning is a
-/// member.
+/// Index of the "]" that ends the set at \a start; -1 if there is none. A "]" right at the beginning is a
+/// member of the set.
 qsizetype endOfSet(QStringView glob, qsizetype start)
 {
     qsizetype first = start + 1;
@@ -28,7 +28,7 @@ QString setExpression(QStringView set)
     return expression + u']';
 }
 
-/// The expression for what begins at \a position, which moves behind it.
+/// The expression for the part of \a glob at \a position. Moves \a position to the next part.
 QString nextPart(QStringView glob, qsizetype &position)
 {
     const QChar character = glob[position++];
@@ -68,7 +68,7 @@ ExclusionRule exclusionRule(const QStringList &globs)
         return {};
     QList<QRegularExpression> expressions;
     for (QString glob : globs) {
-        // "folder/" means the folder, which has no slash at its end here.
+        // The rule gets the path of a folder without a slash at its end.
         while (glob.size() > 1 && glob.endsWith(u'/'))
             glob.chop(1);
         expressions.append(globExpression(glob));

@@ -6,11 +6,11 @@
 #include <QString>
 #include <QStringList>
 
-/// The expression that matches a whole text as \a glob does: "?" one character, "*" any number of them,
-/// neither of them "/"; "**" any number with "/"; "[a-z]" one of a set, "[!a-z]" one outside it; "\" takes
-/// the meaning from the next character. Heeds case.
+/// The expression that matches the whole texts that \a glob matches, case-sensitively: "?" matches one
+/// character and "*" any number of characters, except "/"; "**" matches any characters; "[a-z]" matches one
+/// of a set and "[!a-z]" one outside it; "\" makes the next character literal.
 [[nodiscard]] QRegularExpression globExpression(const QString &glob);
 
-/// The rule that leaves out what one of \a globs matches: its name, or its path below the folder. Empty
-/// without globs.
+/// The rule that excludes a file or folder if one of \a globs matches its name or its path below the searched
+/// folder. Empty if there are no globs.
 [[nodiscard]] ExclusionRule exclusionRule(const QStringList &globs);

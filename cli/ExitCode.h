@@ -1,11 +1,11 @@
 #pragma once
 
-/// What the program ends with. The list is in order of weight: a later one wins over an earlier one.
+/// Exit codes of the program, the least serious one first.
 enum ExitCode : int {
     ExitDone = 0,
-    /// With --fail-on-duplicates.
+    /// Only with --fail-on-duplicates.
     ExitDuplicatesFound = 3,
-    /// A file was not what the report says.
+    /// A file does not match the report.
     ExitRefused = 4,
     /// Something could not be read, written or acted on.
     ExitFailed = 1,

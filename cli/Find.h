@@ -6,5 +6,5 @@
 
 [[nodiscard]] const CommandDescription &findCommand();
 
-/// Runs `quillory-cli find` with what follows these two words. Returns the exit code.
-int runFind(const QStringList &arguments);
+/// Runs `quillory-cli find` with \a arguments, which do not include these two words. Returns the exit code.
+[[nodiscard]] int runFind(const QStringList &arguments);

@@ -10,8 +10,8 @@ QList<OptionDescription> filterOptions()
         {.name = u"types"_s,
             .valueName = u"LIST"_s,
             .meaning =
-                u"picture,video,audio,document,archive,other: the kinds of files to look at, separated by "
-                "commas; other takes every file (all)"_s,
+                u"picture,video,audio,document,archive,other: kinds of files to search, separated by commas; "
+                "other accepts every file (all)"_s,
             .words = {u"picture"_s, u"video"_s, u"audio"_s, u"document"_s, u"archive"_s, u"other"_s},
             .takesList = true},
         {.name = u"skip"_s,
@@ -26,7 +26,8 @@ QList<OptionDescription> filterOptions()
         {.name = u"max-size"_s, .valueName = u"N"_s, .meaning = u"largest file (no limit)"_s},
         {.name = u"exclude"_s,
             .valueName = u"GLOB"_s,
-            .meaning = u"leaves out what has this name, or this path below its FOLDER; may be repeated"_s},
+            .meaning =
+                u"leaves out files and folders with this name, or this path below FOLDER; may be repeated"_s},
         {.name = u"reference"_s,
             .valueName = u"FOLDER"_s,
             .meaning = u"searches FOLDER too, prefers its files as the kept ones and never offers them for "
@@ -87,8 +88,8 @@ const CommandDescription &findCommand()
         .purpose = u"Lists files with identical contents below every FOLDER. Changes nothing. Links are not "
                    "followed."_s,
         .options = filterOptions() + decisionOptions() + outputOptions(),
-        .notes = u"An option given twice: the last one counts, unless it may be repeated. \"--\" ends the "
-                 "options."_s,
+        .notes = u"If an option is given twice, the last one counts, unless it may be repeated. \"--\" ends "
+                 "the options."_s,
     };
     return description;
 }

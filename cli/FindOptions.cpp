@@ -12,10 +12,10 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// More threads than that only take memory.
+/// More threads take memory and do not make the search faster.
 constexpr qint64 mostThreads = 256;
 
-/// The meaning of the word given for \a option; the first of \a meanings when there is none.
+/// The meaning of the value of \a option; the first of \a meanings if the option was not given.
 template <typename Meaning>
 Meaning choice(const CommandArguments &arguments, const QString &option,
     const QList<std::pair<QString, Meaning>> &meanings)
@@ -24,13 +24,14 @@ Meaning choice(const CommandArguments &arguments, const QString &option,
     return std::ranges::find(meanings, word, &std::pair<QString, Meaning>::first)->second;
 }
 
-/// Whether \a text is a number written with digits alone.
+/// Whether \a text consists of ASCII digits.
 bool isNumber(QStringView text)
 {
     return !text.isEmpty() &&
            std::ranges::all_of(text, [](QChar digit) { return digit >= u'0' && digit <= u'9'; });
 }
 
+/// Sets \a size if \a option was given.
 std::optional<UsageError> readSize(const CommandArguments &arguments, const QString &option, qint64 &size)
 {
     if (!arguments.has(option))

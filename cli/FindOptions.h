@@ -9,24 +9,24 @@
 
 #include <variant>
 
-/// Which file of a group is kept. Ties are decided by First.
+/// Decides which file of a group is kept. First decides ties.
 enum class KeepRule {
     Oldest,   ///< created first, the window's rule
     Newest,   ///< created last
     First,    ///< by the order of the folders, then by path
-    Shortest, ///< fewest bytes in its absolute path
+    Shortest, ///< fewest bytes in the absolute path
 };
 
 enum class ReportFormat { Text, Json, Csv, Paths };
 
 enum class ProgressWish { Auto, Always, Never };
 
-/// What `find` is asked for.
+/// The options of `find`, with their defaults.
 struct FindOptions
 {
     QStringList folders;
     QStringList references;
-    /// Without its folders.
+    /// Its folders are empty.
     SurveyRequest filters;
     KeepRule keep = KeepRule::Oldest;
     ContentComparison comparison = ContentComparison::Bytes;
@@ -38,9 +38,8 @@ struct FindOptions
     bool failOnDuplicates = false;
 };
 
-/// The options that \a arguments ask for, or why they make no sense.
+/// Converts \a arguments to options. Returns an error if a value is invalid or options contradict each other.
 [[nodiscard]] std::variant<FindOptions, UsageError> findOptions(const CommandArguments &arguments);
 
-/// The number of bytes that \a text states, with K, M, G or T in units of 1024; or why it states none. \a
-/// option is named in the error.
+/// The number of bytes in \a text, which may end with K, M, G or T (units of 1024). An error names \a option.
 [[nodiscard]] std::variant<qint64, UsageError> parseSize(const QString &text, const QString &option);

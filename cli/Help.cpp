@@ -7,8 +7,8 @@ namespace {
 constexpr qsizetype lineWidth = 79;
 constexpr qsizetype meaningColumn = 24;
 
-/// \a text in lines of at most lineWidth columns that begin with \a indent blanks. Line breaks of the text
-/// stay.
+/// \a text in lines of at most lineWidth columns, each indented by \a indent blanks. Keeps the line breaks of
+/// the text.
 QString wrapped(const QString &text, qsizetype indent)
 {
     const QString margin(indent, u' ');

@@ -12,9 +12,9 @@
 
 namespace {
 
-// A handler reaches nothing but global state.
+// A signal handler has no argument of its own: the flag must be global.
 std::atomic<bool> interruptionRequested{false}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
-static_assert(std::atomic<bool>::is_always_lock_free, "the handler may not wait for a lock");
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler must not lock");
 
 #ifdef Q_OS_WIN
 BOOL WINAPI requestInterruption(DWORD /*event*/)
@@ -38,7 +38,7 @@ void catchInterruptions()
 #else
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction action = {};
-        // A parent that ignores a signal, such as nohup, means it for its children too.
+        // If the parent ignores a signal, as nohup does, the program ignores it too.
         if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
             continue;
         action = {};

@@ -1,8 +1,8 @@
 #pragma once
 
-/// From now on SIGINT, SIGTERM and SIGHUP, or Ctrl-C and the closing of the console on Windows, only set what
-/// interrupted() returns. System calls that wait are interrupted, not restarted.
+/// Installs handlers for SIGINT, SIGTERM and SIGHUP; on Windows for Ctrl-C and the closing of the console.
+/// After such an event, interrupted() returns true. The handlers interrupt blocking system calls.
 void catchInterruptions();
 
-/// Whether the user asked the program to end. Any thread.
+/// Whether the program was asked to end. Any thread.
 [[nodiscard]] bool interrupted();

@@ -20,7 +20,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Whether the file at \a path ends in the middle of a line, as that of a run that was killed can.
+/// Whether the file at \a path ends in the middle of a line, which a killed run can cause.
 bool endsWithinLine(const QString &path)
 {
     QFile file(path);
@@ -31,7 +31,7 @@ bool endsWithinLine(const QString &path)
 
 #ifdef Q_OS_UNIX
 
-/// Waits until what \a descriptor stands for is on the disk.
+/// Waits until the file or folder behind \a descriptor is on disk.
 std::optional<QString> synchronise(int descriptor)
 {
     int result = 0;
@@ -41,7 +41,7 @@ std::optional<QString> synchronise(int descriptor)
     return result == 0 ? std::nullopt : std::optional(qt_error_string(errno));
 }
 
-/// Waits until the names in the folder of \a path are on the disk.
+/// Waits until the names in the folder of \a path are on disk.
 void synchroniseFolder(const QString &path)
 {
     const int folder =
@@ -64,7 +64,7 @@ Journal::Journal(const QString &path)
 std::optional<QString> Journal::open()
 {
     const bool isNew = !m_file.exists();
-    // Only a file can be on the disk before the program goes on.
+    // A device or a pipe cannot be flushed to disk.
     if (!isNew && !QFileInfo(m_file).isFile())
         return u"it is no regular file"_s;
     const bool needsLineBreak = endsWithinLine(m_file.fileName());

@@ -16,7 +16,7 @@ QByteArray quoted(const QString &text)
     return array.sliced(1, array.size() - 2);
 }
 
-// Whole numbers are written here, not by QJsonDocument: it would round those above 2^63, which inodes can be.
+// The numbers are not written with QJsonDocument, which rounds inodes above 2^63.
 
 void append(QByteArray &json, const ReportFile &file)
 {

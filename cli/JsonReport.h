@@ -12,24 +12,23 @@ inline constexpr int reportVersion = 1;
 /// "keep", "remove", "link" or "reference".
 [[nodiscard]] QString nameOf(FileAction action);
 
-/// \a report as one JSON object, UTF-8, keys in alphabetical order, one file a line.
+/// \a report as one JSON object in UTF-8, keys in alphabetical order, one file per line.
 ///
-/// Paths are written as they are: the caller makes them absolute. Times outside the years 0 to 9999, which
-/// the format cannot express, are written as the nearest one that it can.
+/// Paths are written unchanged: the caller makes them absolute. See timeText() for the times.
 [[nodiscard]] QByteArray toJson(const Report &report);
 
-/// A report, or why there is none.
+/// The result of parseReport().
 struct ParsedReport
 {
     std::optional<Report> report;
-    /// One line without a full stop; empty when there is a report.
+    /// Why there is no report: one line without a full stop. Empty if there is a report.
     QString reason;
 };
 
-/// Reads what toJson() wrote, in any layout and order of keys.
+/// Parses a report of toJson(), in any layout and order of keys.
 ///
-/// Reports may be edited by hand. Keys that the format does not know are ignored, and the last of two equal
-/// keys counts. What `remove` relies on must be there: compared, groups, quillory_report; files and size of a
-/// group; action and path of a file. Everything that is there must be of the right type, except `kept`:
-/// if it is no index of a file, the group's kept is -1.
+/// Reports may be edited by hand. Unknown keys are ignored, and the last of two equal keys counts. The
+/// required keys are compared, groups and quillory_report; files and size of each group; action and path of
+/// each file. Every known key must have the right type, except `kept`: ReportGroup::kept is -1 if it is not
+/// the index of a file.
 [[nodiscard]] ParsedReport parseReport(const QByteArray &json);

@@ -20,13 +20,13 @@ std::optional<FileAction> actionNamed(const QString &name)
     return std::nullopt;
 }
 
-/// Takes the values of a report out of a JSON document. Each function returns false, or nothing, once there
-/// is a reason not to read the report.
+/// Reads the values of a report from a JSON document. Each function returns false if it sets a reason.
 class ReportReader
 {
 public:
     [[nodiscard]] bool read(const QJsonObject &root, Report &report);
 
+    /// Why the report could not be read.
     [[nodiscard]] QString reason() const
     {
         return m_reason;
@@ -48,7 +48,7 @@ private:
     bool readFile(const QJsonValue &value, ReportFile &file);
 
     QString m_reason;
-    /// Where reading is, for the reason: "group 3: file 2: ", counted from 1.
+    /// Current position for the reason, counted from 1: "group 3: file 2: ".
     QString m_place;
 };
 
@@ -92,7 +92,7 @@ bool ReportReader::readNumber(
 
 bool ReportReader::readIdentifier(const QJsonObject &object, const QString &key, quint64 &number)
 {
-    // Qt reads numbers from 2^63 on as the nearest double, which can be 2^64.
+    // Qt reads numbers of 2^63 and more as the nearest double, which can be 2^64.
     constexpr double limit = 18446744073709551616.0;
     const double nearest = object.value(key).toDouble(0);
     if (nearest >= limit / 2 && nearest <= limit) {

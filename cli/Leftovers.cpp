@@ -65,7 +65,7 @@ void removeLeftovers(const Report &report)
     }
     for (const QString &leftover : leftovers) {
         const auto identity = identityAt(leftover);
-        // Safe: the file keeps the name that the report lists.
+        // No content is lost: the file keeps the name that the report lists.
         if (identity && listedFiles.contains(*identity) &&
             !listedNames.contains(QFileInfo(leftover).fileName()))
             QFile::remove(leftover);

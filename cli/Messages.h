@@ -3,12 +3,12 @@
 #include <QString>
 #include <QStringView>
 
-/// \a text with every control character (C0, DEL, C1) made visible: "\n", "\r", "\t", all others as "\x1b".
+/// \a text with every control character (C0, DEL, C1) escaped: "\n", "\r", "\t", all others like "\x1b".
 /// Everything else stays as it is, backslashes included.
 [[nodiscard]] QString withVisibleControls(QStringView text);
 
-/// Prints \a line with visible controls, and a line break, on standard error.
+/// Prints \a line on standard error, with control characters escaped, and a line break.
 void printLine(const QString &line);
 
-/// Prints "quillory-cli: ", \a message with visible controls, and a line break on standard error.
+/// Prints "quillory-cli: " and \a message as printLine() does.
 void printMessage(const QString &message);

@@ -17,7 +17,8 @@ Obstacle lastError()
     return systemObstacle(errno);
 }
 
-/// A further name of the kept file beside the candidate, for as long as it is not the candidate's own.
+/// A hard link to the kept file with a temporary name in the folder of the candidate. The destructor removes
+/// the name.
 class TemporaryLink
 {
 public:
@@ -34,7 +35,7 @@ public:
 
     ~TemporaryLink()
     {
-        // A rename() onto another name of the same file does nothing, so this is tried after success too.
+        // Needed after a successful moveTo() too: rename() does nothing if both names lead to one file.
         if (m_isMade)
             (void)::unlinkat(m_folder, m_name.constData(), 0);
     }

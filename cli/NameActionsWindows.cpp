@@ -21,7 +21,7 @@ Obstacle lastError()
 
 std::optional<Obstacle> deleteFile(HeldFile &candidate)
 {
-    // The held file itself, whatever its path leads to at this moment.
+    // Through the handle: the path may lead to another file by now.
     const HANDLE handle = ::ReOpenFile(handleOf(candidate.content()), DELETE,
         FILE_SHARE_READ | FILE_SHARE_DELETE, FILE_FLAG_OPEN_REPARSE_POINT);
     if (handle == INVALID_HANDLE_VALUE)
@@ -31,7 +31,7 @@ std::optional<Obstacle> deleteFile(HeldFile &candidate)
         ::SetFileInformationByHandle(handle, FileDispositionInfo, &disposition, sizeof disposition) != 0;
     const auto obstacle = isDeleted ? std::nullopt : std::optional(lastError());
     ::CloseHandle(handle);
-    // The name goes with the last handle.
+    // Windows removes the name when the last handle is closed.
     candidate.content().close();
     return obstacle;
 }
@@ -45,7 +45,7 @@ std::optional<Obstacle> replaceByHardLink(const HeldFile &kept, HeldFile &candid
     std::optional<Obstacle> obstacle = candidate.change();
     if (identityAt(temporary) != kept.identity())
         obstacle = Obstacle{Obstacle::Kind::NotAsReported, u"the kept file was replaced"_s};
-    // Windows replaces no file that is open.
+    // Windows does not replace an open file.
     candidate.content().close();
     if (!obstacle &&
         ::MoveFileExW(link.c_str(), nativePath(candidate.path()).c_str(), MOVEFILE_REPLACE_EXISTING) == 0)

@@ -6,12 +6,12 @@
 struct Obstacle
 {
     enum class Kind {
-        NotAsReported, ///< the file is not, or no longer, what the report says
-        System,        ///< the system does not allow it, or cannot do it
-        Interrupted,
+        NotAsReported, ///< the file does not match the report
+        System,        ///< the system refuses the action or fails
+        Interrupted,   ///< see interrupted()
     };
 
     Kind kind = Kind::NotAsReported;
-    /// A few words without a full stop.
+    /// For users: a few words without a full stop.
     QString reason;
 };

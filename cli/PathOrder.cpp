@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Maps UTF-16 units so that surrogates, which stand for characters beyond U+FFFF, come last.
+/// Maps UTF-16 code units so that surrogates, which encode characters above U+FFFF, come last.
 char16_t rank(QChar unit)
 {
     constexpr char16_t firstSurrogate = 0xd800;
@@ -32,7 +32,7 @@ qsizetype utf8Size(QStringView text)
     qsizetype size = 0;
     for (const QChar unit : text) {
         const char16_t code = unit.unicode();
-        // Each half of a surrogate pair stands for two of its four bytes.
+        // Each half of a surrogate pair counts for two of the four bytes.
         size += code < 0x80 ? 1 : code < 0x800 || unit.isSurrogate() ? 2 : 3;
     }
     return size;

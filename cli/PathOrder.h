@@ -2,9 +2,9 @@
 
 #include <QStringView>
 
-/// Whether \a a comes before \a b when their UTF-8 bytes are compared. QString's own order is that of UTF-16,
-/// which sorts characters beyond U+FFFF before those from U+E000.
+/// Whether \a a comes before \a b in the order of their UTF-8 bytes. QString compares UTF-16 code units,
+/// which places characters above U+FFFF before U+E000.
 [[nodiscard]] bool comesBefore(QStringView a, QStringView b);
 
-/// Bytes of \a text in UTF-8.
+/// Size of \a text in UTF-8, in bytes.
 [[nodiscard]] qsizetype utf8Size(QStringView text);

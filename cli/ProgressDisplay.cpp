@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Often enough to look alive, too seldom to flicker.
-constexpr std::chrono::milliseconds betweenDrawings(200);
+/// Shorter intervals flicker, longer ones look stuck.
+constexpr std::chrono::milliseconds redrawInterval(200);
 
 void writeToStandardError(const QString &text)
 {
@@ -38,7 +38,7 @@ void ProgressDisplay::showFiles(qint64 files)
     if (!m_shown)
         return;
     const std::lock_guard lock(m_mutex);
-    // News of several threads may overtake each other.
+    // Reports of several threads can arrive out of order.
     m_state.files = std::max(m_state.files, files);
 }
 
@@ -57,20 +57,19 @@ void ProgressDisplay::showBytes(qint64 done, qint64 total)
 void ProgressDisplay::run()
 {
     std::unique_lock lock(m_mutex);
-    while (!m_finishing.wait_for(lock, betweenDrawings, [this] { return m_finished; }))
+    while (!m_finishing.wait_for(lock, redrawInterval, [this] { return m_finished; }))
         draw();
 }
 
-/// The mutex is locked.
 void ProgressDisplay::draw()
 {
     if (m_state.comparing) {
         m_rate.add(m_state.doneBytes, m_sinceComparison.elapsed());
         m_state.bytesPerSecond = m_rate.bytesPerSecond();
     }
-    // A character in the last column would make some terminals begin a new line.
+    // Some terminals start a new line after a character in the last column.
     const QString line = progressLine(m_state, terminalWidth(Stream::Error) - 1);
-    // Blanks cover what was longer before, in the same write: nothing flickers.
+    // Overwrites the rest of a longer line in the same write, which avoids flicker.
     writeToStandardError(u'\r' + line.leftJustified(m_drawnColumns));
     m_drawnColumns = line.size();
 }
@@ -85,7 +84,7 @@ void ProgressDisplay::finish()
     }
     m_finishing.notify_one();
     m_thread.join();
-    // A search of less than that would only make the terminal flash.
+    // The search took less than one interval: a line would only flash.
     if (m_onTerminal && m_drawnColumns == 0)
         return;
     draw();

@@ -9,25 +9,28 @@
 #include <mutex>
 #include <thread>
 
-/// Shows how far a search is in one line on standard error, redrawn a few times a second by a thread of its
-/// own. The functions that take news may be called on any thread.
+/// Shows the progress of a search in one line on standard error. A thread of its own redraws the line five
+/// times a second.
 class ProgressDisplay
 {
 public:
-    /// Does nothing at all unless \a shown.
+    /// Without \a shown, all functions do nothing.
     explicit ProgressDisplay(bool shown);
-    /// Ends the display as finish() does.
+    /// Calls finish().
     ~ProgressDisplay();
     Q_DISABLE_COPY_MOVE(ProgressDisplay)
 
+    /// Sets the number of files found so far. Any thread.
     void showFiles(qint64 files);
+    /// Sets the bytes compared so far and in all. Any thread.
     void showBytes(qint64 done, qint64 total);
 
-    /// Draws the last state, and takes the line off the terminal; where there is none, ends the line.
+    /// Draws the last state. Then clears the line on a terminal, and ends it elsewhere.
     void finish();
 
 private:
     void run();
+    /// The mutex must be locked, or the thread must have ended.
     void draw();
 
     const bool m_shown;

@@ -44,12 +44,12 @@ QString bar(double share, int columns)
     return u'[' + QString(filled, u'#') + QString(cells - filled, u'.') + u']';
 }
 
-/// How much of a smoothed rate is of the last \a milliseconds.
+/// Weight of the last \a milliseconds in the moving average.
 double weightOf(qint64 milliseconds)
 {
-    // Long enough not to jump with every large file.
-    constexpr double memory = 5000;
-    return 1 - std::exp(-static_cast<double>(milliseconds) / memory);
+    // Milliseconds. A shorter time makes the estimate jump with every large file.
+    constexpr double timeConstant = 5000;
+    return 1 - std::exp(-static_cast<double>(milliseconds) / timeConstant);
 }
 
 } // namespace
@@ -86,6 +86,6 @@ QString progressLine(const ProgressState &state, int width)
         if (!part.isEmpty() && line.size() + 2 + part.size() <= width)
             line += u"  "_s + part;
     }
-    const int room = std::min(width - static_cast<int>(line.size()) - 1, widestBar);
-    return room < narrowestBar ? line.left(width) : bar(share, room) + u' ' + line;
+    const int columnsLeft = std::min(width - static_cast<int>(line.size()) - 1, widestBar);
+    return columnsLeft < narrowestBar ? line.left(width) : bar(share, columnsLeft) + u' ' + line;
 }

@@ -2,36 +2,37 @@
 
 #include <QString>
 
-/// How far a search is.
+/// Progress of a search.
 struct ProgressState
 {
-    /// Found so far.
+    /// Files found so far.
     qint64 files = 0;
-    /// While folders are still read, nothing is known of bytes.
+    /// Whether files are being compared. Before that, the numbers of bytes are unknown.
     bool comparing = false;
     qint64 doneBytes = 0;
     qint64 totalBytes = 0;
-    /// 0 as long as it is not known.
+    /// 0 while unknown.
     double bytesPerSecond = 0;
 };
 
-/// The rate of the last seconds: large files come first, and small ones take longer for each byte.
+/// Estimates the current rate. The average since the start would be wrong: large files come first, and small
+/// ones take longer per byte.
 class RateEstimate
 {
 public:
-    /// Takes note that \a bytes in all were done \a milliseconds after the start.
+    /// Adds a measurement: \a bytes in all, \a milliseconds after the start.
     void add(qint64 bytes, qint64 milliseconds);
 
-    /// 0 in the first second, which says little.
+    /// 0 in the first second, when there is too little to estimate from.
     [[nodiscard]] double bytesPerSecond() const;
 
 private:
     qint64 m_bytes = 0;
     qint64 m_milliseconds = 0;
-    /// Smoothed; what it was before the start counts as 0.
+    /// Exponential moving average that starts at 0.
     double m_rate = 0;
 };
 
 /// One line of at most \a width columns that shows \a state: a bar, per cent, bytes, files and time left.
-/// What does not fit is left out, the bar first.
+/// Leaves out the parts that do not fit, the bar first.
 [[nodiscard]] QString progressLine(const ProgressState &state, int width);

@@ -6,5 +6,5 @@
 
 [[nodiscard]] const CommandDescription &removeCommand();
 
-/// Runs `quillory-cli remove` with what follows these two words. Returns the exit code.
-int runRemove(const QStringList &arguments);
+/// Runs `quillory-cli remove` with \a arguments, which do not include these two words. Returns the exit code.
+[[nodiscard]] int runRemove(const QStringList &arguments);

@@ -8,9 +8,9 @@
 /// What a report proposes for a file.
 enum class FileAction {
     Keep,      ///< the kept file of its group
-    Remove,    ///< a further copy
+    Remove,    ///< a copy, which `remove` acts on
     Link,      ///< a further name of another file of the group
-    Reference, ///< in a reference folder: never removed
+    Reference, ///< a file of a reference folder, which is never removed
 };
 
 /// One path of a group.
@@ -22,7 +22,7 @@ struct ReportFile
     quint64 links = 1;
     /// Milliseconds since 1970-01-01 UTC.
     qint64 modified = 0;
-    /// Absolute in reports; as given by the user in texts and lists.
+    /// Absolute in JSON and CSV. Begins with the folder as the user gave it in text and lists of paths.
     QString path;
 };
 
@@ -30,9 +30,9 @@ struct ReportFile
 struct ReportGroup
 {
     QList<ReportFile> files;
-    /// Index of the kept file.
+    /// Index of the kept file; -1 if a parsed report has no valid index.
     qsizetype kept = 0;
-    /// Bytes of one copy.
+    /// Size of each file in bytes.
     qint64 size = 0;
 };
 
@@ -48,16 +48,17 @@ struct ReportSummary
     qint64 unreadable = 0;
 };
 
-/// What `find` found, and what `remove` reads.
+/// The result of `find`, and the input of `remove`.
 struct Report
 {
-    /// "bytes" or "sample".
+    /// How the files were compared: "bytes" or "sample".
     QString compared;
     /// UTC.
     QDateTime created;
+    /// Absolute paths: the folders that were given, then the reference folders, each once.
     QStringList folders;
     QList<ReportGroup> groups;
     ReportSummary summary;
-    /// Of the program that wrote the report.
+    /// Version of the program that wrote the report.
     QString version;
 };

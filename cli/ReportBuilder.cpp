@@ -9,13 +9,13 @@
 
 namespace {
 
-/// A path of a group, with what decides about it.
+/// A path of a group, and the facts that decide its action.
 struct Candidate
 {
     const SurveyedFile *file = nullptr;
     bool isReference = false;
     QString absolutePath;
-    /// What the keep rule goes by; the smallest is kept.
+    /// From the keep rule: the file with the smallest rank is kept.
     qint64 rank = 0;
 };
 
@@ -34,7 +34,7 @@ qint64 rankOf(const Candidate &candidate, KeepRule rule)
     return 0;
 }
 
-/// Reference files first, then as the keep rule has it, then by folder and path.
+/// Reference files first, then by the keep rule, then by folder and path.
 bool isBetterKept(const Candidate &a, const Candidate &b)
 {
     const auto facts = [](const Candidate &candidate) {
@@ -90,7 +90,7 @@ public:
     }
 
 private:
-    /// All names of a file, the one that stands for it first.
+    /// All names of a file. The first is not listed as a link.
     [[nodiscard]] std::vector<Candidate> namesOf(const SurveyedFile &file) const
     {
         std::vector<Candidate> names{candidate(file)};
@@ -162,7 +162,7 @@ QList<ReportGroup> reportGroups(const std::vector<std::vector<quint32>> &groups,
     });
     QList<ReportGroup> result;
     result.reserve(static_cast<qsizetype>(weighed.size()));
-    for (Weighed &each : weighed)
-        result.append(std::move(each.group));
+    for (Weighed &entry : weighed)
+        result.append(std::move(entry.group));
     return result;
 }

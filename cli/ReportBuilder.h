@@ -6,25 +6,26 @@
 #include "cli/SearchedFolders.h"
 #include "cli/UniqueFiles.h"
 
-/// Which paths a report holds.
+/// Form of the paths in a report.
 enum class PathForm {
     AsGiven, ///< begin with the folder as the user gave it
     Absolute,
 };
 
-/// Decides which file of each of \a groups (indexes into the files of \a unique) is kept and what becomes of
-/// the others. Groups are ordered by the bytes that they would free, largest first, then by the kept path; a
-/// group begins with its kept file, the others follow by path. Paths are compared by their bytes.
+/// Decides which file of each group is kept, and the actions of the others. \a groups are indexes into the
+/// files of \a unique. The result is sorted by the bytes that each group would free, largest first, then by
+/// the path of the kept file. A group begins with its kept file, and the others follow by path. Paths are
+/// compared by their bytes, in the form \a form.
 [[nodiscard]] QList<ReportGroup> reportGroups(const std::vector<std::vector<quint32>> &groups,
     const UniqueFiles &unique, const SearchedFolders &folders, KeepRule rule, PathForm form);
 
-/// Bytes and files that removing all that is offered would free. A file with names that are not listed frees
-/// none until the last of them goes; it is counted all the same.
+/// The files with the action Remove. The bytes of a file with several names count, although they become free
+/// only when its last name is removed.
 struct Removable
 {
     qint64 files = 0;
     qint64 bytes = 0;
-    /// How many of the files have several names.
+    /// Files with several names.
     qint64 filesWithFurtherNames = 0;
 };
 

@@ -6,18 +6,18 @@
 
 #include <functional>
 
-/// Takes the next bytes of a formatted report. False: no more are wanted.
+/// Receives the next bytes of a formatted report. Returning false ends the formatting.
 using ReportSink = std::function<bool(const QByteArray &bytes)>;
 
-// Each passes \a report, group by group, to \a sink until it has enough. The bytes are UTF-8.
+// Each function formats \a report as UTF-8 and passes it to \a sink group by group.
 
-/// For people: a heading for each group, the action before each path, control characters escaped, and a
-/// closing line with totals.
+/// For people: a heading for each group, the action before each path, and a closing line with totals. Control
+/// characters are escaped.
 void writeText(const Report &report, bool withColours, const ReportSink &sink);
 
 /// RFC 4180 with CR LF: group (from 1), size, action, path, modified, compared.
 void writeCsv(const Report &report, const ReportSink &sink);
 
-/// A path a line, as it is, and an empty line between groups; NUL instead of the line break with
-/// \a nullSeparated. Further names of a file are left out.
+/// One path per line, unescaped, and an empty line between groups. With \a nullSeparated, NUL replaces each
+/// line break. Further names of a file are left out.
 void writePaths(const Report &report, bool nullSeparated, const ReportSink &sink);

@@ -13,12 +13,12 @@ namespace {
 QString absoluteFolder(const QString &given)
 {
     const QString absolute = QDir::cleanPath(QDir::current().absoluteFilePath(given));
-    // ".." behind a link leads elsewhere than the text says.
+    // After a link, ".." leads to the parent of its target, which the text of the path does not show.
     const QString canonical = QFileInfo(given).canonicalFilePath();
     return canonical.isEmpty() || QFileInfo(absolute).canonicalFilePath() == canonical ? absolute : canonical;
 }
 
-/// \a path with \a prefix in place of \a replaced, with which it begins.
+/// \a path with its beginning \a replaced replaced by \a prefix.
 QString withPrefix(const QString &prefix, QStringView path, const QString &replaced)
 {
     QString result;

@@ -6,29 +6,30 @@
 #include <QString>
 #include <QStringList>
 
-/// The folders that are searched: first those of the user's list, then the reference folders, each once.
+/// The folders that are searched, each once: first the FOLDERs of the command line, then the reference
+/// folders.
 class SearchedFolders
 {
 public:
     SearchedFolders(const QStringList &folders, const QStringList &references);
 
-    /// As the user gave them, for SurveyRequest::folders.
+    /// The folders as the user gave them, for SurveyRequest::folders.
     [[nodiscard]] QStringList given() const;
-    /// The same folders in the same order.
+    /// The absolute paths of the folders, in the same order.
     [[nodiscard]] QStringList absolute() const;
 
     /// The absolute path of a file that was found in these folders.
     [[nodiscard]] QString absolutePath(const SurveyedFile &file) const;
-    /// Whether the file lies in a reference folder, whichever folder it was found in.
+    /// Whether the file is in a reference folder, even if it was found through another folder.
     [[nodiscard]] bool isReference(const SurveyedFile &file) const;
 
 private:
-    /// Paths with a slash at their ends.
+    /// Each path ends with a slash.
     struct Folder
     {
         QString given;
         QString absolute;
-        /// With all links resolved; empty when there is no such folder.
+        /// Without links; empty if the folder does not exist.
         QString canonical;
     };
 

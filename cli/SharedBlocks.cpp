@@ -26,7 +26,7 @@ Obstacle unsupported()
 
 namespace {
 
-/// Bytes shared with one call. btrfs takes no more at once.
+/// Bytes to share in one call: the limit of Btrfs.
 constexpr quint64 mostAtOnce = 16ULL * 1024 * 1024;
 
 Obstacle obstacleOf(int error)
@@ -36,11 +36,12 @@ Obstacle obstacleOf(int error)
     return systemObstacle(error);
 }
 
-/// Shares up to \a length bytes from \a position on and sets \a shared to how many the kernel took.
+/// Shares up to \a length bytes from \a position on. Sets \a shared to the number of bytes that the kernel
+/// shared.
 std::optional<Obstacle> shareRange(
     const HeldFile &kept, const HeldFile &candidate, quint64 position, quint64 length, quint64 &shared)
 {
-    // The structure ends with a list of as many targets as there are.
+    // The structure ends with an array of targets: here, one.
     alignas(file_dedupe_range) std::array<char, sizeof(file_dedupe_range) + sizeof(file_dedupe_range_info)>
         memory{};
     auto *const request = new (memory.data()) file_dedupe_range;
@@ -62,7 +63,7 @@ std::optional<Obstacle> shareRange(
     return std::nullopt;
 }
 
-/// Some file systems take sharing for a change of the file.
+/// Some file systems change the modification time when blocks are shared.
 void restoreModificationTime(const HeldFile &file)
 {
     struct stat status = {};

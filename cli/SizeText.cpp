@@ -7,7 +7,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 QString sizeText(qint64 bytes)
 {
     constexpr double step = 1024;
-    // From here on, two decimals would show 1024.00.
+    // Larger values would be rounded to 1024.00.
     constexpr double nextUnit = 1023.995;
     const QStringList units{u"KB"_s, u"MB"_s, u"GB"_s, u"TB"_s};
     if (bytes < qint64(step))

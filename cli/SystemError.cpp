@@ -10,7 +10,7 @@ using Qt::StringLiterals::operator""_s;
 
 namespace {
 
-/// Whether \a code says that a path leads nowhere.
+/// Whether \a code means that there is no such file.
 bool isMissing(int code)
 {
 #ifdef Q_OS_WIN

@@ -2,6 +2,6 @@
 
 #include "cli/Obstacle.h"
 
-/// The obstacle that an error code of the system stands for: errno, on Windows GetLastError(). A missing file
-/// is not as reported; everything else is the system's.
+/// The obstacle for an error code of the system: errno, on Windows GetLastError(). A missing file and a link
+/// are NotAsReported, all other errors are System.
 [[nodiscard]] Obstacle systemObstacle(int code);

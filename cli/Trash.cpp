@@ -10,7 +10,7 @@ std::optional<Obstacle> moveToTrash(HeldFile &file)
         return obstacle;
     const FileIdentity compared = file.identity();
     const QString origin = file.path();
-    // Windows moves no file that is open without restrictions.
+    // Windows does not move a file that is open without FILE_SHARE_WRITE.
     file.content().close();
     QFile entry(origin);
     if (!entry.moveToTrash())

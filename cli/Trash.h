@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// Moves \a file to the trash of its volume. It is never deleted instead: where there is no trash, and none
-/// can be made, it stays where it is. If another file has taken its path at the last moment, that one is put
-/// back.
+/// Moves \a file to the trash of its volume. Returns an obstacle if there is no trash and none can be
+/// created; the file is never deleted instead. If another file takes its path at the last moment, that file
+/// is moved back.
 [[nodiscard]] std::optional<Obstacle> moveToTrash(HeldFile &file);

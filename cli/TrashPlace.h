@@ -7,13 +7,13 @@
 
 #include <optional>
 
-/// Makes the trash into which QFile::moveToTrash() moves \a file, where it is missing, and returns why the
-/// file cannot go there.
+/// Creates the trash folder that QFile::moveToTrash() uses for \a file, unless it exists. Returns why the
+/// file cannot be moved there.
 ///
-/// Qt 6.4 must not be called without: when it cannot make a trash, it moves the file into a folder "files" of
-/// the working folder; when it cannot write into one, it tries again without end.
+/// Must be called before QFile::moveToTrash() of Qt 6.4. Without a trash folder, that function moves the file
+/// into a folder "files" of the working folder; if it cannot write into the trash, it never returns.
 [[nodiscard]] std::optional<Obstacle> prepareTrash(const HeldFile &file);
 
-/// Makes the note beside a trashed file correct, from which other programs restore it: Qt 6.4 writes the
-/// path \a origin into it as it is, but "%" and control characters must be encoded.
+/// Corrects the .trashinfo file of a trashed file, from which other programs restore it. Qt 6.4 writes the
+/// path \a origin unencoded, but "%" and control characters must be encoded.
 void correctTrashNote(const QString &pathInTrash, const QString &origin);

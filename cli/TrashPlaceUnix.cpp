@@ -27,12 +27,13 @@ Obstacle noTrash(const QString &reason)
     return {Obstacle::Kind::System, u"no trash can be used: "_s + reason};
 }
 
-/// Makes the folder unless it is there. False when there is none afterwards.
+/// Creates the folder unless it exists. False if there is no folder afterwards.
 bool makeFolder(const QString &path)
 {
     return ::mkdir(QFile::encodeName(path).constData(), ownerOnly) == 0 || QFileInfo(path).isDir();
 }
 
+/// Whether \a path is a trash folder for all users: a folder with the sticky bit, no link.
 bool isSharedTrash(const QString &path)
 {
     struct stat status = {};
@@ -40,7 +41,7 @@ bool isSharedTrash(const QString &path)
            (status.st_mode & S_ISVTX) != 0;
 }
 
-/// The trash folder at the top of a volume other than that of the user's home; empty when none can be made.
+/// The trash folder at the top of a volume other than the user's home; empty if it cannot be created.
 QString makeVolumeTrash(const QString &top)
 {
     const QString user = QString::number(::getuid());
@@ -54,7 +55,7 @@ QString makeVolumeTrash(const QString &top)
     return makeFolder(trash) ? trash : QString();
 }
 
-/// The user's own trash folder; empty when none can be made.
+/// The trash folder of the user's home; empty if it cannot be created.
 QString makeHomeTrash()
 {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -62,7 +63,7 @@ QString makeHomeTrash()
     return QDir().mkpath(data) && makeFolder(trash) ? trash : QString();
 }
 
-/// Why no file can be made in \a folder. Tries it where the system can make one without a name.
+/// An obstacle if no file can be created in \a folder. Creates a file without a name, where the system can.
 std::optional<Obstacle> unwritable(const QString &folder)
 {
     const QByteArray path = QFile::encodeName(folder);
@@ -78,7 +79,8 @@ std::optional<Obstacle> unwritable(const QString &folder)
     return std::nullopt;
 }
 
-/// Names in the trash get a number, and those of their notes a suffix: "name-0001.trashinfo".
+/// Whether the trash can hold a file with this name. Its .trashinfo file has a longer name, and a number if
+/// the name is taken: "name-0001.trashinfo".
 bool fitsIntoTrash(const QString &trash, const QByteArray &name)
 {
     constexpr long usualLimit = 255;

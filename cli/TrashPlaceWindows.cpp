@@ -10,7 +10,7 @@ using Qt::StringLiterals::operator""_s;
 
 std::optional<Obstacle> prepareTrash(const HeldFile &file)
 {
-    // Windows deletes what it cannot recycle, without a question: only fixed disks have a recycle bin.
+    // Without a recycle bin, which only fixed disks have, Windows would delete the file without asking.
     const std::wstring root = QDir::toNativeSeparators(QStorageInfo(file.path()).rootPath()).toStdWString();
     SHQUERYRBINFO contents = {};
     contents.cbSize = sizeof contents;
@@ -21,5 +21,5 @@ std::optional<Obstacle> prepareTrash(const HeldFile &file)
 
 void correctTrashNote(const QString & /*pathInTrash*/, const QString & /*origin*/)
 {
-    // Windows writes its own notes.
+    // Windows keeps the original path itself.
 }

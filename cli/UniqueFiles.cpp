@@ -30,9 +30,9 @@ UniqueFiles uniteNames(std::vector<SurveyedFile> found, const SearchedFolders &f
 {
     std::ranges::sort(found, isNamedBefore);
     UniqueFiles unique;
-    // Files are moved up in place: a second list of a million files would double the memory.
+    // Works in place: a second list of a million files would double the memory.
     auto end = found.begin();
-    // Of the file before \a end.
+    // Paths to the file before end.
     QSet<QString> paths;
     for (auto file = found.begin(); file != found.end(); ++file) {
         const auto next = std::next(file);
@@ -40,7 +40,7 @@ UniqueFiles uniteNames(std::vector<SurveyedFile> found, const SearchedFolders &f
         const bool hasFurther = next != found.end() && next->identity == file->identity;
         if (!isFurther)
             paths.clear();
-        // Most files have one name: no path is made for them.
+        // Most files have one name. Their paths need not be built.
         if (isFurther || hasFurther) {
             const QString path = folders.absolutePath(*file);
             if (paths.contains(path))

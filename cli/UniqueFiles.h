@@ -6,17 +6,18 @@
 #include <span>
 #include <vector>
 
-/// The files of a survey, each once however many paths lead to it.
+/// The files of a survey, each once, even if several paths lead to it.
 struct UniqueFiles
 {
-    /// One name of each file: that of the earliest folder, then of the first path.
+    /// One name of each file: the one of the earliest folder, and of these the first path.
     std::vector<SurveyedFile> files;
-    /// All further names, ordered by identity, then as above. Each path stands in one of the two lists, once.
+    /// All further names, sorted by identity, then by folder and path. No path is in both lists or listed
+    /// twice.
     std::vector<SurveyedFile> furtherNames;
 
-    /// Those of \a file.
+    /// The further names of \a file.
     [[nodiscard]] std::span<const SurveyedFile> furtherNamesOf(const SurveyedFile &file) const;
 };
 
-/// Brings together the paths in \a found that lead to the same file.
+/// Groups the paths in \a found by the file that they lead to.
 [[nodiscard]] UniqueFiles uniteNames(std::vector<SurveyedFile> found, const SearchedFolders &folders);
