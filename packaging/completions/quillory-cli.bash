@@ -1,6 +1,6 @@
 # Completion of quillory-cli for bash.
 
-# Completes the last word of a list that is separated by commas.
+# Completes the last word of a comma-separated list.
 _quillory_cli_list() {
     local words=$1 current=$2 before=''
     [[ $current != *,* ]] || before=${current%,*},
@@ -11,7 +11,7 @@ _quillory_cli_list() {
 _quillory_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous='' command=${COMP_WORDS[1]} words=''
     ((COMP_CWORD == 0)) || previous=${COMP_WORDS[COMP_CWORD - 1]}
-    # bash takes "--option=value" for three words.
+    # bash splits "--option=value" into three words.
     if [[ $current == = ]]; then
         current=
     elif [[ $previous == = ]]; then
