@@ -4,5 +4,5 @@
 
 #include <windows.h>
 
-/// The handle of Windows behind an open file.
+/// The Windows handle of an open file.
 [[nodiscard]] HANDLE handleOf(const QFile &file);

@@ -8,6 +8,14 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
+namespace {
+
+/// A shell function that waits until the process $1 sleeps. Returns soon on systems other than Linux.
+const QString waitForSleep = u"waitForSleep() { for ((i = 0; i < 1000; ++i)); do "
+                             "[[ $(<\"/proc/$1/stat\") == *') S '* ]] && return; done; } 2>/dev/null; "_s;
+
+} // namespace
+
 /// Commands, exit codes and interruption of quillory-cli.
 class tst_cliCommands : public QObject
 {
@@ -151,9 +159,9 @@ void tst_cliCommands::endsWhenInterruptedWhileOutputIsBlocked()
     QSKIP("there are no signals");
 #endif
     m_place->writeLargeOutput(u"many"_s);
-    const CommandRun result =
-        m_place->runInShell(u"mkfifo output; \"$1\" find many --format csv >output & "
-                            "exec 3<output; read -r -n 1 <&3; kill -TERM $!; wait $!"_s);
+    const CommandRun result = m_place->runInShell(
+        waitForSleep + u"mkfifo output; \"$1\" find many --format csv >output & "
+                       "exec 3<output; read -r -n 1 <&3; waitForSleep $!; kill -TERM $!; wait $!"_s);
     QCOMPARE(result.exitCode, 130);
     QVERIFY(result.errors.endsWith("quillory-cli: interrupted: the report is incomplete\n"));
 }
@@ -166,7 +174,7 @@ void tst_cliCommands::endsWhenInterruptedBeforeItsPipeHasAReader()
     // The progress line ends just before the program opens the pipe.
     const CommandRun result = m_place->runInShell(
         u"mkfifo output errors; \"$1\" find a --progress always --output output 2>errors & "
-        "exec 3<errors; read -r <&3; kill -TERM $!; wait $!"_s);
+        "exec 3<errors; read -r <&3; waitForSleep $!; kill -TERM $!; wait $!"_s);
     QCOMPARE(result.exitCode, 130);
 }
 

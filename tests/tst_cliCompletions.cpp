@@ -36,7 +36,7 @@ QStringList helpedOptions(const CommandDescription &command)
     return captures(helpText(command), u"^  (--[a-z-]+)"_s);
 }
 
-/// The part of \a text from \a start to \a end.
+/// The part of \a text from \a start to \a end; empty if there is no \a start.
 QString section(const QString &text, const QString &start, const QString &end)
 {
     const qsizetype from = text.indexOf(start);
@@ -55,7 +55,7 @@ QStringList offeredByBash(const QStringList &words)
     return offered;
 }
 
-/// Those that fish offers.
+/// The words that fish offers for the last of \a words.
 QStringList offeredByFish(const QStringList &words)
 {
     const QString script = u"source $argv[1]; complete -C $argv[2]"_s;
@@ -73,7 +73,7 @@ bool hasProgram(const QString &name)
 
 } // namespace
 
-/// The shells and the manual page know the options of the help, and no others.
+/// The completions and the manual page have exactly the options of the help.
 class tst_cliCompletions : public QObject
 {
     Q_OBJECT
@@ -81,12 +81,12 @@ class tst_cliCompletions : public QObject
 private slots:
     void initTestCase();
 
-    void listTheOptionsOfTheHelp_data();
-    void listTheOptionsOfTheHelp();
-    void listTheValuesOfEachOption_data();
-    void listTheValuesOfEachOption();
+    void haveTheOptionsOfTheHelp_data();
+    void haveTheOptionsOfTheHelp();
+    void haveTheWordsOfEachOption_data();
+    void haveTheWordsOfEachOption();
     void offerCommands();
-    void offerTheNextItemOfAList();
+    void offerTheNextWordOfAList();
     void areValidScripts();
 };
 
@@ -96,7 +96,7 @@ void tst_cliCompletions::initTestCase()
         QSKIP("The project's files are not on this machine");
 }
 
-void tst_cliCompletions::listTheOptionsOfTheHelp_data()
+void tst_cliCompletions::haveTheOptionsOfTheHelp_data()
 {
     QTest::addColumn<QStringList>("help");
     QTest::addColumn<QString>("command");
@@ -104,7 +104,7 @@ void tst_cliCompletions::listTheOptionsOfTheHelp_data()
         QTest::addRow("%s", qPrintable(command.name)) << helpedOptions(command) << command.name;
 }
 
-void tst_cliCompletions::listTheOptionsOfTheHelp()
+void tst_cliCompletions::haveTheOptionsOfTheHelp()
 {
     QFETCH(const QStringList, help);
     QFETCH(const QString, command);
@@ -130,7 +130,7 @@ void tst_cliCompletions::listTheOptionsOfTheHelp()
         QCOMPARE(offeredByFish({command, u"--"_s}), help);
 }
 
-void tst_cliCompletions::listTheValuesOfEachOption_data()
+void tst_cliCompletions::haveTheWordsOfEachOption_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("option");
@@ -144,7 +144,7 @@ void tst_cliCompletions::listTheValuesOfEachOption_data()
     }
 }
 
-void tst_cliCompletions::listTheValuesOfEachOption()
+void tst_cliCompletions::haveTheWordsOfEachOption()
 {
     QFETCH(const QString, command);
     QFETCH(const QString, option);
@@ -179,7 +179,7 @@ void tst_cliCompletions::offerCommands()
     }
 }
 
-void tst_cliCompletions::offerTheNextItemOfAList()
+void tst_cliCompletions::offerTheNextWordOfAList()
 {
     if (!hasProgram(u"bash"_s))
         QSKIP("there is no bash");

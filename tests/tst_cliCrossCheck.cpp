@@ -19,7 +19,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// The file that \a path leads to: of one with several names each program lists another one.
+/// Identifies the file at \a path. Of a file with several names, each program lists a different one.
 QByteArray identity(const QByteArray &path)
 {
 #ifdef Q_OS_UNIX
@@ -30,7 +30,7 @@ QByteArray identity(const QByteArray &path)
     return path;
 }
 
-/// Groups of paths, as a program prints them.
+/// The groups of paths that a program printed.
 QList<QByteArrayList> pathGroups(const QByteArray &output)
 {
     QList<QByteArrayList> found;
@@ -44,14 +44,14 @@ QList<QByteArrayList> pathGroups(const QByteArray &output)
     return found;
 }
 
-/// Groups of files, in an order that depends on the files alone.
+/// The groups of files that a program printed, sorted.
 QList<QByteArrayList> fileGroups(const QByteArray &output)
 {
     QList<QByteArrayList> found = pathGroups(output);
     for (QByteArrayList &group : found) {
         std::ranges::transform(group, group.begin(), identity);
         std::ranges::sort(group);
-        // jdupes lists some further names.
+        // jdupes lists some files by several names.
         group.erase(std::unique(group.begin(), group.end()), group.end());
     }
     std::ranges::sort(found);
@@ -66,7 +66,7 @@ CommandRun findAll(const QString &folder)
 
 } // namespace
 
-/// The same groups as other programs that compare every byte.
+/// Finds the same groups as fdupes and jdupes, which compare every byte.
 class tst_cliCrossCheck : public QObject
 {
     Q_OBJECT
@@ -81,7 +81,7 @@ private:
     static QString makeTree();
 };
 
-/// Hard links, empty files, hidden files and folders, links, files that differ in one byte.
+/// Creates hard links, empty files, hidden files and folders, links, and files that differ in one byte.
 QString tst_cliCrossCheck::makeTree()
 {
     static const QTemporaryDir place;
@@ -117,7 +117,7 @@ void tst_cliCrossCheck::findsTheSameGroups_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("folder");
     addFolders(u"fdupes"_s, {u"-r"_s, u"-q"_s});
-    // jdupes leaves empty files out unless told otherwise.
+    // jdupes leaves out empty files by default.
     addFolders(u"jdupes"_s, {u"-r"_s, u"-q"_s, u"-z"_s});
 }
 

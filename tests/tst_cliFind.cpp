@@ -1,4 +1,4 @@
-#include "tests/support/CliFolder.h"
+#include "tests/support/CliPlace.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
@@ -13,7 +13,7 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-/// What `quillory-cli find` finds in real folders.
+/// The files that `quillory-cli find` reports.
 class tst_cliFind : public QObject
 {
     Q_OBJECT
@@ -25,18 +25,18 @@ private slots:
     void reportsEverythingInJson();
     void comparesEveryByte();
     void comparesSamplesOnRequest();
-    void skipsExcludedFiles_data();
-    void skipsExcludedFiles();
+    void leavesOutFilteredFiles_data();
+    void leavesOutFilteredFiles();
     void keepsOldestOrNewest();
     void givesTheSameOutputWithAnyNumberOfThreads();
 
 private:
-    std::unique_ptr<CliFolder> m_place;
+    std::unique_ptr<CliPlace> m_place;
 };
 
 void tst_cliFind::init()
 {
-    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
+    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
 }
 
 void tst_cliFind::listsIdenticalFiles()
@@ -117,7 +117,7 @@ void tst_cliFind::comparesSamplesOnRequest()
     QCOMPARE(run.exitCode, 0);
 }
 
-void tst_cliFind::skipsExcludedFiles_data()
+void tst_cliFind::leavesOutFilteredFiles_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("found");
@@ -137,7 +137,7 @@ void tst_cliFind::skipsExcludedFiles_data()
     QTest::addRow("a path") << QStringList{u"--exclude=sub/a.*"_s, u"--exclude=a.jpg"_s} << QString();
 }
 
-void tst_cliFind::skipsExcludedFiles()
+void tst_cliFind::leavesOutFilteredFiles()
 {
     QFETCH(const QStringList, arguments);
     QFETCH(const QString, found);
@@ -161,7 +161,7 @@ void tst_cliFind::keepsOldestOrNewest()
     if (!writeFilesOneAfterAnother(
             {m_place->path(u"2"_s), m_place->path(u"3"_s), m_place->path(u"1"_s)}, "equal"))
         QSKIP("the file system keeps no creation times");
-    // Modification times say the opposite.
+    // The modification times are in the opposite order.
     for (const QString &name : {u"1"_s, u"3"_s, u"2"_s})
         setModificationTime(m_place->path(name), qint64(100) * name.toInt());
     if (const QFileInfo oldest(m_place->path(u"2"_s)); oldest.birthTime() == oldest.lastModified())

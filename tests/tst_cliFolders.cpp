@@ -1,15 +1,17 @@
 #include "cli/PathOrder.h"
 #include "cli/SearchedFolders.h"
 #include "tests/support/SpecialFiles.h"
+#include "tests/support/WorkingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include <memory>
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-/// The paths of files: absolute ones, and their order.
+/// Absolute paths of files, and the order of paths.
 class tst_cliFolders : public QObject
 {
     Q_OBJECT
@@ -23,22 +25,17 @@ private slots:
     void followsLinksBeforeDotDot();
 
 private:
-    QTemporaryDir m_place;
-    QString m_previousFolder;
+    std::unique_ptr<WorkingFolder> m_place;
 };
 
-/// Folders a, b and r in a place of their own, which is the current one.
 void tst_cliFolders::init()
 {
-    m_previousFolder = QDir::currentPath();
-    for (const QString &name : {u"a/r"_s, u"b"_s, u"r"_s})
-        QVERIFY(QDir(m_place.path()).mkpath(name));
-    QVERIFY(QDir::setCurrent(m_place.path()));
+    m_place = std::make_unique<WorkingFolder>(QStringList{u"a/r"_s, u"b"_s, u"r"_s});
 }
 
 void tst_cliFolders::cleanup()
 {
-    QDir::setCurrent(m_previousFolder);
+    m_place.reset();
 }
 
 void tst_cliFolders::comparesPathsByTheirBytes()
@@ -70,12 +67,11 @@ void tst_cliFolders::makesPathsAbsolute()
 
 void tst_cliFolders::followsLinksBeforeDotDot()
 {
-    if (!makeLink(m_place.filePath(u"a/r"_s), m_place.filePath(u"link"_s)))
+    if (!makeLink(m_place->path(u"a/r"_s), m_place->path(u"link"_s)))
         QSKIP("there are no symbolic links here");
     const SearchedFolders folders({u"link/.."_s, u"link"_s}, {});
-    const QString place = QFileInfo(m_place.path()).canonicalFilePath();
+    const QString place = QFileInfo(m_place->path()).canonicalFilePath();
     QCOMPARE(folders.absolute(), QStringList({place + u"/a"_s, QDir::currentPath() + u"/link"_s}));
-    QFile::remove(m_place.filePath(u"link"_s));
 }
 
 QTEST_GUILESS_MAIN(tst_cliFolders)

@@ -1,17 +1,17 @@
 #include "cli/ReportBuilder.h"
+#include "tests/support/WorkingFolder.h"
 
-#include <QDir>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <map>
+#include <memory>
 #include <vector>
 
 using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// A file as a survey finds it; inode 0 stands for one of its own.
+/// A file of a survey. With inode 0, the file gets an inode of its own.
 struct Found
 {
     QString path;
@@ -48,7 +48,7 @@ QStringList described(const ReportGroup &group)
     return lines;
 }
 
-/// The groups that files of equal size make.
+/// The report groups of \a files, in which files of equal size count as equal.
 QList<ReportGroup> groupsOf(const QList<Found> &files, const SearchedFolders &folders,
     KeepRule rule = KeepRule::First, PathForm form = PathForm::AsGiven)
 {
@@ -71,7 +71,7 @@ QStringList groupOf(
 
 } // namespace
 
-/// Which file of a group is kept, what becomes of the others, and in which order they are reported.
+/// Which file of a group is kept, the actions of the other files, and the order of both.
 class tst_cliGroups : public QObject
 {
     Q_OBJECT
@@ -93,22 +93,17 @@ private slots:
     void ordersFilesByTheShownPath();
 
 private:
-    QTemporaryDir m_place;
-    QString m_previousFolder;
+    std::unique_ptr<WorkingFolder> m_place;
 };
 
-/// Folders a, b and r in a place of their own, which is the current one.
 void tst_cliGroups::init()
 {
-    m_previousFolder = QDir::currentPath();
-    for (const QString &name : {u"a/r"_s, u"b"_s, u"r"_s})
-        QVERIFY(QDir(m_place.path()).mkpath(name));
-    QVERIFY(QDir::setCurrent(m_place.path()));
+    m_place = std::make_unique<WorkingFolder>(QStringList{u"a/r"_s, u"b"_s, u"r"_s});
 }
 
 void tst_cliGroups::cleanup()
 {
-    QDir::setCurrent(m_previousFolder);
+    m_place.reset();
 }
 
 void tst_cliGroups::keepsByRule()
@@ -127,7 +122,7 @@ void tst_cliGroups::keepsByRule()
 
 void tst_cliGroups::decidesTiesByFolderAndPath()
 {
-    // The folder that was given first comes later in the alphabet.
+    // The first folder is the last one in the alphabet.
     const SearchedFolders folders({u"b"_s, u"a"_s}, {});
     const QList<Found> files{{.path = u"a/x"_s, .folder = 1, .created = 5},
         {.path = u"b/z"_s, .folder = 0, .created = 5}, {.path = u"b/y"_s, .folder = 0, .created = 5}};
@@ -186,8 +181,8 @@ void tst_cliGroups::prefersReferences()
 
 void tst_cliGroups::protectsReferencesFoundElsewhere()
 {
-    // The reference folder lies in a folder that is searched, and is given by another path.
-    const SearchedFolders folders({u"a"_s}, {m_place.filePath(u"b/../a/r"_s)});
+    // The reference folder is inside a searched folder and is given by another path.
+    const SearchedFolders folders({u"a"_s}, {m_place->path(u"b/../a/r"_s)});
     const QStringList group =
         groupOf({{.path = u"a/r/1"_s}, {.path = u"a/r/2"_s}, {.path = u"a/r.3"_s}}, folders);
     QCOMPARE(group, QStringList({u"keep a/r/1"_s, u"remove a/r.3"_s, u"reference a/r/2"_s}));
@@ -231,15 +226,15 @@ void tst_cliGroups::ordersGroupsByFreedBytes()
 
 void tst_cliGroups::ordersFilesByTheShownPath()
 {
-    const SearchedFolders folders({u"b"_s, m_place.filePath(u"a"_s)}, {});
-    const QString absoluteA = m_place.filePath(u"a/x"_s);
+    const SearchedFolders folders({u"b"_s, m_place->path(u"a"_s)}, {});
+    const QString absoluteA = m_place->path(u"a/x"_s);
     const QList<Found> files{
         {.path = u"b/x"_s, .folder = 0}, {.path = u"b/y"_s, .folder = 0}, {.path = absoluteA, .folder = 1}};
     QCOMPARE(described(groupsOf(files, folders, KeepRule::First, PathForm::AsGiven).constFirst()),
         QStringList({u"keep b/x"_s, u"remove "_s + absoluteA, u"remove b/y"_s}));
     QCOMPARE(described(groupsOf(files, folders, KeepRule::First, PathForm::Absolute).constFirst()),
-        QStringList({u"keep "_s + m_place.filePath(u"b/x"_s), u"remove "_s + absoluteA,
-            u"remove "_s + m_place.filePath(u"b/y"_s)}));
+        QStringList({u"keep "_s + m_place->path(u"b/x"_s), u"remove "_s + absoluteA,
+            u"remove "_s + m_place->path(u"b/y"_s)}));
 }
 
 QTEST_GUILESS_MAIN(tst_cliGroups)

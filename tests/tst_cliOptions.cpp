@@ -19,7 +19,7 @@ FindOptions options(const QStringList &arguments)
 
 } // namespace
 
-/// What a command line means.
+/// Options of find from the command line.
 class tst_cliOptions : public QObject
 {
     Q_OBJECT

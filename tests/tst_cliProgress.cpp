@@ -5,7 +5,7 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-/// The line that shows how far a search is.
+/// The progress line of a search.
 class tst_cliProgress : public QObject
 {
     Q_OBJECT

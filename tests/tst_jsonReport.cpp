@@ -48,7 +48,7 @@ Edit replacing(const QByteArray &before, const QByteArray &after)
 
 Q_DECLARE_METATYPE(Edit)
 
-/// The JSON report: what is written, and what is read of it.
+/// Writing and reading of JSON reports.
 class tst_jsonReport : public QObject
 {
     Q_OBJECT
@@ -66,6 +66,10 @@ private slots:
     void refuses_data();
     void refuses();
     void refusesEveryTruncation();
+
+private:
+    /// Rows of refuses().
+    static void addEditedKeys();
 };
 
 void tst_jsonReport::writesTheKeysInAlphabeticalOrder()
@@ -197,6 +201,11 @@ void tst_jsonReport::refuses_data()
     QTest::newRow("version as text") << replacing("\"quillory_report\": 1", R"("quillory_report": "1")")
                                      << u"no report"_s;
 
+    addEditedKeys();
+}
+
+void tst_jsonReport::addEditedKeys()
+{
     const auto row = [](const char *before, const char *after, const QString &reason) {
         QTest::addRow("%s to %s", before, after) << replacing(before, after) << reason;
     };

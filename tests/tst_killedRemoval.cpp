@@ -27,7 +27,7 @@ namespace {
 const QString program = QStringLiteral(QUILLORY_CLI);
 constexpr int pairs = 25;
 
-/// The files that a journal tells of.
+/// The files in a journal.
 struct JournalledFiles
 {
     QSet<QString> begun;
@@ -50,7 +50,7 @@ JournalledFiles readJournal(const QString &path)
 
 } // namespace
 
-/// `quillory-cli remove --apply`, killed at random moments.
+/// Kills `quillory-cli remove --apply` at random moments.
 class tst_killedRemoval : public QObject
 {
     Q_OBJECT
@@ -78,7 +78,7 @@ private:
     [[nodiscard]] bool isActedOn(int pair, const QString &action) const;
 
     void makePairs();
-    /// Starts the program and ends it after \a moment, or lets it end. Returns how long it ran.
+    /// Starts the program and kills it after \a moment, if there is one. Returns its running time.
     std::chrono::microseconds run(
         const QStringList &arguments, std::optional<std::chrono::microseconds> moment);
     void checkContents() const;
@@ -160,7 +160,7 @@ void tst_killedRemoval::losesNothing_data()
         QTest::newRow(qPrintable(action)) << action;
 }
 
-/// QUILLORY_KILLS sets how often.
+/// The environment variable QUILLORY_KILLS sets the number of kills.
 void tst_killedRemoval::losesNothing()
 {
     QFETCH(const QString, action);
@@ -178,7 +178,7 @@ void tst_killedRemoval::losesNothing()
             std::chrono::microseconds(QRandomGenerator::global()->bounded(qint64(wholeRun.count()) + 1)));
         checkContents();
         checkJournal(action);
-        // The next run ends the work and clears up.
+        // The next run finishes the work and removes temporary files.
         QVERIFY(runCommand(program, arguments).exitCode != 1);
         checkContents();
         QCOMPARE(QDir(path(u"copies"_s)).entryList(QDir::Files | QDir::Hidden).size(),

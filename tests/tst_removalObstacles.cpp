@@ -1,10 +1,8 @@
-#include "tests/support/CommandRun.h"
-#include "tests/support/ImmutableFile.h"
+#include "tests/support/OrdinaryUser.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
-#include "tests/support/SmallDisk.h"
+#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,43 +18,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-namespace {
-
-/// A disk that shares blocks between files, at a folder for its lifetime.
-class SharingDisk
-{
-public:
-    explicit SharingDisk(const QString &folder)
-        : m_folder(folder)
-    {
-        const CommandRun run =
-            runScript(u"truncate -s 128M \"$1.image\" && mkfs.btrfs -q \"$1.image\" && mkdir -p \"$1\" && "
-                      "mount -o loop \"$1.image\" \"$1\""_s,
-                {folder});
-        m_obstacle = run.exitCode == 0
-                         ? QString()
-                         : u"No disk shares blocks here: "_s + QString::fromLocal8Bit(run.errors);
-    }
-    ~SharingDisk()
-    {
-        if (m_obstacle.isEmpty())
-            (void)runScript(u"umount -l \"$1\""_s, {m_folder});
-    }
-    Q_DISABLE_COPY_MOVE(SharingDisk)
-
-    [[nodiscard]] QString obstacle() const
-    {
-        return m_obstacle;
-    }
-
-private:
-    const QString m_folder;
-    QString m_obstacle;
-};
-
-} // namespace
-
-/// Removal where the system does not allow it: exit code 1, and everything stays.
+/// Removal that the system prevents: the exit code is 1 and all files stay.
 class tst_removalObstacles : public QObject
 {
     Q_OBJECT
@@ -72,7 +34,6 @@ private slots:
     void needsOneVolume_data();
     void needsOneVolume();
     void needsAFileSystemThatSharesBlocks();
-    void sharesBlocks();
     void waitsForALease();
 
 private:
@@ -86,7 +47,7 @@ private:
         return reportOf({groupOf({path(u"files/a"_s), path(u"files/b"_s)})});
     }
 
-    /// Checks that neither the plan nor the action gets past the obstacle, and that all files stay.
+    /// Checks that the plan and the action report the obstacle and that all files stay.
     void checkObstacle(
         const Report &report, RemovalAction action, const QString &reason, bool seenInPlan = true);
 
@@ -135,21 +96,21 @@ void tst_removalObstacles::needsPermission()
     QFETCH(const QString, locked);
     QFETCH(const bool, onlyToLook);
     const Report report = pairReport();
-    allowAccess(m_folder->path());
+    letEverybodyIn(m_folder->path());
     if (onlyToLook)
-        allowReadingOnly(path(locked));
+        letEverybodyInToLook(path(locked));
     else
-        denyAccess(path(locked));
+        letNobodyIn(path(locked));
     RemovalOutcome planned;
     RemovalOutcome outcome;
     bool isRefused = false;
     {
-        const UnprivilegedUser user;
+        const OrdinaryUser user;
         isRefused = !QFile(path(u"files/new"_s)).open(QFile::WriteOnly);
         planned = carryOut(report, planning(RemovalAction::Delete));
         outcome = carryOut(report, applying(RemovalAction::Delete));
     }
-    allowAccess(path(locked));
+    letEverybodyIn(path(locked));
     QCOMPARE(QDir(path(u"files"_s)).entryList(QDir::Files).contains(u"b"_s), true);
     if (!isRefused)
         QSKIP("Permissions keep nobody out here");
@@ -216,37 +177,8 @@ void tst_removalObstacles::needsAFileSystemThatSharesBlocks()
         u"does not share blocks"_s);
 }
 
-void tst_removalObstacles::sharesBlocks()
-{
-    const SharingDisk disk(path(u"disk"_s));
-    if (!disk.obstacle().isEmpty())
-        QSKIP(qPrintable(disk.obstacle()));
-    // More than the kernel shares at once, and not whole blocks.
-    const QByteArray content(qsizetype(17) * 1024 * 1024 + 5, 'x');
-    const QStringList files{path(u"disk/a"_s), path(u"disk/b"_s)};
-    for (const QString &file : files)
-        writeFile(file, content);
-    setModificationTime(files.last(), 12345);
-    const auto blocksAt = [&files](int index) {
-        return runScript(u"sync \"$1\"; filefrag -v \"$1\" | grep shared"_s, {files.at(index)});
-    };
-    QCOMPARE(blocksAt(1).exitCode, 1);
-    const QDateTime modified = QFileInfo(files.last()).lastModified();
-    const auto before = identityAt(files.last());
-
-    QCOMPARE(carryOut(reportOf({groupOf(files)}), planning(RemovalAction::Reflink)).exitCode, ExitDone);
-    QCOMPARE(blocksAt(1).exitCode, 1);
-    QCOMPARE(carryOut(reportOf({groupOf(files)}), applying(RemovalAction::Reflink)).exitCode, ExitDone);
-
-    QCOMPARE(blocksAt(1).exitCode, 0);
-    QCOMPARE(identityAt(files.last()), before);
-    QCOMPARE(QFileInfo(files.last()).lastModified(), modified);
-    QCOMPARE(contentOf(files.last()), content);
-    // A further time, the blocks are shared already.
-    QCOMPARE(carryOut(reportOf({groupOf(files)}), applying(RemovalAction::Reflink)).exitCode, ExitDone);
-}
-
-/// Another program, such as a file server, may hold a lease on a file: it is asked to give it up.
+/// Another program, such as a file server, may hold a lease on a file. The kernel asks it to release the
+/// lease.
 void tst_removalObstacles::waitsForALease()
 {
 #ifdef Q_OS_LINUX

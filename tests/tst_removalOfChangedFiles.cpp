@@ -16,9 +16,26 @@ namespace {
 /// Changes the files of a test.
 using Change = std::function<void()>;
 
+void remove(const QString &file)
+{
+    if (!QFile::remove(file))
+        qFatal("Cannot remove %s", qPrintable(file));
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Change)
+
+namespace {
+
+/// A row of leavesChangedFilesAlone(). \a refused are the names of the files that are left alone.
+void row(const char *name, const Change &change, const QString &reason, bool seenInPlan,
+    const QStringList &refused)
+{
+    QTest::newRow(name) << change << reason << seenInPlan << refused;
+}
+
+} // namespace
 
 /// Removal of files that changed: after the report was written, and after they were compared.
 class tst_removalOfChangedFiles : public QObject, private EqualFiles
@@ -28,141 +45,134 @@ class tst_removalOfChangedFiles : public QObject, private EqualFiles
 private slots:
     void init();
 
-    void keepsChangedFiles_data();
-    void keepsChangedFiles();
+    void leavesChangedFilesAlone_data();
+    void leavesChangedFilesAlone();
     void checksAgainAfterComparing_data();
     void checksAgainAfterComparing();
-    void restoresAFileTrashedByMistake();
+    void putsBackWhatItTrashedByMistake();
     void refusesAFileInASwappedFolder();
+
+private:
+    // Rows of leavesChangedFilesAlone().
+    void addChangedCopies();
+    void addChangedKeptFiles();
+    void addLinksAndPipes();
 };
 
 void tst_removalOfChangedFiles::init()
 {
-    reset();
+    renew();
 }
 
-void tst_removalOfChangedFiles::keepsChangedFiles_data()
+void tst_removalOfChangedFiles::leavesChangedFilesAlone_data()
 {
     QTest::addColumn<Change>("change");
     QTest::addColumn<QString>("reason");
     QTest::addColumn<bool>("seenInPlan");
     QTest::addColumn<QStringList>("refused");
-
-    const QStringList candidate{u"b"_s};
-    const QStringList both{u"b"_s, u"c"_s};
-    const auto a = [this] { return path(u"a"_s); };
-    const auto b = [this] { return path(u"b"_s); };
-    const auto remove = [](const QString &file) {
-        if (!QFile::remove(file))
-            qFatal("Cannot remove %s", qPrintable(file));
-    };
-    const auto row = [](const char *name, const Change &change, const QString &reason, bool seenInPlan,
-                         const QStringList &refused) {
-        QTest::newRow(name) << change << reason << seenInPlan << refused;
-    };
-
-    row(
-        "changed", [=] { writeFile(b(), "Content"); }, u"contents differ"_s, false, candidate);
-    row(
-        "replaced, same times", [=] { replaceFile(b(), "contenT"); }, u"contents differ"_s, false, candidate);
-    row(
-        "grown", [=] { writeFile(b(), "contents"); }, u"its size is not that of the report"_s, true,
-        candidate);
-    row(
-        "truncated", [=] { writeFile(b(), ""); }, u"its size is not that of the report"_s, true, candidate);
-    row(
-        "removed", [=] { remove(b()); }, u"it is missing"_s, true, candidate);
-    row(
-        "folder",
-        [=] {
-            remove(b());
-            QDir().mkpath(b());
-        },
-        u"it is no regular file"_s, true, candidate);
-    row(
-        "hard link to the kept file",
-        [=] {
-            remove(b());
-            (void)makeHardLink(a(), b());
-        },
-        u"it is the same file as the kept one"_s, true, candidate);
+    addChangedCopies();
+    addChangedKeptFiles();
 #ifdef Q_OS_UNIX
-    row(
-        "link to the kept file",
-        [=] {
-            remove(b());
-            (void)makeLink(a(), b());
-        },
-        u"it is a link"_s, true, candidate);
-    row(
-        "link to a copy",
-        [=, this] {
-            remove(b());
-            (void)makeLink(path(u"c"_s), b());
-        },
-        u"it is a link"_s, true, candidate);
-    row(
-        "link to nowhere",
-        [=] {
-            remove(b());
-            (void)makeLink(u"nowhere"_s, b());
-        },
-        u"it is a link"_s, true, candidate);
-    row(
-        "pipe",
-        [=] {
-            remove(b());
-            (void)makePipe(b());
-        },
-        u"it is no regular file"_s, true, candidate);
-    row(
-        "socket",
-        [=] {
-            remove(b());
-            (void)makeSocket(b());
-        },
-        u"it is no regular file"_s, true, candidate);
-    row(
-        "kept file is a link",
-        [=] {
-            QFile::rename(a(), a() + u'2');
-            (void)makeLink(a() + u'2', a());
-        },
-        u"it is a link"_s, true, both);
-    row(
-        "kept file is a pipe",
-        [=] {
-            remove(a());
-            (void)makePipe(a());
-        },
-        u"it is no regular file"_s, true, both);
+    addLinksAndPipes();
 #endif
-    row(
-        "kept file changed", [=] { writeFile(a(), "Content"); }, u"contents differ"_s, false, both);
-    row(
-        "kept file replaced", [=] { replaceFile(a(), "contenT"); }, u"contents differ"_s, false, both);
-    row(
-        "kept file grown", [=] { writeFile(a(), "contents"); }, u"its size is not that of the report"_s, true,
-        both);
-    row(
-        "kept file removed", [=] { remove(a()); }, u"it is missing"_s, true, both);
-    row(
-        "kept file is a folder",
-        [=] {
-            remove(a());
-            QDir().mkpath(a());
-        },
-        u"it is no regular file"_s, true, both);
-    row(
-        "both grown alike",
-        [=] {
-            writeFile(a(), "contents");
-            writeFile(b(), "contents");
-        },
-        u"its size is not that of the report"_s, true, both);
 }
 
-void tst_removalOfChangedFiles::keepsChangedFiles()
+void tst_removalOfChangedFiles::addChangedCopies()
+{
+    row("changed", [this] { writeFile(path(u"b"_s), "Content"); }, u"contents differ"_s, false, {u"b"_s});
+    row("replaced, same times", [this] { replaceFile(path(u"b"_s), "contenT"); }, u"contents differ"_s, false,
+        {u"b"_s});
+    row("grown", [this] { writeFile(path(u"b"_s), "contents"); }, u"its size is not that of the report"_s,
+        true, {u"b"_s});
+    row("truncated", [this] { writeFile(path(u"b"_s), ""); }, u"its size is not that of the report"_s, true,
+        {u"b"_s});
+    row("removed", [this] { remove(path(u"b"_s)); }, u"it is missing"_s, true, {u"b"_s});
+    row("folder",
+        [this] {
+            remove(path(u"b"_s));
+            QDir().mkpath(path(u"b"_s));
+        },
+        u"it is no regular file"_s, true, {u"b"_s});
+    row("hard link to the kept file",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makeHardLink(path(u"a"_s), path(u"b"_s));
+        },
+        u"it is the same file as the kept one"_s, true, {u"b"_s});
+}
+
+void tst_removalOfChangedFiles::addChangedKeptFiles()
+{
+    row("kept file changed", [this] { writeFile(path(u"a"_s), "Content"); }, u"contents differ"_s, false,
+        {u"b"_s, u"c"_s});
+    row("kept file replaced", [this] { replaceFile(path(u"a"_s), "contenT"); }, u"contents differ"_s, false,
+        {u"b"_s, u"c"_s});
+    row("kept file grown", [this] { writeFile(path(u"a"_s), "contents"); },
+        u"its size is not that of the report"_s, true, {u"b"_s, u"c"_s});
+    row("kept file removed", [this] { remove(path(u"a"_s)); }, u"it is missing"_s, true, {u"b"_s, u"c"_s});
+    row("kept file is a folder",
+        [this] {
+            remove(path(u"a"_s));
+            QDir().mkpath(path(u"a"_s));
+        },
+        u"it is no regular file"_s, true, {u"b"_s, u"c"_s});
+    row("both grown alike",
+        [this] {
+            writeFile(path(u"a"_s), "contents");
+            writeFile(path(u"b"_s), "contents");
+        },
+        u"its size is not that of the report"_s, true, {u"b"_s, u"c"_s});
+}
+
+#ifdef Q_OS_UNIX
+void tst_removalOfChangedFiles::addLinksAndPipes()
+{
+    row("link to the kept file",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makeLink(path(u"a"_s), path(u"b"_s));
+        },
+        u"it is a link"_s, true, {u"b"_s});
+    row("link to a copy",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makeLink(path(u"c"_s), path(u"b"_s));
+        },
+        u"it is a link"_s, true, {u"b"_s});
+    row("link to nowhere",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makeLink(u"nowhere"_s, path(u"b"_s));
+        },
+        u"it is a link"_s, true, {u"b"_s});
+    row("pipe",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makePipe(path(u"b"_s));
+        },
+        u"it is no regular file"_s, true, {u"b"_s});
+    row("socket",
+        [this] {
+            remove(path(u"b"_s));
+            (void)makeSocket(path(u"b"_s));
+        },
+        u"it is no regular file"_s, true, {u"b"_s});
+    row("kept file is a link",
+        [this] {
+            QFile::rename(path(u"a"_s), path(u"a"_s) + u'2');
+            (void)makeLink(path(u"a"_s) + u'2', path(u"a"_s));
+        },
+        u"it is a link"_s, true, {u"b"_s, u"c"_s});
+    row("kept file is a pipe",
+        [this] {
+            remove(path(u"a"_s));
+            (void)makePipe(path(u"a"_s));
+        },
+        u"it is no regular file"_s, true, {u"b"_s, u"c"_s});
+}
+#endif
+
+void tst_removalOfChangedFiles::leavesChangedFilesAlone()
 {
     QFETCH(const Change, change);
     QFETCH(const QString, reason);
@@ -215,7 +225,7 @@ void tst_removalOfChangedFiles::checksAgainAfterComparing_data()
             "replaced", [=] { replaceFile(b(), "valuabl"); }, u"it was replaced while it was compared"_s);
         const auto write = [](const QString &file, const QByteArray &content) {
             writeFile(file, content);
-            // Clocks may be too coarse to tell this time from that of the file before.
+            // The clock may be too coarse to give the file a new time.
             setModificationTime(file, 1);
         };
         row(
@@ -245,7 +255,7 @@ void tst_removalOfChangedFiles::checksAgainAfterComparing_data()
 void tst_removalOfChangedFiles::checksAgainAfterComparing()
 {
 #ifdef Q_OS_WIN
-    QSKIP("Nobody can change a file here while it is compared");
+    QSKIP("An open file cannot be changed here");
 #endif
     QFETCH(const RemovalAction, action);
     QFETCH(const Change, change);
@@ -264,10 +274,10 @@ void tst_removalOfChangedFiles::checksAgainAfterComparing()
 }
 
 /// Another file takes the path at the very last moment, after every check.
-void tst_removalOfChangedFiles::restoresAFileTrashedByMistake()
+void tst_removalOfChangedFiles::putsBackWhatItTrashedByMistake()
 {
 #ifdef Q_OS_WIN
-    QSKIP("There is no recycle bin to be sure of here");
+    QSKIP("There may be no recycle bin here");
 #endif
     HeldFile held(path(u"b"_s), [] { return false; });
     QVERIFY(!held.obstacle());

@@ -1,7 +1,7 @@
 #include "tests/support/CommandRun.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
-#include "tests/support/SmallDisk.h"
+#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
@@ -12,7 +12,7 @@
 
 using Qt::StringLiterals::operator""_s;
 
-/// The trash: where files go, what other programs read there, and that no file is deleted instead.
+/// Removal to the trash: the trash folder, its .trashinfo files, and failures, which leave the file alone.
 class tst_trash : public QObject
 {
     Q_OBJECT
@@ -23,11 +23,11 @@ private slots:
 
     void trashesOnTheVolumeOfTheFile();
     void keepsFilesOfTheSameNameApart();
-    void encodesPercentSignsInTheTrashInfo();
+    void encodesThePathInTheTrashInfo();
     void createsAMissingTrash();
-    void keepsFilesWithoutATrash_data();
-    void keepsFilesWithoutATrash();
-    void keepsFilesWithLongNames();
+    void leavesFilesWithoutATrash_data();
+    void leavesFilesWithoutATrash();
+    void leavesFilesWithLongNames();
 
 private:
     [[nodiscard]] QString path(const QString &name) const
@@ -50,7 +50,7 @@ private:
 void tst_trash::initTestCase()
 {
 #ifdef Q_OS_WIN
-    QSKIP("The recycle bin is not reliable here");
+    QSKIP("There may be no recycle bin here");
 #endif
 }
 
@@ -94,8 +94,8 @@ void tst_trash::keepsFilesOfTheSameNameApart()
     QCOMPARE(treeOf(path(u"files"_s)), (QStringList{u"a: content"_s, u"c/"_s}));
 }
 
-/// Other programs decode "%41" to "A" when they restore a file.
-void tst_trash::encodesPercentSignsInTheTrashInfo()
+/// Other programs read "%41" as "A" when they restore a file.
+void tst_trash::encodesThePathInTheTrashInfo()
 {
     const QString name = u"100%41 ä\n"_s;
     writeFile(path(u"files/"_s + name), "content");
@@ -112,17 +112,17 @@ void tst_trash::createsAMissingTrash()
     QCOMPARE(treeOf(path(u"data/not/yet/Trash/files"_s)), QStringList{u"b: content"_s});
 }
 
-void tst_trash::keepsFilesWithoutATrash_data()
+void tst_trash::leavesFilesWithoutATrash_data()
 {
     QTest::addColumn<QString>("obstacle");
     QTest::addColumn<QString>("file");
-    QTest::newRow("the data folder is a file") << u"data"_s << u"files/b"_s;
+    QTest::newRow("the place is a file") << u"data"_s << u"files/b"_s;
     QTest::newRow("the trash is a file") << u"data/Trash"_s << u"files/b"_s;
-    QTest::newRow("the info folder is a file") << u"data/Trash/info"_s << u"files/b"_s;
+    QTest::newRow("a part is a file") << u"data/Trash/info"_s << u"files/b"_s;
     QTest::newRow("full disk") << u"full"_s << u"disk/b"_s;
 }
 
-void tst_trash::keepsFilesWithoutATrash()
+void tst_trash::leavesFilesWithoutATrash()
 {
     QFETCH(const QString, obstacle);
     QFETCH(const QString, file);
@@ -131,7 +131,7 @@ void tst_trash::keepsFilesWithoutATrash()
         QSKIP(qPrintable(disk.obstacle()));
     writeFile(path(u"disk/b"_s), "content");
     if (obstacle == u"full"_s) {
-        // The folders exist, but the disk has no space for a file in them.
+        // The folders exist, but there is no space for a file.
         const QString trash = path(u"disk/.Trash-"_s) + runScript(u"id -u"_s, {}).output.trimmed();
         QVERIFY(QDir().mkpath(trash + u"/files"_s) && QDir().mkpath(trash + u"/info"_s));
         for (int i = 0; QFile(path(u"disk/%1"_s.arg(i))).open(QFile::WriteOnly); ++i) {
@@ -139,7 +139,7 @@ void tst_trash::keepsFilesWithoutATrash()
     } else {
         writeFile(path(obstacle), "not a folder");
     }
-    // QFile::moveToTrash() would use the working folder.
+    // Qt's own code would use the working folder.
     const QString workingFolder = QDir::currentPath();
     QVERIFY(QDir().mkpath(path(u"work"_s)) && QDir::setCurrent(path(u"work"_s)));
     checkLeftAlone({path(u"files/a"_s), path(file)}, u"no trash can be used"_s);
@@ -147,8 +147,8 @@ void tst_trash::keepsFilesWithoutATrash()
     QCOMPARE(treeOf(path(u"work"_s)), QStringList());
 }
 
-/// Names in the trash get a suffix, which makes some of them too long.
-void tst_trash::keepsFilesWithLongNames()
+/// The .trashinfo file has a longer name.
+void tst_trash::leavesFilesWithLongNames()
 {
     const auto named = [this](qsizetype length) { return path(u"files/"_s + QString(length, u'n')); };
     for (const qsizetype length : {245, 246, 255}) {
@@ -157,7 +157,7 @@ void tst_trash::keepsFilesWithLongNames()
         QCOMPARE(outcome.exitCode, length == 245 ? ExitDone : ExitFailed);
         QCOMPARE(QFile::exists(named(length)), length != 245);
     }
-    // The name exists in the trash and is too long for a number.
+    // The name is taken, and there is no room for a number.
     writeFile(named(245), "content");
     checkLeftAlone({path(u"files/a"_s), named(245)}, u"too long"_s);
 }

@@ -4,10 +4,10 @@
 #include <QString>
 #include <QStringList>
 
-/// How a program has ended.
+/// Result of a program.
 struct CommandRun
 {
-    /// -1 when it did not start, did not end, or was ended by a signal.
+    /// -1 if the program did not start, did not end, or was ended by a signal.
     int exitCode = -1;
     QByteArray output;
     QByteArray errors;
@@ -16,23 +16,23 @@ struct CommandRun
 /// Where a program runs, and with what.
 struct CommandSetup
 {
-    /// Its working folder; empty: that of the test.
+    /// Working folder; empty: that of the test.
     QString folder = {};
     /// Environment as "NAME=value"; empty: that of the test.
     QStringList environment = {};
     /// "NAME=value", beside the environment of the test.
     QStringList variables = {};
-    /// File that standard output goes to; empty: CommandRun::output.
+    /// File for standard output; empty: CommandRun::output.
     QString outputFile = {};
-    /// What it reads from standard input.
+    /// Standard input.
     QByteArray input = {};
 };
 
-/// Runs \a program to its end.
+/// Runs \a program and waits for its end.
 [[nodiscard]] CommandRun runCommand(
     const QString &program, const QStringList &arguments, const CommandSetup &setup = {});
 
-/// Runs \a script with bash; its $1, $2 and so on are \a arguments.
+/// Runs \a script with bash. \a arguments are its $1, $2 and so on.
 [[nodiscard]] CommandRun runScript(
     const QString &script, const QStringList &arguments, const CommandSetup &setup = {});
 

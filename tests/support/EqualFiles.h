@@ -6,7 +6,7 @@
 
 #include <memory>
 
-/// Three files of the same content, a, b and c, of which a report keeps the first. Base of a test class.
+/// Base of tests with three equal files, a, b and c, of which a report keeps the first.
 class EqualFiles
 {
 protected:
@@ -24,7 +24,7 @@ protected:
 
     [[nodiscard]] Report abcReport() const;
 
-    /// Holds the files' folder, and the trash.
+    /// Contains the folder of the files, and the trash.
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_files;
 };

@@ -13,11 +13,11 @@
 /// A report with these groups.
 [[nodiscard]] Report reportOf(const QList<ReportGroup> &groups);
 
-/// What is below \a folder, links not followed: "path: content", "path -> target" or "path/", sorted.
+/// The entries below \a folder, sorted: "path: content", "path -> target" or "path/". Does not follow links.
 [[nodiscard]] QStringList treeOf(const QString &folder);
 
+/// The content of a file; "(unreadable)" if it cannot be read.
 [[nodiscard]] QByteArray contentOf(const QString &path);
 
-/// Gives \a path a new file in place of the old one, with the same times. Its content must be as long as the
-/// old one for them to differ in nothing but the content.
+/// Replaces the file at \a path with another file that has the same modification time.
 void replaceFile(const QString &path, const QByteArray &content);
