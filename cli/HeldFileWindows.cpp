@@ -64,7 +64,7 @@ HeldFile::~HeldFile() = default;
 
 std::optional<Obstacle> HeldFile::open(const AbandonCheck & /*abandoned*/)
 {
-    // Windows would open the file without the separator.
+    // Windows would ignore the separator and open the file.
     if (m_path.endsWith(u'/') || m_path.endsWith(u'\\'))
         return systemObstacle(ERROR_FILE_NOT_FOUND);
     // Without FILE_SHARE_WRITE, no program can write to the file while it is open here.

@@ -48,7 +48,7 @@ std::optional<QString> openInput(QFile &file, const QString &path)
 #else
     if (path == u"-") {
         (void)::_setmode(::_fileno(stdin), _O_BINARY);
-        // By its number: QFile takes the end of a piped FILE for an error.
+        // Opened by its descriptor: QFile reports the end of a piped FILE as an error.
         if (file.open(::_fileno(stdin), QFile::ReadOnly | QFile::Unbuffered))
             return std::nullopt;
     } else {

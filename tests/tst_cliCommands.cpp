@@ -32,9 +32,9 @@ private slots:
     void printsUtf8InEveryLocale();
     void endsWhenInterrupted_data();
     void endsWhenInterrupted();
-    void endsWhenInterruptedWhileItWaitsForItsReader();
+    void endsWhenInterruptedWhileOutputIsBlocked();
     void endsWhenInterruptedBeforeItsPipeHasAReader();
-    void needsNoGraphicalLibrary();
+    void linksNoGraphicalLibrary();
 
 private:
     std::unique_ptr<CliFolder> m_place;
@@ -42,7 +42,7 @@ private:
 
 void tst_cliCommands::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI), QStringList{u"a/1"_s, u"a/2"_s});
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI), QStringList{u"a/1"_s, u"a/2"_s});
 }
 
 void tst_cliCommands::printsVersionAndHelp_data()

@@ -1,4 +1,4 @@
-#include "tests/support/CliPlace.h"
+#include "tests/support/CliFolder.h"
 #include "tests/support/RandomBytes.h"
 #include "tests/support/TestFiles.h"
 
@@ -31,12 +31,12 @@ private slots:
     void givesTheSameOutputWithAnyNumberOfThreads();
 
 private:
-    std::unique_ptr<CliPlace> m_place;
+    std::unique_ptr<CliFolder> m_place;
 };
 
 void tst_cliFind::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI));
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI));
 }
 
 void tst_cliFind::listsIdenticalFiles()

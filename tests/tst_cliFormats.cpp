@@ -70,7 +70,7 @@ private slots:
     void marksSamplesInText();
     void coloursActions();
     void closesWithUnreadablePathsAndNames();
-    void closesAnEmptyReport();
+    void endsAnEmptyReport();
     void writesCsv();
     void marksSamplesInCsv();
     void quotesCsvFields_data();

@@ -35,7 +35,7 @@ private:
 
 void tst_cliOutput::init()
 {
-    m_place = std::make_unique<CliPlace>(QStringLiteral(QUILLORY_CLI), QStringList{u"a/1"_s, u"a/2"_s});
+    m_place = std::make_unique<CliFolder>(QStringLiteral(QUILLORY_CLI), QStringList{u"a/1"_s, u"a/2"_s});
 }
 
 void tst_cliOutput::writesAFileInsteadOfStandardOutput()

@@ -1,7 +1,7 @@
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/SpecialFiles.h"
-#include "tests/support/StubbornDisk.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>

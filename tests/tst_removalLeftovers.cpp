@@ -25,7 +25,7 @@ private slots:
 
 void tst_removalLeftovers::init()
 {
-    renew();
+    reset();
 }
 
 void tst_removalLeftovers::removesTemporaryNamesOfKilledRuns()

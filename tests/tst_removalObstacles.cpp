@@ -1,8 +1,9 @@
-#include "tests/support/OrdinaryUser.h"
+#include "tests/support/ImmutableFile.h"
 #include "tests/support/RemovalRun.h"
 #include "tests/support/ReportFiles.h"
-#include "tests/support/StubbornDisk.h"
+#include "tests/support/SmallDisk.h"
 #include "tests/support/TestFiles.h"
+#include "tests/support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -91,29 +92,29 @@ void tst_removalObstacles::needsPermission_data()
 void tst_removalObstacles::needsPermission()
 {
 #ifdef Q_OS_WIN
-    QSKIP("Permissions keep nobody out here");
+    QSKIP("Permissions have no effect here");
 #endif
     QFETCH(const QString, locked);
     QFETCH(const bool, onlyToLook);
     const Report report = pairReport();
-    letEverybodyIn(m_folder->path());
+    allowAccess(m_folder->path());
     if (onlyToLook)
-        letEverybodyInToLook(path(locked));
+        allowReadingOnly(path(locked));
     else
-        letNobodyIn(path(locked));
+        denyAccess(path(locked));
     RemovalOutcome planned;
     RemovalOutcome outcome;
     bool isRefused = false;
     {
-        const OrdinaryUser user;
+        const UnprivilegedUser user;
         isRefused = !QFile(path(u"files/new"_s)).open(QFile::WriteOnly);
         planned = carryOut(report, planning(RemovalAction::Delete));
         outcome = carryOut(report, applying(RemovalAction::Delete));
     }
-    letEverybodyIn(path(locked));
+    allowAccess(path(locked));
     QCOMPARE(QDir(path(u"files"_s)).entryList(QDir::Files).contains(u"b"_s), true);
     if (!isRefused)
-        QSKIP("Permissions keep nobody out here");
+        QSKIP("Permissions have no effect here");
     QCOMPARE(planned.exitCode, ExitFailed);
     QCOMPARE(outcome.exitCode, ExitFailed);
     QCOMPARE(outcome.refusals, planned.refusals);

@@ -61,7 +61,7 @@ private:
 
 void tst_removalOfChangedFiles::init()
 {
-    renew();
+    reset();
 }
 
 void tst_removalOfChangedFiles::leavesChangedFilesAlone_data()
@@ -192,7 +192,7 @@ void tst_removalOfChangedFiles::leavesChangedFilesAlone()
     for (const auto action : std::as_const(actions)) {
         const RemovalOutcome outcome = carryOut(report, applying(action));
         QCOMPARE(outcome.exitCode, ExitRefused);
-        // The first action has dealt with c.
+        // The first action already handled c.
         QCOMPARE(
             outcome.refusals.size(), refused.size() + (refused.size() == 1 && action != actions.first()));
         for (qsizetype i = 0; i < refused.size(); ++i) {

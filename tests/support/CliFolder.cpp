@@ -9,7 +9,7 @@
 
 using Qt::Literals::StringLiterals::operator""_s;
 
-CliPlace::CliPlace(const QString &program, const QStringList &equalFiles)
+CliFolder::CliFolder(const QString &program, const QStringList &equalFiles)
     : m_program(program)
 {
     for (const QString &name : equalFiles)

@@ -6,11 +6,11 @@
 #include <QTemporaryDir>
 
 /// A temporary folder in which a test runs quillory-cli. File names are relative to it.
-class CliPlace
+class CliFolder
 {
 public:
     /// \a program is the path of quillory-cli. Creates \a equalFiles.
-    explicit CliPlace(const QString &program, const QStringList &equalFiles = {});
+    explicit CliFolder(const QString &program, const QStringList &equalFiles = {});
 
     /// The absolute path of \a name without links. The path of the folder itself if \a name is empty.
     [[nodiscard]] QString path(const QString &name = {}) const;
