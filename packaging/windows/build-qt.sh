@@ -2,7 +2,7 @@
 # Cross-builds the Qt that the Windows program ships with, from the source packages of the Qt that Debian has
 # installed: the machine's moc, uic and rcc must be of the same version as the libraries.
 # Prints the prefix. A prefix that is already in the cache is used again; a new one appears there complete or
-# not at all. About ten minutes on two cores.
+# not at all. About twelve minutes on two cores.
 set -euo pipefail
 
 SCRIPT_NAME=build-qt.sh
@@ -22,10 +22,10 @@ USAGE
 }
 
 # Part of the prefix's name: raise it when the options below change.
-recipe=1
+recipe=2
 
-# Everything the program does not use is off, and what it uses comes from Qt's own bundled sources: the
-# libraries then depend on nothing but Windows.
+# Everything the program does not use is off. What it uses comes from the static libraries of build-libraries.sh:
+# Qt's files then depend on nothing but Windows. Qt is not configured where one that is ON is missing.
 base_options=(
     -DBUILD_SHARED_LIBS=ON
     -DQT_QMAKE_TARGET_MKSPEC=win32-g++
@@ -34,16 +34,20 @@ base_options=(
     # The platform plugin does not link with either both or none of these.
     -DFEATURE_direct2d=ON
     -DFEATURE_direct2d1_1=OFF
+    # Has a parser of its own.
+    -DFEATURE_textmarkdownreader=OFF
     # Debian's source package lacks the sources of this one.
     -DFEATURE_tabletevent=OFF
 )
 for feature in dbus network sql printsupport xml vulkan icu glib zstd fontconfig qmake androiddeployqt \
-    system_zlib system_png system_jpeg system_freetype system_harfbuzz system_pcre2 system_doubleconversion \
     system_libb2; do
     base_options+=("-DFEATURE_$feature=OFF")
 done
+for library in zlib png jpeg freetype harfbuzz pcre2 doubleconversion; do
+    base_options+=("-DFEATURE_system_$library=ON")
+done
 # For thumbnails of WebP pictures.
-formats_options=(-DFEATURE_system_webp=OFF -DFEATURE_tiff=OFF -DFEATURE_jasper=OFF -DFEATURE_mng=OFF)
+formats_options=(-DFEATURE_system_webp=ON -DFEATURE_tiff=OFF -DFEATURE_jasper=OFF -DFEATURE_mng=OFF)
 
 # build_module PACKAGE VERSION OPTION...: from Debian's source package into the stage.
 build_module() {
@@ -60,6 +64,7 @@ build_module() {
     mkdir -p "$stage/LICENSES"
     cp "$folder"/source/LICENSES/* "$stage/LICENSES/"
     cp "$folder/source/debian/copyright" "$stage/LICENSES/$package-copyright.txt"
+    printf '%s %s\n' "$package" "$version" >>"$stage/libraries.txt"
 }
 
 [[ ${1:-} == --help || ${1:-} == -h ]] && { usage; exit; }
@@ -89,8 +94,9 @@ if [[ ! -e $prefix/complete ]]; then
     stage=$work/stage$prefix
     rm -rf "$work" "$prefix"
     mkdir -p "$work"
+    note "this takes about twelve minutes on two cores, once"
+    "$here/build-libraries.sh" "$work" "$stage" "$prefix"
     prepare_apt "$work/apt"
-    note "this takes about ten minutes on two cores, once"
     build_module qt6-base "$version" "${base_options[@]}"
     build_module qt6-imageformats "$(apt-get "${apt_options[@]}" --print-uris -qq --only-source source \
         qt6-imageformats | sed -n "s/.* qt6-imageformats_\(.*\)\.dsc .*/\1/p")" "${formats_options[@]}"
