@@ -5,7 +5,8 @@
 #     packaging/windows/build-libraries.sh WORK STAGE PREFIX
 #
 # WORK is an empty folder for sources and objects. STAGE is the folder that becomes PREFIX once Qt is in it as well.
-# STAGE/libraries.txt records the package and the version of each library. About a minute on two cores.
+# STAGE/libraries.txt records the package and the version of each library. Every object file contains the same
+# words, so that check-libraries.sh finds them in the files that are shipped. About two minutes on two cores.
 set -euo pipefail
 
 SCRIPT_NAME=build-libraries.sh
@@ -23,11 +24,13 @@ prepare_apt "$work/apt"
 
 # unpack PACKAGE: the newest version that the mirror has, into WORK/PACKAGE/source, and its record.
 unpack() {
-    local package=$1 source=$work/$1/source
-    unpack_newest_source "$package" "$work/$package"
-    printf '%s %s\n' "$package" "$(dpkg-parsechangelog -l "$source/debian/changelog" -S Version)" \
-        >>"$stage/libraries.txt"
-    cp "$source/debian/copyright" "$stage/LICENSES/$package-copyright.txt"
+    local package=$1 folder=$work/$1 version
+    unpack_newest_source "$package" "$folder"
+    version=$(dpkg-parsechangelog -l "$folder/source/debian/changelog" -S Version)
+    printf '%s %s\n' "$package" "$version" >>"$stage/libraries.txt"
+    printf 'static const char debianSource[] __attribute__((used)) = "Debian source: %s %s";\n' \
+        "$package" "$version" >"$folder/mark.h"
+    cp "$folder/source/debian/copyright" "$stage/LICENSES/$package-copyright.txt"
 }
 
 # configure PACKAGE OPTION...: for CMake's build in WORK/PACKAGE/build.
@@ -37,7 +40,8 @@ configure() {
     logged "$folder/configure.log" "configuring $package" \
         cmake -G Ninja -S "$folder/source" -B "$folder/build" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_TOOLCHAIN_FILE="$here/toolchain.cmake" -DQUILLORY_WINDOWS_QT="$stage" \
-        -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR:STRING=lib -DBUILD_SHARED_LIBS=OFF "$@"
+        -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR:STRING=lib -DBUILD_SHARED_LIBS=OFF \
+        -DCMAKE_C_FLAGS="-include $folder/mark.h" -DCMAKE_CXX_FLAGS="-include $folder/mark.h" "$@"
 }
 
 # build PACKAGE [TARGET]

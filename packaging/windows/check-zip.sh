@@ -49,4 +49,5 @@ done
 cp -r "$folder" "$work/complete"
 "$here/add-libraries.sh" "$work/complete" "$work/none"
 diff -rq "$folder" "$work/complete" >"$work/missing" || fail "libraries are missing: $(<"$work/missing")"
+"$here/check-libraries.sh" "$folder"
 echo "$(basename -- "$zip"): window program, icon, version $version, manifest and libraries are in order"
