@@ -2,6 +2,10 @@
 
 #include <QCryptographicHash>
 
+#ifdef QUILLORY_HAS_CNG
+#include "analysis/CngSha256.h"
+#endif
+
 #ifdef QUILLORY_HAS_LIBCRYPTO
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
@@ -66,6 +70,10 @@ QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
 
 QByteArray sha256(QByteArrayView head, QByteArrayView tail)
 {
+#ifdef QUILLORY_HAS_CNG
+    if (QByteArray digest = sha256ByCng(head, tail); !digest.isEmpty())
+        return digest;
+#endif
 #ifdef QUILLORY_HAS_LIBCRYPTO
     if (QByteArray digest = sha256ByLibcrypto(head, tail); !digest.isEmpty())
         return digest;

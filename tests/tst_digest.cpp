@@ -5,6 +5,10 @@
 #include <QTest>
 #include <QtConcurrentMap>
 
+#ifdef QUILLORY_HAS_CNG
+#include "analysis/CngSha256.h"
+#endif
+
 using Qt::StringLiterals::operator""_ba;
 
 /// The digest that fingerprints use, whichever library computes it.
@@ -19,6 +23,7 @@ private slots:
     void agreesWithQtOnRandomInputs();
     void isSafeOnManyThreads();
     void keepsEarlierDigests();
+    void isComputedByWindows();
 };
 
 namespace {
@@ -131,6 +136,22 @@ void tst_digest::keepsEarlierDigests()
     const QByteArray first = sha256("first", {});
     QVERIFY(sha256("second", {}) != first);
     QCOMPARE(first.toHex(), byQt("first", {}).toHex());
+}
+
+// A failure of Windows would go unnoticed otherwise: Qt's digest takes its place.
+void tst_digest::isComputedByWindows()
+{
+#ifdef QUILLORY_HAS_CNG
+    QRandomGenerator random(seed);
+    for (const qsizetype size : {0, 1, 63, 64, 4096}) {
+        const QByteArray head = randomBytes(random, size);
+        const QByteArray tail = randomBytes(random, 4096 - size);
+        QCOMPARE(sha256ByCng(head, tail), byQt(head, tail));
+        QCOMPARE(sha256ByCng(head, {}), byQt(head, {}));
+    }
+#else
+    QSKIP("Only Windows has CNG");
+#endif
 }
 
 QTEST_GUILESS_MAIN(tst_digest)
