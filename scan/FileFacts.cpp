@@ -51,14 +51,13 @@ std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &pa
 
 #else
 
-#include <QDateTime>
-#include <QFileInfo>
-
 #ifdef Q_OS_WIN
 #include "scan/NativePath.h"
 
 #include <qt_windows.h>
 #else
+#include <QFile>
+
 #include <sys/stat.h>
 #endif
 
@@ -104,16 +103,14 @@ QString identify(SurveyedFile &file)
 
 std::optional<FileFacts> factsOf(const FolderEntries &entries, const QString &path, SizeLimits limits)
 {
-    const QFileInfo facts = entries.fileInfo();
-    if (!limits.contains(facts.size()))
+    const ListedFacts facts = entries.facts();
+    if (!limits.contains(facts.size))
         return std::nullopt;
     SurveyedFile file{.path = path,
-        .size = facts.size(),
-        .modified = facts.lastModified().toMSecsSinceEpoch(),
-        .created = 0,
+        .size = facts.size,
+        .modified = facts.modified,
+        .created = facts.created,
         .identity = {}};
-    const QDateTime created = facts.birthTime();
-    file.created = created.isValid() ? created.toMSecsSinceEpoch() : file.modified;
     if (const QString reason = identify(file); !reason.isEmpty())
         return UnreadablePath{path, reason};
     return file;

@@ -18,7 +18,7 @@ qsizetype FolderEntries::undecodableNames() const
     return m_undecodableNames;
 }
 
-#ifdef Q_OS_LINUX
+#if defined(Q_OS_LINUX)
 
 #include <cerrno>
 #include <cstring>
@@ -61,6 +61,8 @@ FolderEntries::FolderEntries(const QString &folder, HiddenEntries hidden)
     , m_hidden(hidden)
 {
 }
+
+FolderEntries::~FolderEntries() = default;
 
 bool FolderEntries::next()
 {
@@ -114,13 +116,9 @@ const char *FolderEntries::rawName() const
     return m_name.data();
 }
 
-#else
+#elif !defined(Q_OS_WIN)
 
-#ifdef Q_OS_WIN
-#include "scan/NativePath.h"
-
-#include <qt_windows.h>
-#endif
+#include <QDateTime>
 
 namespace {
 
@@ -128,15 +126,6 @@ QDir::Filters filtersFor(HiddenEntries hidden)
 {
     const QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks;
     return hidden == HiddenEntries::Listed ? filters | QDir::Hidden : filters;
-}
-
-bool keepsItsName([[maybe_unused]] const QString &name)
-{
-#ifdef Q_OS_WIN
-    return keepsItsNameOnWindows(name);
-#else
-    return true;
-#endif
 }
 
 } // namespace
@@ -147,18 +136,14 @@ FolderEntries::FolderEntries(const QString &folder, HiddenEntries hidden)
 {
 }
 
+FolderEntries::~FolderEntries() = default;
+
 bool FolderEntries::next()
 {
-    while (m_entries.hasNext()) {
-        m_entries.next();
-        // A junction can lead to a parent folder, an endless walk, or list a file a second time.
-        if (m_entries.fileInfo().isJunction())
-            continue;
-        if (keepsItsName(m_entries.fileName()))
-            return true;
-        ++m_undecodableNames;
-    }
-    return false;
+    if (!m_entries.hasNext())
+        return false;
+    m_entries.next();
+    return true;
 }
 
 QString FolderEntries::path() const
@@ -171,24 +156,18 @@ bool FolderEntries::isFolder() const
     return m_entries.fileInfo().isDir();
 }
 
-QFileInfo FolderEntries::fileInfo() const
+ListedFacts FolderEntries::facts() const
 {
-    return m_entries.fileInfo();
+    const QFileInfo file = m_entries.fileInfo();
+    const qint64 modified = file.lastModified().toMSecsSinceEpoch();
+    const QDateTime created = file.birthTime();
+    return {file.size(), modified, created.isValid() ? created.toMSecsSinceEpoch() : modified};
 }
 
 /// Opens the folder once more, because QDirIterator does not report errors.
 QString FolderEntries::error() const
 {
-#ifdef Q_OS_WIN
-    WIN32_FIND_DATAW data = {};
-    const HANDLE search = FindFirstFileW(nativePath(withSlash(m_folder) + u'*').c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE) // NOLINT(performance-no-int-to-ptr): Windows defines it so.
-        return qt_error_string(static_cast<int>(GetLastError()));
-    FindClose(search);
-    return {};
-#else
     return QDir(m_folder).isReadable() ? QString() : u"The folder cannot be read"_s;
-#endif
 }
 
 #endif

@@ -2,12 +2,14 @@
 
 #include <QString>
 
-#ifdef Q_OS_LINUX
+#if defined(Q_OS_LINUX)
 #include <QByteArrayView>
 
 #include <memory>
 
 #include <dirent.h>
+#elif defined(Q_OS_WIN)
+#include <memory>
 #else
 #include <QDirIterator>
 #endif
@@ -18,16 +20,31 @@
 /// Whether a listing includes hidden files and folders. On Unix these are names that begin with a dot.
 enum class HiddenEntries { LeftOut, Listed };
 
+#ifndef Q_OS_LINUX
+/// The facts of a file that come with the listing of its folder.
+struct ListedFacts
+{
+    /// Bytes.
+    qint64 size = 0;
+    /// Milliseconds since 1970-01-01 UTC. Without a creation time, both are the modification time.
+    qint64 modified = 0;
+    qint64 created = 0;
+};
+#endif
+
 /// Iterates over the files and subfolders of one folder, in the order of the file system. Leaves out links,
 /// on Windows also junctions, and names that scan/FileNames.h rejects. Not thread-safe.
 ///
 /// Equivalent to QDirIterator with Files, Dirs, NoDotAndDotDot and NoSymLinks. On Linux it calls readdir()
-/// itself, which takes a third of the time. It also keeps a U+FEFF at the start of a name, which
-/// QDirIterator drops.
+/// itself, which takes a third of the time, and keeps a U+FEFF at the start of a name, which QDirIterator
+/// drops. On Windows it calls FindNextFile() itself: QDirIterator opens every file to find out whether it is
+/// a link, which the listing already says.
 class FolderEntries
 {
 public:
     explicit FolderEntries(const QString &folder, HiddenEntries hidden = HiddenEntries::LeftOut);
+    ~FolderEntries();
+    Q_DISABLE_COPY_MOVE(FolderEntries)
 
     /// Advances to the next file or subfolder. Returns false at the end or on an error; see error().
     [[nodiscard]] bool next();
@@ -51,8 +68,8 @@ public:
     [[nodiscard]] int folderDescriptor() const;
     [[nodiscard]] const char *rawName() const;
 #else
-    /// The facts of the current entry that came with the listing.
-    [[nodiscard]] QFileInfo fileInfo() const;
+    /// The facts of the current entry, which must be a file.
+    [[nodiscard]] ListedFacts facts() const;
 #endif
 
 private:
@@ -74,6 +91,15 @@ private:
     const HiddenEntries m_hidden;
     QByteArrayView m_name;
     bool m_isFolder = false;
+#elif defined(Q_OS_WIN)
+    struct Search;
+
+    [[nodiscard]] bool isLeftOut() const;
+
+    const std::unique_ptr<Search> m_search;
+    const QString m_folderWithSlash;
+    const HiddenEntries m_hidden;
+    QString m_name;
 #else
     const QString m_folder;
     QDirIterator m_entries;

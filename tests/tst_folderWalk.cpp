@@ -95,6 +95,13 @@ void writeLinksAndSpecialFiles(const QString &folder)
     makeSocket(folder + u"/socket"_s);
 }
 
+/// QDirIterator takes them for links on Windows.
+void writeShortcuts(const QString &folder)
+{
+    for (const QString &name : {u"a.lnk"_s, u"a.LNK"_s, u"b"_s, u"folder.lnk/c"_s})
+        writeFile(folder + u'/' + name, "x");
+}
+
 void writeUnreadableFolder(const QString &folder)
 {
     writeFile(folder + u"/closed/file"_s, "x");
@@ -142,6 +149,7 @@ void tst_folderWalk::matchesQDirIterator_data()
     row("odd names", writeOddNames, {}, true);
     row("names that are not valid text", writeUndecodableNames, {}, true);
     row("links, a pipe and a socket", writeLinksAndSpecialFiles, {}, true);
+    row("shortcuts of Windows", writeShortcuts, {}, true);
     // Other systems may not allow links.
 #ifdef Q_OS_UNIX
     row("a given link to a folder", writeLinksAndSpecialFiles, u"/link to a folder"_s, true);
