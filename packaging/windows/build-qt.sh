@@ -34,8 +34,6 @@ base_options=(
     # The platform plugin does not link with either both or none of these.
     -DFEATURE_direct2d=ON
     -DFEATURE_direct2d1_1=OFF
-    # Has a parser of its own.
-    -DFEATURE_textmarkdownreader=OFF
     # Debian's source package lacks the sources of this one.
     -DFEATURE_tabletevent=OFF
 )
