@@ -14,7 +14,7 @@ Usage: packaging/windows/build.sh [--test [CTEST-ARGUMENT...]]
 Cross-builds the program and packs it with its libraries, into build/packages:
   quillory-<version>-windows-x64.zip
   quillory-<version>-windows-x64-setup.exe
-The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about ten minutes on two cores).
+The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about twelve minutes on two cores).
 
 --test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
         on a virtual display, and installs and removes the program. Arguments after it go to ctest, and leave the
