@@ -131,8 +131,8 @@ ContentGroups ComparisonRun::takeResult()
     std::ranges::sort(m_groups);
     std::ranges::sort(m_unreadable);
     // Tasks that read different ranges of a file may each have reported it.
-    const auto repeated = std::ranges::unique(m_unreadable, {}, &std::pair<quint32, QString>::first);
-    m_unreadable.erase(repeated.begin(), repeated.end());
+    const auto isSameFile = [](const auto &a, const auto &b) { return a.first == b.first; };
+    m_unreadable.erase(std::unique(m_unreadable.begin(), m_unreadable.end(), isSameFile), m_unreadable.end());
     ContentGroups result{.groups = std::move(m_groups), .unreadable = {}};
     for (const auto &[index, reason] : m_unreadable)
         result.unreadable.append({m_files[index].path, reason});
