@@ -28,7 +28,7 @@ static void initResources()
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
-    , ui(std::make_unique<Ui::MainWindow>())
+    , ui(new Ui::MainWindow)
     , scanOptionsSet(true)
 {
     initResources();
@@ -67,6 +67,7 @@ MainWindow::MainWindow(QWidget *parent)
 MainWindow::~MainWindow()
 {
     tasks.finish();
+    delete ui;
 }
 
 bool MainWindow::finishTasks(QDeadlineTimer deadline)

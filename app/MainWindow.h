@@ -13,8 +13,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <memory>
-
 class QLabel;
 class QListWidgetItem;
 class QPushButton;
@@ -166,7 +164,7 @@ private:
     bool batchLoading = false;
     // Kept deliberately: set and cleared, never read; the user sees no difference.
     bool allSelected = false;
-    std::unique_ptr<Ui::MainWindow> ui;
+    Ui::MainWindow *ui;
     /// The loading panel; null while it is closed.
     QWidget *loadingOverlay = nullptr;
     QLabel *loadingLabel = nullptr;

@@ -31,7 +31,7 @@ std::array<std::pair<QCheckBox *, QString>, 6> typeBoxes(const Ui::ScanOptionsDi
 
 ScanOptionsDialog::ScanOptionsDialog(QWidget *parent)
     : QDialog(parent)
-    , ui(std::make_unique<Ui::ScanOptionsDialog>())
+    , ui(new Ui::ScanOptionsDialog)
 {
     ui->setupUi(this);
     setFixedHeight(490);
@@ -63,7 +63,10 @@ void ScanOptionsDialog::fitCaptions()
     fitRow({ui->chkSkipSystem, ui->chkSkipApps, ui->chkSkipHiddenFolder, ui->chkSkipDesktop});
 }
 
-ScanOptionsDialog::~ScanOptionsDialog() = default;
+ScanOptionsDialog::~ScanOptionsDialog()
+{
+    delete ui;
+}
 
 ScanOptions ScanOptionsDialog::getOptions() const
 {

@@ -6,8 +6,6 @@
 
 #include <QDialog>
 
-#include <memory>
-
 namespace Ui {
 class ScanOptionsDialog;
 }
@@ -31,5 +29,5 @@ public:
 private:
     void fitCaptions();
 
-    const std::unique_ptr<Ui::ScanOptionsDialog> ui;
+    Ui::ScanOptionsDialog *ui;
 };
