@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes everything that a version is published with. See --help.
+# Builds all files of a release. See --help.
 set -euo pipefail
 
 fail() {
@@ -12,16 +12,16 @@ usage() {
 Usage: packaging/release.sh FOLDER
        packaging/release.sh --check
 
-Makes these files and SHA256SUMS in FOLDER, which must not exist:
+Creates these files and SHA256SUMS in FOLDER, which must not exist:
   quillory_<version>_<architecture>.deb
   quillory-<version>-windows-x64.zip
   quillory-<version>-windows-x64-setup.exe
-  quillory-<version>.tar.gz, the sources of the commit that is checked out, from which the other three are built
+  quillory-<version>.tar.gz, the sources of the current commit, from which the other files are built
 
-It refuses unless the working tree is clean, the first heading of CHANGELOG.md names the version of CMakeLists.txt, and
-the tag v<version>, if there is one, is the commit that is checked out. --check makes nothing but these checks.
+It fails unless the working tree is clean, the first heading of CHANGELOG.md names the version of CMakeLists.txt, and
+the tag v<version>, if it exists, is the current commit. --check only checks these conditions.
 
-Dates inside the files are that of the commit: the same commit gives the same bytes on the same machine.
+The date of the commit is used in all files, so the same commit gives the same bytes on the same machine.
 TEXT
 }
 
@@ -35,40 +35,40 @@ case "$#:${1:-}" in
 1:--check) check=yes ;;
 1:-*) fail "unknown argument: $1 (see --help)" ;;
 1:?*) folder=$(realpath -m -- "$1") ;;
-*) fail "say into which folder (see --help)" ;;
+*) fail "expected a folder (see --help)" ;;
 esac
 
 cd "$(dirname -- "${BASH_SOURCE[0]}")/.."
-[[ $(git rev-parse --show-toplevel 2>/dev/null) == "$PWD" ]] || fail "$PWD is no git checkout"
+[[ $(git rev-parse --show-toplevel 2>/dev/null) == "$PWD" ]] || fail "$PWD is not a git checkout"
 changes=$(git status --porcelain | head -n 5)
 [[ -z $changes ]] || fail "the working tree differs from the commit: ${changes//$'\n'/, }"
 version=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 [[ $version ]] || fail "CMakeLists.txt names no version"
 heading=$(grep -m 1 '^## ' CHANGELOG.md || true)
 [[ $heading =~ ^"## $version - "([0-9]{4}-[0-9]{2}-[0-9]{2})$ ]] ||
-    fail "CHANGELOG.md has to begin with \"## $version - <date>\", not \"$heading\""
-date --date="${BASH_REMATCH[1]}" >/dev/null 2>&1 || fail "CHANGELOG.md has no such date: ${BASH_REMATCH[1]}"
+    fail "CHANGELOG.md must begin with \"## $version - <date>\", not \"$heading\""
+date --date="${BASH_REMATCH[1]}" >/dev/null 2>&1 || fail "invalid date in CHANGELOG.md: ${BASH_REMATCH[1]}"
 tagged=$(git rev-parse --quiet --verify "v$version^{commit}" || true)
 [[ -z $tagged || $tagged == "$(git rev-parse HEAD)" ]] ||
-    fail "version $version is published already: the tag v$version is another commit"
+    fail "version $version is already published: the tag v$version is another commit"
 echo "Version $version: working tree, change log and tag agree"
 [[ ! $check ]] || exit 0
-[[ ! -e $folder ]] || fail "$folder exists already"
+[[ ! -e $folder ]] || fail "$folder already exists"
 
 SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
 export SOURCE_DATE_EPOCH
 readonly work=$PWD/build/publish source=quillory-$version
 rm -rf "$work"
 mkdir -p "$work/files"
-# Without its own settings gzip would write a name and a time.
+# --no-name: otherwise gzip may store a name and a time.
 git archive --format=tar --prefix="$source/" HEAD | gzip --best --no-name >"$work/files/$source.tar.gz"
 
-# What is not in the archive cannot get into the packages.
+# Builds from the archive, so that the packages contain only committed files.
 tar -xf "$work/files/$source.tar.gz" -C "$work"
 for script in linux windows; do
     "$work/$source/packaging/$script/build.sh" >"$work/$script.log" 2>&1 || {
         tail -n 25 "$work/$script.log" >&2
-        fail "the packages for $script could not be made; all of the output is in $work/$script.log"
+        fail "the packages for $script could not be built; see $work/$script.log"
     }
 done
 mv "$work/$source/build/packages"/*"$version"* "$work/files/"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Starts a program on the current display, waits for its window, takes a picture of it, closes it and checks the exit
-# code:
+# Starts a program on the current display, waits for its window, takes a screenshot, closes the window and checks the
+# exit code:
 #
 #     packaging/start-and-close.sh PICTURE.png COMMAND [ARGUMENT...]
 set -euo pipefail
@@ -15,7 +15,7 @@ fail() {
 readonly seconds_to_open=60 seconds_to_close=20
 
 (($# >= 2)) || fail "expected a picture file and a command"
-[[ -n ${DISPLAY:-} ]] || fail "there is no display"
+[[ -n ${DISPLAY:-} ]] || fail "no display (DISPLAY is not set)"
 for tool in xdotool import; do
     command -v "$tool" >/dev/null || fail "$tool is missing"
 done
@@ -65,8 +65,8 @@ for ((i = 0; i < seconds_to_open * 5; ++i)); do
     sleep 0.2
 done
 [[ -n $window ]] || fail "$1 showed no window within $seconds_to_open seconds"
-sleep 2 # until the window is painted
-import -window "$window" "$picture" || fail "cannot take a picture of the window"
+sleep 2 # the window may not be painted yet
+import -window "$window" "$picture" || fail "cannot take a screenshot of the window"
 
 ask_to_close "$window" || fail "cannot close the window"
 for ((i = 0; i < seconds_to_close * 5; ++i)); do

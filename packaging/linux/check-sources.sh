@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks what docs/installing.md says about the sources: installing and removing without a package, and the use inside
-# another CMake project. It installs what build.sh has built: packaging/linux/check-sources.sh
+# Checks that the sources can be installed and uninstalled without a package and used in another CMake project, as
+# docs/installing.md describes. Run packaging/linux/build.sh first.
 set -euo pipefail
 
 fail() {
@@ -10,7 +10,7 @@ fail() {
 
 (($# == 0)) || fail "takes no arguments (got: $*)"
 cd "$(dirname -- "${BASH_SOURCE[0]}")/../.."
-[[ -x build/deb/quillory ]] || fail "packaging/linux/build.sh has to run first"
+[[ -x build/deb/quillory ]] || fail "run packaging/linux/build.sh first"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 logged() {
@@ -32,7 +32,7 @@ readonly embedding=build/embedding
 logged cmake -G Ninja -S tests/subproject -B "$embedding" -DCMAKE_BUILD_TYPE=Debug
 logged cmake --build "$embedding" --target embedding
 logged "$embedding/embedding"
-ctest --test-dir "$embedding" --show-only | grep -qx 'Total Tests: 0' || fail "a subproject brings its tests along"
+ctest --test-dir "$embedding" --show-only | grep -qx 'Total Tests: 0' || fail "a subproject adds tests"
 logged cmake --install "$embedding" --prefix "$work/embedded"
 [[ ! -e $work/embedded ]] || fail "a subproject installs files"
 echo "The sources: installed, removed, and built inside another project"

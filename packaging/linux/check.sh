@@ -84,4 +84,4 @@ picture=$PWD/build/packages/quillory-linux.png
 as_root mmdebstrap --quiet --mode=root --variant=apt --format=null \
     --customize-hook="'$PWD/packaging/linux/try-package.sh' '$package' '$picture' \"\$1\"" \
     "${suite:-bookworm}" /dev/null || fail "the package does not work in a fresh Debian"
-echo "Picture of the window: build/packages/quillory-linux.png"
+echo "Screenshot of the window: build/packages/quillory-linux.png"

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs the Debian package in a fresh Debian, runs both programs, removes it and expects nothing to be left:
+# Installs the Debian package in a fresh Debian, runs both programs and removes the package. No file may remain:
 #
 #     mmdebstrap --customize-hook='packaging/linux/try-package.sh PACKAGE.deb PICTURE.png "$1"' SUITE /dev/null
 #
-# PICTURE shows the window. The last argument is the root folder of the fresh Debian, which mmdebstrap removes.
+# PICTURE is the output file for a screenshot. mmdebstrap passes the root folder of the fresh Debian and removes it.
 set -euo pipefail
 
 fail() {
@@ -11,9 +11,9 @@ fail() {
     exit 1
 }
 
-(($# == 3)) || fail "say which package to try, which picture to write and where the fresh Debian is"
+(($# == 3)) || fail "expected a package, an output file for the screenshot and the root folder of a fresh Debian"
 readonly package=$1 picture=$2 root=$3 here=${BASH_SOURCE[0]%/*}
-[[ -f $package && -x $root/usr/bin/dpkg ]] || fail "there is no package $package or no Debian in $root"
+[[ -f $package && -x $root/usr/bin/dpkg ]] || fail "no package $package, or no Debian in $root"
 
 in_root() {
     chroot "$root" env LC_ALL=C.UTF-8 "$@"
@@ -24,18 +24,18 @@ quietly() {
         fail "$* failed"
     }
 }
-# Leaves out the records of dpkg and apt, which change with every installation.
+# Lists all files except the records of dpkg and apt, which change with every installation.
 files() {
     (cd "$root" && find . -xdev \( -path ./proc -o -path ./sys -o -path ./dev -o -path ./run -o -path ./tmp -o \
         -path ./var/lib/dpkg -o -path ./var/log -o -path ./var/cache \) -prune -o -print | LC_ALL=C sort)
 }
 
-# The dependencies come first, so that the package adds nothing but its own files.
+# Installs the dependencies first, so that the package adds only its own files.
 mkdir -p "$root/tmp/user" "$root/tmp/runtime"
 cp "$package" "$root/tmp/quillory.deb"
 quietly in_root apt-get satisfy -y -qq --no-install-recommends "$(dpkg-deb -f "$package" Depends)"
 files >"$root/tmp/before"
-# Unlike apt, dpkg installs no further package.
+# Unlike apt, dpkg installs no other packages.
 quietly in_root dpkg --install /tmp/quillory.deb
 
 chown 1000:1000 "$root/tmp/user" "$root/tmp/runtime"
@@ -52,8 +52,8 @@ code=0
     fail "the installed program does not start and exit correctly"
 
 rm -rf "$root/tmp/user/files"
-[[ -z $(find "$root/tmp/user" -type f) ]] || fail "files in the home folder: $(find "$root/tmp/user" -type f)"
+[[ -z $(find "$root/tmp/user" -type f) ]] || fail "files left in the home folder: $(find "$root/tmp/user" -type f)"
 quietly in_root dpkg --purge quillory
 files >"$root/tmp/after"
-diff "$root/tmp/before" "$root/tmp/after" >"$root/tmp/log" || fail "left or removed: $(<"$root/tmp/log")"
-echo "$(basename -- "$package"): installed in a fresh Debian, started, closed, removed, nothing remained"
+diff "$root/tmp/before" "$root/tmp/after" >"$root/tmp/log" || fail "files left or removed: $(<"$root/tmp/log")"
+echo "$(basename -- "$package"): installed in a fresh Debian, started, closed, removed; no file remained"

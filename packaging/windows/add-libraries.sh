@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Copies into a folder with Windows programs and plugins every library that they need and Windows does not have:
+# Copies the libraries that Windows programs and plugins need into their folder, except those that Windows contains:
 #
 #     packaging/windows/add-libraries.sh FOLDER LIBRARY-FOLDER...
 #
-# Looked for in the library folders and in the compiler's own.
+# Looks for them in the library folders, then in the folders of the compiler.
 set -euo pipefail
 
 SCRIPT_NAME=add-libraries.sh
@@ -12,10 +12,10 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 . "$here/common.sh"
 
 readonly mingw=x86_64-w64-mingw32
-(($# >= 2)) || fail "say which folder to complete and where the libraries are"
+(($# >= 2)) || fail "expected a folder of programs and the folders of the libraries"
 folder=$1
 shift
-[[ -d $folder ]] || fail "there is no folder $folder"
+[[ -d $folder ]] || fail "no such folder: $folder"
 sources=("$@" "$(dirname -- "$($mingw-g++-posix -print-file-name=libstdc++-6.dll)")" "/usr/$mingw/lib")
 
 imports() {
@@ -28,8 +28,7 @@ find_library() {
     done
     return 1
 }
-# The compiler comes with an import library for each library of Windows; the sets of functions that Windows itself
-# shares out over its libraries are known by their name.
+# The compiler has an import library for each library of Windows. API sets (api-ms-win-*) have none.
 is_of_windows() {
     local name=${1,,}
     [[ $name == api-ms-win-* || -f /usr/$mingw/lib/lib${name%.*}.a ]]
@@ -46,7 +45,7 @@ while ((${#pending[@]})); do
             "$mingw-strip" --strip-unneeded "$folder/$library"
             pending+=("$folder/$library")
         elif ! is_of_windows "$library"; then
-            fail "$(basename -- "$file") needs $library, which is neither in ${sources[*]} nor a part of Windows"
+            fail "$(basename -- "$file") needs $library, which is neither in ${sources[*]} nor part of Windows"
         fi
     done < <(imports "$file")
 done

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes an installer from the folder of the unpacked zip: packaging/windows/build-installer.sh FOLDER VERSION OUTPUT.exe
-# The same folder and version give the same bytes.
+# Builds an installer from the unpacked zip: packaging/windows/build-installer.sh FOLDER VERSION OUTPUT.exe
+# The output depends only on the folder and the version, byte for byte.
 set -euo pipefail
 
 SCRIPT_NAME=build-installer.sh
@@ -8,9 +8,9 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=packaging/windows/common.sh
 . "$here/common.sh"
 
-(($# == 3)) || fail "say which folder to install, its version and which installer to write"
-[[ -f $1/quillory.exe ]] || fail "there is no program in $1"
-[[ $2 =~ ^[0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "a version is three numbers (got: $2)"
+(($# == 3)) || fail "expected a folder to install, its version and an output file"
+[[ -f $1/quillory.exe ]] || fail "no quillory.exe in $1"
+[[ $2 =~ ^[0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "a version consists of three numbers (got: $2)"
 command -v makensis >/dev/null || fail "makensis is missing (Debian package nsis)"
 folder=$(realpath -- "$1")
 version=$2
@@ -22,11 +22,11 @@ mapfile -t files < <(cd "$folder" && find . -type f -printf '%P\n' | LC_ALL=C so
 # Deepest first, so that each folder is empty when it is removed.
 mapfile -t folders < <(cd "$folder" && find . -mindepth 1 -type d -printf '%P\n' | LC_ALL=C sort -r)
 for name in "${files[@]}"; do
-    # $ and quotes have a meaning of their own in the script.
-    [[ $name =~ ^[A-Za-z0-9._+/-]+$ ]] || fail "the installer cannot hold a file of this name: $name"
+    # NSIS gives $ and quotes a special meaning.
+    [[ $name =~ ^[A-Za-z0-9._+/-]+$ ]] || fail "the installer cannot contain a file with this name: $name"
 done
 
-# One file and one folder at a time: what the uninstaller removes is what the installer has put there.
+# Lists every file and folder, so that the uninstaller removes exactly what the installer has installed.
 {
     echo '!macro InstallContent'
     for name in "${files[@]}"; do

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Cross-builds the libraries that Qt for Windows links, from Debian's source packages, which carry Debian's security
-# fixes: Qt's own copies of them do not. They are static, so that Qt's own files contain them.
+# Cross-builds the libraries that Qt for Windows links. Uses Debian's source packages, which contain security fixes that
+# Qt's own copies lack. The libraries are static, so that Qt's DLLs contain them.
 #
 #     packaging/windows/build-libraries.sh WORK STAGE PREFIX
 #
-# WORK is an empty folder for sources and objects. STAGE is the folder that becomes PREFIX once Qt is in it as well.
-# STAGE/libraries.txt records the package and the version of each library. Every object file contains the same
-# words, so that check-libraries.sh finds them in the files that are shipped. About two minutes on two cores.
+# WORK is an empty folder for sources and objects. STAGE is the folder that becomes PREFIX when it
+# contains Qt too. STAGE/libraries.txt lists the package and the version of each library. Every object file contains the
+# same words, so that check-libraries.sh finds them in the DLLs. Takes about two minutes on two cores.
 set -euo pipefail
 
 SCRIPT_NAME=build-libraries.sh
@@ -22,7 +22,7 @@ read_jobs
 mkdir -p "$stage/lib" "$stage/include" "$stage/LICENSES"
 prepare_apt "$work/apt"
 
-# unpack PACKAGE: the newest version that the mirror has, into WORK/PACKAGE/source, and its record.
+# unpack PACKAGE: unpacks the newest version on the mirror into WORK/PACKAGE/source and adds it to libraries.txt.
 unpack() {
     local package=$1 folder=$work/$1 version
     unpack_newest_source "$package" "$folder"
@@ -33,7 +33,7 @@ unpack() {
     cp "$folder/source/debian/copyright" "$stage/LICENSES/$package-copyright.txt"
 }
 
-# configure PACKAGE OPTION...: for CMake's build in WORK/PACKAGE/build.
+# configure PACKAGE OPTION...: configures the build in WORK/PACKAGE/build with CMake.
 configure() {
     local package=$1 folder=$work/$1
     shift
@@ -44,14 +44,14 @@ configure() {
         -DCMAKE_C_FLAGS="-include $folder/mark.h" -DCMAKE_CXX_FLAGS="-include $folder/mark.h" "$@"
 }
 
-# build PACKAGE [TARGET]
+# build PACKAGE [TARGET]: builds one target, or all.
 build() {
     local package=$1
     logged "$work/$package/build.log" "building $package" \
         cmake --build "$work/$package/build" --parallel "$jobs" --target "${2:-all}"
 }
 
-# add PACKAGE OPTION...: one that builds and installs nothing but its static library.
+# add PACKAGE OPTION...: for a package that installs only its static library and headers.
 add() {
     local package=$1
     unpack "$package"
@@ -65,7 +65,7 @@ install_into_stage() {
         env DESTDIR="${stage%"$prefix"}" cmake --install "$work/$1/build"
 }
 
-# Its build always makes the DLL as well, from files that Debian leaves out.
+# The build of zlib always creates the DLL too, from files that Debian's source package lacks.
 add_zlib() {
     local folder=$work/zlib
     unpack zlib
@@ -76,7 +76,7 @@ add_zlib() {
     cp "$folder/source/zlib.h" "$folder/build/zconf.h" "$stage/include/"
 }
 
-# Without compressed fonts, which Windows does not have, and without the copy of zlib for them.
+# Without support for compressed fonts, which Windows does not use, and without FreeType's copy of zlib.
 add_freetype() {
     unpack freetype
     sed -i -E 's:^#define (FT_CONFIG_OPTION_USE_(ZLIB|LZW)).*:/* no \1 */:' \
@@ -87,11 +87,11 @@ add_freetype() {
     install_into_stage freetype
 }
 
-# The 16 bit library that Qt uses, without the compiler for expressions.
+# Only the 16-bit library, which Qt uses, without the just-in-time compiler.
 add_pcre2() {
     add pcre2 -DBUILD_STATIC_LIBS=ON -DPCRE2_BUILD_PCRE2_8=OFF -DPCRE2_BUILD_PCRE2_16=ON -DPCRE2_SUPPORT_JIT=OFF \
         -DPCRE2_SUPPORT_UNICODE=ON -DPCRE2_BUILD_PCRE2GREP=OFF -DPCRE2_BUILD_TESTS=OFF
-    # Its users would look for a DLL otherwise.
+    # Otherwise the header declares the functions of a DLL.
     sed -i 's/defined(PCRE2_STATIC)/1/' "$stage/include/pcre2.h"
 }
 
@@ -105,5 +105,5 @@ add_freetype
 add harfbuzz -DHB_BUILD_SUBSET=OFF
 add_pcre2
 add double-conversion
-# Programs and manuals.
+# Removes programs and manual pages.
 rm -rf "${stage:?}"/{bin,cmake,man,share}

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
-# Cross-builds the Qt that the Windows program ships with, from the source packages of the Qt that Debian has
-# installed: the machine's moc, uic and rcc must be of the same version as the libraries.
-# Prints the prefix. A prefix that is already in the cache is used again; a new one appears there complete or
-# not at all. About twelve minutes on two cores.
+# Cross-builds the Qt of the Windows program from Debian's source packages. Takes the version of the installed Qt, whose
+# moc, uic and rcc must match the libraries. Prints the prefix. Reuses a prefix in the cache; a new one appears there
+# only when it is complete. Takes about twelve minutes on two cores.
 set -euo pipefail
 
 SCRIPT_NAME=build-qt.sh
@@ -16,25 +15,25 @@ usage() {
     cat <<'USAGE'
 Usage: packaging/windows/build-qt.sh [--cached]
 Builds Qt for Windows x64 into ${QUILLORY_CACHE:-~/.cache/quillory} unless it is there, and prints its prefix.
---cached builds nothing and fails when it is not there.
-QUILLORY_JOBS limits the compilers that run at a time (default: one for each core).
+--cached builds nothing and fails if it is not there.
+QUILLORY_JOBS sets the number of parallel compilers (default: one per core).
 USAGE
 }
 
-# Part of the prefix's name: raise it when the options below change.
+# Part of the name of the prefix. Increase it when the options below change.
 recipe=2
 
-# Everything the program does not use is off. What it uses comes from the static libraries of build-libraries.sh:
-# Qt's files then depend on nothing but Windows. Qt is not configured where one that is ON is missing.
+# Only the features that the program uses, with the static libraries of build-libraries.sh: Qt's DLLs then depend only
+# on Windows and the compiler's libraries. Configuring fails if the library of a feature that is ON is missing.
 base_options=(
     -DBUILD_SHARED_LIBS=ON
     -DQT_QMAKE_TARGET_MKSPEC=win32-g++
     -DFEATURE_pkg_config=OFF
     -DINPUT_opengl=no
-    # The platform plugin does not link with either both or none of these.
+    # The platform plugin links only if exactly one of these is on.
     -DFEATURE_direct2d=ON
     -DFEATURE_direct2d1_1=OFF
-    # Debian's source package lacks the sources of this one.
+    # Debian's source package lacks the sources of this feature.
     -DFEATURE_tabletevent=OFF
 )
 for feature in dbus network sql printsupport xml vulkan icu glib zstd fontconfig qmake androiddeployqt \
@@ -47,7 +46,7 @@ done
 # For thumbnails of WebP pictures.
 formats_options=(-DFEATURE_system_webp=ON -DFEATURE_tiff=OFF -DFEATURE_jasper=OFF -DFEATURE_mng=OFF)
 
-# build_module PACKAGE VERSION OPTION...: from Debian's source package into the stage.
+# build_module PACKAGE VERSION OPTION...: builds Debian's source package and installs it into the stage.
 build_module() {
     local package=$1 version=$2 folder=$work/$1
     shift 2
@@ -84,7 +83,7 @@ if [[ -e $prefix/complete ]]; then
 fi
 [[ ! $cached ]] || fail "there is no Qt for Windows in $cache"
 
-# Two builds at a time would only slow each other down; the second one finds the first one's result.
+# A second build waits for the first one and uses its result.
 exec 9>"$cache/qt-windows.lock"
 flock 9
 if [[ ! -e $prefix/complete ]]; then
@@ -92,7 +91,7 @@ if [[ ! -e $prefix/complete ]]; then
     stage=$work/stage$prefix
     rm -rf "$work" "$prefix"
     mkdir -p "$work"
-    note "this takes about twelve minutes on two cores, once"
+    note "this takes about twelve minutes on two cores, only once"
     "$here/build-libraries.sh" "$work" "$stage" "$prefix"
     prepare_apt "$work/apt"
     build_module qt6-base "$version" "${base_options[@]}"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the program for Windows on a Debian machine, as a zip and as an installer. See --help.
+# Cross-builds the zip and the installer for Windows on a Debian machine. See --help.
 set -euo pipefail
 
 SCRIPT_NAME=packaging/windows/build.sh
@@ -11,16 +11,16 @@ usage() {
     cat <<'TEXT'
 Usage: packaging/windows/build.sh [--test [CTEST-ARGUMENT...]]
 
-Cross-builds the program and packs it with its libraries, into build/packages:
+Cross-builds the program and packs it with its libraries in build/packages:
   quillory-<version>-windows-x64.zip
   quillory-<version>-windows-x64-setup.exe
-The first time it also builds Qt, once, into ${QUILLORY_CACHE:-~/.cache/quillory} (about twelve minutes on two cores).
+The first run also builds Qt into ${QUILLORY_CACHE:-~/.cache/quillory} (about twelve minutes on two cores).
 
---test  also builds the tests and runs them under Wine, starts the packed program and goes through its pages
-        on a virtual display, and installs and removes the program. Arguments after it go to ctest, and leave the
-        installer out: --test -R endToEnd
+--test  also tests the result under Wine: runs the tests, starts the packed program, takes screenshots of all pages
+        on a virtual display, and installs and removes the program. Further arguments are passed to ctest and skip
+        the test of the installer: --test -R endToEnd
 
-QUILLORY_JOBS limits the compilers, and the tests, that run at a time (default: one for each core).
+QUILLORY_JOBS sets the number of parallel compilers and tests (default: one per core).
 TEXT
 }
 
@@ -46,7 +46,7 @@ mkdir -p "$build" "$out" 2>/dev/null || fail "cannot create $build and $out"
 tools/setup.sh build windows ${test:+wine}
 qt=$("$here/build-qt.sh")
 
-# Dates in the zip and in the programs are those of the last change, not those of the build.
+# The dates in the zip and in the programs are those of the last commit, so that builds are reproducible.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
 
@@ -61,19 +61,19 @@ logged "$build/build.log" "building" cmake --build "$build" --parallel "$jobs" "
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
 name=quillory-$version-windows-x64
 
-# The program, the plugins it uses and every library that one of them asks for.
+# The programs, the plugins that they use, and the libraries that these need.
 stage=$build/stage
 rm -rf "$stage"
 logged "$build/install.log" "packing" cmake --install "$build" --prefix "$stage/$name" --strip
 for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/q{gif,ico,jpeg,webp}; do
-    # Stripping also replaces the time of Qt's build by SOURCE_DATE_EPOCH.
+    # Stripping also replaces the build time of Qt with SOURCE_DATE_EPOCH.
     install -D -m 755 --strip --strip-program=x86_64-w64-mingw32-strip "$qt/plugins/$plugin.dll" \
-        "$stage/$name/$plugin.dll" || fail "Qt has no plugin $plugin"
+        "$stage/$name/$plugin.dll" || fail "the Qt in $qt has no plugin $plugin"
 done
 "$here/add-libraries.sh" "$stage/$name" "$qt/bin"
 "$here/add-licences.sh" "$stage/$name" "$qt"
 
-# Sorted and dated, so that packing twice gives the same bytes.
+# Sorted names and fixed dates make the zip reproducible.
 find "$stage/$name" -exec touch --date="@$SOURCE_DATE_EPOCH" {} +
 rm -f "$stage/$name.zip"
 (cd "$stage" && find "$name" -type f | LC_ALL=C sort | TZ=UTC zip -q -9 -X -@ "$name.zip") || fail "zip failed"

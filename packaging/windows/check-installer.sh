@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs, upgrades, starts and removes the program under Wine, and compares files and registry before and after:
+# Installs, upgrades, starts and removes the program under Wine. Compares files and registry before and after:
 #
 #     packaging/windows/check-installer.sh INSTALLER.exe FOLDER VERSION WINE-PREFIX
 #
-# FOLDER holds what the installer has to install. The Wine prefix is made anew.
+# FOLDER contains the files that the installer must install. Replaces the Wine prefix.
 set -euo pipefail
 
 SCRIPT_NAME=check-installer.sh
@@ -11,15 +11,15 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=packaging/windows/common.sh
 . "$here/common.sh"
 
-(($# == 4)) || fail "say which installer to check, what it installs, its version and which Wine prefix to make"
-[[ -f $1 && -d $2 ]] || fail "there is no installer $1 or no folder $2"
+(($# == 4)) || fail "expected an installer, the folder that it installs, its version and a Wine prefix"
+[[ -f $1 && -d $2 ]] || fail "no such installer or folder: $1, $2"
 readonly installer=$1 content=$2 version=$3 root=$here/../..
 mkdir -p "$(dirname -- "$4")"
 prefix=$(realpath -m -- "$4")
 readonly prefix wine64=${QUILLORY_WINE64:-/usr/lib/wine/wine64}
 work=$(mktemp -d)
 end_wine() {
-    WINEPREFIX=$prefix "$(dirname -- "$wine64")/wineserver64" "$1" || true # there may be none
+    WINEPREFIX=$prefix "$(dirname -- "$wine64")/wineserver64" "$1" || true # the server may not run
 }
 # shellcheck disable=SC2317 # called by the trap
 clean_up() {
@@ -28,15 +28,15 @@ clean_up() {
 }
 trap clean_up EXIT
 
-# Types of resources: 14 icons, 16 version, 24 manifest.
+# Resource types: 14 icon, 16 version, 24 manifest.
 wrestool --extract --raw --type=24 "$installer" >"$work/manifest"
 grep -q 'level="asInvoker"' "$work/manifest" || fail "the installer asks for administrator rights"
 wrestool --extract --raw --type=16 "$installer" | tr -d '\0' >"$work/version"
-grep -aq "ProductVersion.*$version" "$work/version" || fail "the version resource does not say $version"
+grep -aq "ProductVersion.*$version" "$work/version" || fail "the version resource does not contain $version"
 wrestool --extract --type=14 "$installer" >"$work/icon"
 icotool --list "$work/icon" 2>/dev/null | grep -q -- '--width=48 ' || fail "the installer has no icon"
 
-# An older version: its program has other bytes, and one of its plugins is gone since.
+# An older version with a different program and a plugin that the new version lacks.
 mkdir -p "$work/old/plugins"
 echo old | tee "$work/old/quillory.exe" >"$work/old/plugins/dropped.dll"
 "$here/build-installer.sh" "$work/old" 0.0.1 "$work/older.exe"
@@ -51,7 +51,7 @@ mkdir "$drive/two words"
 
 export FONTCONFIG_FILE=$prefix/fonts.conf
 export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
-# Until all its processes have ended: an uninstaller continues in a copy of itself.
+# Waits until all processes have ended, because an uninstaller continues in a copy of itself.
 run() {
     local code=0
     (cd "$drive" && env -u DISPLAY timeout --kill-after=20 120 "$wine64" "$@" </dev/null >"$work/output" 2>&1) || code=$?
@@ -64,8 +64,8 @@ expect_code() {
     run "$@" || code=$?
     ((code == expected)) || fail "$* ended with exit code $code, not $expected"
 }
-# The names of all files and all values of the registry. Left out: temporary files, where the uninstaller leaves the
-# copy of itself that it runs from, and the drivers, which Wine describes anew at each start.
+# Prints the names of all files and all values of the registry. Skips temporary files, because the uninstaller leaves a
+# copy of itself there, and the drivers, whose entries Wine rewrites at each start.
 state() {
     (cd "$prefix" && find drive_c drive_d -not -path '*/[Tt]emp*' | LC_ALL=C sort)
     sed -E '/^#time=/d; s/^(\[.*\]) [0-9]+$/\1/' "$prefix/user.reg"
@@ -86,15 +86,15 @@ expect_menu_entry() {
         ! registry_has 'Directory\\shell\\Quillory' || fail "there is a context menu entry: $2"
     fi
 }
-# Compares names, with upper and lower case, and all bytes.
+# Compares all bytes, and the names including their case.
 expect_installed() {
     cp -r "$1" "$work/expected"
-    cp "$2/uninstall.exe" "$work/expected/uninstall.exe" || fail "there is no uninstaller in $2"
+    cp "$2/uninstall.exe" "$work/expected/uninstall.exe" || fail "no uninstaller in $2"
     diff -rq "$work/expected" "$2" >"$work/changes" || fail "installed files differ: $(<"$work/changes")"
     rm -rf "$work/expected"
 }
 
-# Every user of Windows has these.
+# On Windows, every user has these keys.
 for key in 'HKCU\Software\Classes' 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
     expect_code 0 reg add "$key" /f
 done
@@ -109,17 +109,17 @@ expect_installed "$work/old" "$installed"
 expect_menu_entry off "it is off by default"
 expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=1
 expect_installed "$content" "$installed"
-expect_menu_entry on "/CONTEXTMENU=1 asks for it"
-registry_has "\"DisplayVersion\"=\"$version\"" || fail "Windows does not know that version $version is installed"
+expect_menu_entry on "/CONTEXTMENU=1 adds it"
+registry_has "\"DisplayVersion\"=\"$version\"" || fail "the registry does not list version $version as installed"
 [[ -f $user/AppData/Roaming/Microsoft/Windows/Start\ Menu/Programs/Quillory.lnk ]] || fail "no Start menu entry"
 expect_code 0 'C:\quillory\newer.exe' /S
 expect_menu_entry on "the earlier installation had one"
 state >"$work/installed"
 expect_code 2 'C:\quillory\newer.exe' /S /CONTEXTMENU=yes
-expect_state "$work/installed" "a wrong argument has changed something"
-echo "Upgraded an older version: exactly the new files; the context menu entry obeys /CONTEXTMENU and survives upgrades"
+expect_state "$work/installed" "an invalid argument changed files or registry"
+echo "Upgraded an older version: only the new files remain; upgrades keep the context menu entry"
 
-# Without a display a window is open all the same, which is enough for a file in use.
+# Even without a display, the program runs, so its file is in use.
 (cd "$drive" && exec env -u DISPLAY "$wine64" "$folder\\quillory.exe" >/dev/null 2>&1 </dev/null) &
 for ((i = 0; i < 100; ++i)); do
     ! "$wine64" tasklist 2>/dev/null | grep -qi quillory.exe || break
@@ -127,22 +127,22 @@ for ((i = 0; i < 100; ++i)); do
 done
 for program in 'C:\quillory\newer.exe /S' "$folder\\uninstall.exe /S _?=$folder"; do
     code=0
-    # shellcheck disable=SC2086 # no part of it has a space
+    # shellcheck disable=SC2086 # splits the arguments, which contain no spaces
     timeout --kill-after=20 120 "$wine64" $program >/dev/null 2>&1 </dev/null || code=$?
     ((code == 2)) || fail "$program ended with exit code $code while the program ran, not 2"
 done
 end_wine -k
 end_wine -w
-expect_state "$work/installed" "something has changed while the program ran"
-echo "While the program runs, installer and uninstaller refuse and change nothing"
+expect_state "$work/installed" "files or registry changed while the program ran"
+echo "While the program runs, installer and uninstaller fail and change nothing"
 
 "$root/tools/with-display.sh" "$root/packaging/start-and-close.sh" "$prefix.png" \
     "$wine64" "$folder\\quillory.exe" 'C:\two words' || fail "the installed program does not start and exit correctly"
 end_wine -k
 end_wine -w
-echo "The installed program starts and ends; its window: $prefix.png"
+echo "The installed program starts and exits; screenshot: $prefix.png"
 
-# Two arguments, because the installer takes no quotes here.
+# Two arguments, because Wine would quote one with a space, and /D takes no quotes.
 expect_code 0 'C:\quillory\newer.exe' /S /CONTEXTMENU=0 '/D=C:\two' 'words\Quillory'
 expect_menu_entry off "/CONTEXTMENU=0 removes it"
 expect_installed "$content" "$drive/two words/Quillory"
@@ -154,9 +154,9 @@ for file in "$drive/two words/Quillory"/{notes.txt,man/notes/notes.txt}; do
 done
 expect_code 0 'C:\two words\Quillory\uninstall.exe' /S
 for file in "$drive/two words/Quillory"/{notes.txt,man/notes/notes.txt}; do
-    grep -qx mine "$file" 2>/dev/null || fail "$file of the user is gone"
+    grep -qx mine "$file" 2>/dev/null || fail "the uninstaller removed $file, a file of the user"
     rm "$file"
 done
 rmdir "$drive/two words/Quillory"/{man/notes,man,}
-expect_state "$work/before" "the uninstaller left or removed something else"
-echo "$(basename -- "$installer"): installed, upgraded, started, moved, removed; only the user's files remained"
+expect_state "$work/before" "the uninstaller left files or removed too many"
+echo "$(basename -- "$installer"): installed, upgraded, started, moved, removed; only the user's files remain"

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Checks the versions of the libraries that are linked into the files of a folder:
+# Checks the versions of the libraries that are linked into the DLLs of a folder:
 #
 #     packaging/windows/check-libraries.sh FOLDER
 #
-# Each library of library-versions.txt must be in one of the folder's DLLs, nowhere in an older version, and in the
-# version that FOLDER/licences/libraries.txt tells.
+# Each library of library-versions.txt must be in at least one DLL. No DLL may contain an older version, or a version
+# that FOLDER/licences/libraries.txt does not list.
 set -euo pipefail
 
 SCRIPT_NAME=check-libraries.sh
@@ -12,11 +12,11 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=packaging/windows/common.sh
 . "$here/common.sh"
 
-(($# == 1)) || fail "say which folder to check"
+(($# == 1)) || fail "expected a folder"
 folder=$1
-[[ -f $folder/licences/libraries.txt ]] || fail "there is no record of libraries in $folder/licences"
+[[ -f $folder/licences/libraries.txt ]] || fail "no libraries.txt in $folder/licences"
 
-# Prints "PACKAGE VERSION" for each library in the folder's files. build-libraries.sh writes these words into them.
+# Prints "PACKAGE VERSION" for each library in the DLLs. build-libraries.sh compiles these words into them.
 linked_libraries() {
     find "$folder" -name '*.dll' -exec grep -aohE 'Debian source: [a-z0-9.+-]+ [0-9A-Za-z.+~:-]+' {} + |
         cut -d ' ' -f 3- | sort -u

@@ -1,4 +1,4 @@
-# Shared by the scripts of this folder; meant to be sourced. SCRIPT_NAME is the name to complain under.
+# Functions that the scripts in this folder source. They set SCRIPT_NAME, which begins every message.
 # shellcheck shell=bash
 
 fail() {
@@ -10,19 +10,19 @@ note() {
     printf '%s: %s\n' "$SCRIPT_NAME" "$1" >&2
 }
 
-# Runs a command with its output in a file; on failure shows the end of it and gives up with one line.
-# logged FILE WHAT COMMAND...
+# logged FILE WHAT COMMAND...: runs a command and writes its output to FILE. If the command fails, prints the last lines
+# and exits.
 logged() {
     local log=$1 what=$2
     shift 2
     note "$what (log: $log)"
     "$@" >"$log" 2>&1 </dev/null || {
         tail -n 25 "$log" >&2
-        fail "$what failed; all of its output is in $log"
+        fail "$what failed; see $log"
     }
 }
 
-# Installs those of the named Debian packages that are missing.
+# Installs the missing ones of the given Debian packages.
 need_packages() {
     local package missing=()
     command -v dpkg-query >/dev/null || fail "this script needs Debian (no dpkg-query found)"

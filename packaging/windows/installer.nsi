@@ -1,19 +1,19 @@
-; The installer for Windows. It needs no administrator: everything belongs to the user who runs it.
+; The installer for Windows. Needs no administrator rights, because it installs for the current user only.
 ;
 ;     quillory-<version>-windows-x64-setup.exe [/S] [/CONTEXTMENU=0|1] [/D=FOLDER]
 ;
-; /S shows no window. /CONTEXTMENU=1 adds the entry to the context menu of folders and 0 leaves it out; without it, the
-; entry stays as the earlier installation has it. /D comes last and takes no quotes, even around spaces.
+; /S shows no window. /CONTEXTMENU=1 adds the entry to the context menu of folders; 0 removes it. Without this argument,
+; the entry stays as it is. /D comes last and takes no quotes, even if the folder contains spaces.
 ; Exit codes: 0 for success, 1 if the user cancels, 2 for a failure.
 ;
 ; build-installer.sh runs makensis with these definitions:
 ;   VERSION  three numbers        CONTENT  file with the macros InstallContent and RemoveContent, one line for each file
-;   OUTPUT   installer to write   SIZE     kibibytes that the content takes
+;   OUTPUT   installer to write   SIZE     size of the content in KiB
 ;   ICONS    folder with quillory.ico and installer.bmp
 
 Target amd64-unicode
 SetCompressor /SOLID lzma
-; Installed files get the time of the installation, so the installer holds no file times.
+; Installed files get the time of the installation. The installer contains no file times, so builds are reproducible.
 SetDateSave off
 
 !include MUI2.nsh
@@ -62,7 +62,7 @@ VIAddVersionKey "ProductVersion" "${VERSION}"
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; The earlier uninstaller knows which files its version has installed, here or in another folder.
+; Runs the earlier uninstaller, because it knows which files its version has installed and where.
 Function RemoveEarlierInstallation
   ReadRegStr $R0 HKCU "${UNINSTALL_KEY}" "InstallLocation"
   ${If} $R0 == ""
@@ -70,7 +70,7 @@ Function RemoveEarlierInstallation
     Return
   ${EndIf}
   retry:
-  ; With _?= the uninstaller runs in its place, so that it can be waited for.
+  ; With _?=, the uninstaller does not start a copy of itself, so ExecWait waits until it has finished.
   ExecWait '"$R0\uninstall.exe" /S _?=$R0' $R1
   ${If} $R1 != 0
     MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
@@ -137,7 +137,7 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; Windows lets nobody write to the file of a running program.
+; Windows does not allow writing to the file of a running program.
 !macro AbortIfRunning FILE
   ${If} ${FileExists} "$INSTDIR\${FILE}"
     ClearErrors
@@ -150,11 +150,11 @@ FunctionEnd
   ${EndIf}
 !macroend
 
-; Removes the installed files one by one, never a folder with what it holds: files of the user stay.
+; Removes the installed files one by one and only empty folders, so that files of the user stay.
 Section "Uninstall"
   !insertmacro AbortIfRunning "${PROGRAM}"
   !insertmacro AbortIfRunning "quillory-cli.exe"
-  ; The current folder cannot be removed.
+  ; Leaves $INSTDIR, because Windows cannot remove the current folder.
   SetOutPath "$TEMP"
   !insertmacro RemoveContent
   Delete "$INSTDIR\uninstall.exe"

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Makes a Wine prefix to try Windows programs in, with the content of a folder in C:\quillory:
+# Creates a Wine prefix for tests of Windows programs and copies a folder into its C:\quillory:
 #
 #     packaging/windows/make-wine-prefix.sh PREFIX FOLDER
 #
-# It looks like a Windows 10 with two drives, C: and D:. Nothing else of the machine is visible in it: a scan of all
-# drives stays inside. An existing prefix is used again, with the new content.
+# The prefix reports Windows 10 and has two drives, C: and D:. No other folder of the machine is visible in it, so a
+# scan of all drives stays inside. Reuses an existing prefix and replaces C:\quillory.
 set -euo pipefail
 
 SCRIPT_NAME=make-wine-prefix.sh
@@ -12,17 +12,17 @@ here=$(CDPATH="" cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=packaging/windows/common.sh
 . "$here/common.sh"
 
-(($# == 2)) || fail "say which prefix to make and which folder to put into it"
-[[ -d $2 ]] || fail "there is no folder $2"
+(($# == 2)) || fail "expected a prefix to create and a folder to copy into it"
+[[ -d $2 ]] || fail "no such folder: $2"
 wine64=${QUILLORY_WINE64:-/usr/lib/wine/wine64}
 [[ -x $wine64 ]] || fail "Wine is missing ($wine64; Debian package wine64)"
 mkdir -p "$(dirname -- "$1")"
 prefix=$(realpath -m -- "$1")
 content=$(realpath -- "$2")
-[[ ! -e $prefix || -e $prefix/complete || ! -e $prefix/drive_c ]] || rm -rf "$prefix" # a half-made one
+[[ ! -e $prefix || -e $prefix/complete || ! -e $prefix/drive_c ]] || rm -rf "$prefix" # incomplete
 
-# Not the machine's fonts: Qt takes letters that a font lacks from any other, and the ones with pictures in colour
-# are, to Wine, without outlines, which it crashes on.
+# Hides the machine's fonts. Qt takes letters that one font lacks from others, and Wine crashes on colour fonts,
+# because it finds no outlines in them.
 export FONTCONFIG_FILE=$prefix/fonts.conf
 export WINEPREFIX=$prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 unset DISPLAY
@@ -30,9 +30,9 @@ in_wine() {
     timeout --kill-after=20 300 "$wine64" "$@" </dev/null >>"$prefix.log" 2>&1 || fail "Wine cannot run $1 (see $prefix.log)"
 }
 wait_for_wine() {
-    timeout 300 "$(dirname -- "$wine64")/wineserver64" -w || fail "Wine does not come to an end"
+    timeout 300 "$(dirname -- "$wine64")/wineserver64" -w || fail "Wine does not exit"
 }
-# A LOGFONTW record in hexadecimal: the font with this name, 12 pixels high, of usual weight.
+# Prints a LOGFONTW structure in hexadecimal: the font with this name, 12 pixels high, of normal weight.
 log_font() {
     local hex record
     hex=$(printf %s "$1" | iconv -t UTF-16LE | od -An -v -tx1 | tr -d ' \n')
@@ -41,15 +41,15 @@ log_font() {
 }
 
 if [[ ! -e $prefix/complete ]]; then
-    note "making a Wine prefix in $prefix"
+    note "creating a Wine prefix in $prefix"
     : >"$prefix.log"
     mkdir -p "$prefix"
     echo '<fontconfig/>' >"$FONTCONFIG_FILE"
     in_wine wineboot --init
     in_wine winecfg /v win10
-    # A crash would wait for somebody to close its dialog.
+    # Otherwise a crashed program would wait until its dialog is closed.
     in_wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
-    # Letters as smooth and as wide as those of Windows, for pictures that show what fits where.
+    # Text as smooth and as wide as on Windows, so that screenshots show whether it fits.
     in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f
     in_wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
     for use in Caption Icon Menu Message SmCaption Status; do
@@ -63,7 +63,7 @@ if [[ ! -e $prefix/complete ]]; then
         fail "Open Sans is missing (fonts-open-sans)"
     cp /usr/share/fonts/truetype/ancient-scripts/Symbola*.ttf "$prefix/drive_c/windows/Fonts/" ||
         fail "Symbola is missing (fonts-symbola)"
-    # The user's folders are links into the machine's home folder.
+    # Replaces the user's folders, which are links into the machine's home folder.
     while IFS= read -r -d '' link; do
         rm "$link" && mkdir "$link"
     done < <(find "$prefix/drive_c/users" -type l -print0)

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine, in a Wine prefix that make-wine-prefix.sh has made:
+# Runs a Windows program in a Wine prefix that make-wine-prefix.sh has created:
 #
 #     packaging/windows/wine.sh PREFIX PROGRAM.exe [ARGUMENT...]
 #
-# The program is put into C:\quillory of the prefix first, where the libraries are: the machine's own files are on no
-# drive there. Output and exit code are the program's. QUILLORY_WINE_SECONDS limits its time (default 900).
+# First copies the program to the libraries in C:\quillory of the prefix, because the machine's files are not visible
+# there. Output and exit code are those of the program. QUILLORY_WINE_SECONDS limits its time (default: 900).
 set -euo pipefail
 
 fail() {
@@ -12,16 +12,16 @@ fail() {
     exit 125
 }
 
-(($# >= 2)) || fail "say which Wine prefix to use and which program to run"
-[[ -e $1/complete ]] || fail "$1 is not a complete Wine prefix (make-wine-prefix.sh makes one)"
-[[ -f $2 ]] || fail "there is no program $2"
+(($# >= 2)) || fail "expected a Wine prefix and a program"
+[[ -e $1/complete ]] || fail "$1 is not a complete Wine prefix (make-wine-prefix.sh creates one)"
+[[ -f $2 ]] || fail "no such program: $2"
 WINEPREFIX=$(realpath -- "$1")
 program=$(realpath -- "$2")
 shift 2
 
 folder=$WINEPREFIX/drive_c/quillory
 name=$(basename -- "$program")
-# A link costs nothing. Through a name of its own, so that two runs at a time do not see each other's half.
+# A hard link, because it is faster than a copy. The temporary name keeps parallel runs from using an incomplete copy.
 part=$folder/.$name.$$
 if ! [[ $program -ef $folder/$name ]]; then
     if ! cp -lf "$program" "$part" 2>/dev/null && ! cp -f "$program" "$part"; then
@@ -32,14 +32,14 @@ fi
 
 export FONTCONFIG_FILE=$WINEPREFIX/fonts.conf
 export WINEPREFIX WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
-# Wine hands Qt's variables on under another name only. There is one platform for windows on Windows.
+# Wine does not pass QT_* variables to programs, but passes WINEQT_* as QT_*. Qt for Windows has no xcb or wayland.
 case ${QT_QPA_PLATFORM:-} in
 xcb* | wayland*) unset QT_QPA_PLATFORM ;;
 esac
 while IFS= read -r variable; do
     export "WINE$variable=${!variable}"
 done < <(compgen -e QT_ || true)
-# Without it nothing of what a test says reaches standard output or error.
+# Without this variable, the messages of Qt do not reach standard error.
 export WINEQT_FORCE_STDERR_LOGGING=1
 
 cd "$folder"
