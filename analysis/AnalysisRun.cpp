@@ -18,7 +18,7 @@ using std::chrono_literals::operator""ms;
 void MainWindow::finalizeScanUI()
 {
     // Kept deliberately: progressTimer keeps running until the next scan or Stop, and replaces the number of
-    // duplicates that the user sees by 0.
+    // duplicates that the user sees with 0.
     discardTimer(statusDotsTimer);
     ui->labelScanStatus->setText(tr("Analyzing duplicates, please wait..."));
     ui->labelCurrentFile->setText(tr("Analyzing..."));

@@ -51,7 +51,7 @@ bool addData(const Hash &hash, QByteArrayView data)
 {
     if (data.size() > std::numeric_limits<LONG>::max())
         return false;
-    // The function only reads, but takes no pointer to const.
+    // BCryptHashData() only reads the bytes, but its parameter is not const.
     auto *const bytes = const_cast<UCHAR *>(reinterpret_cast<const UCHAR *>(data.data()));
     return BCRYPT_SUCCESS(BCryptHashData(hash.get(), bytes, static_cast<ULONG>(data.size()), 0));
 }
@@ -60,7 +60,7 @@ bool addData(const Hash &hash, QByteArrayView data)
 
 QByteArray sha256ByCng(QByteArrayView head, QByteArrayView tail)
 {
-    // Opened once, because that takes longer than hashing a small file. Thread-safe, according to Microsoft.
+    // Opened only once: opening takes longer than hashing a small file. Thread-safe, according to Microsoft.
     static const Algorithm algorithm = openAlgorithm();
     const Hash hash = algorithm ? createHash(algorithm) : nullptr;
 

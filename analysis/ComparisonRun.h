@@ -42,7 +42,7 @@ public:
 
     /// Adds a group to the result; ignores a single file.
     void addGroup(EqualFiles group);
-    /// Adds a file to the unreadable ones of the result. It must not be in a group.
+    /// Adds an unreadable file to the result. It must not be in a group.
     void addUnreadable(quint32 index, const QString &reason);
 
     /// The result, sorted by the indexes of the files; empty if the run was abandoned. Call after runTasks().

@@ -14,15 +14,15 @@ namespace {
 
 /// Indexes of files, in ascending order of size.
 using Indexes = std::span<const quint32>;
-/// Compares the files of some whole size classes.
+/// Compares the files of one or more complete size classes.
 using Comparison = void (*)(ComparisonRun &run, Indexes indexes);
 
-/// Number of small files of a task: low enough that all threads finish at about the same time.
+/// Number of small files per task: low enough that all threads finish at about the same time.
 constexpr std::size_t filesPerTask = 1024;
 
 std::vector<quint32> sortedBySize(std::span<const SurveyedFile> files)
 {
-    // In an array of their own: looking up the sizes in files would miss the cache in every comparison.
+    // A separate array of sizes: reading them from files would cause a cache miss in every comparison.
     std::vector<std::pair<qint64, quint32>> sizes;
     sizes.reserve(files.size());
     for (quint32 index = 0; index < files.size(); ++index)
@@ -51,7 +51,7 @@ Candidates candidatesOf(const ComparisonRun &run, Indexes sizeClass)
     return candidates;
 }
 
-/// Adds the tasks that group the files of some whole size classes by their bytes.
+/// Adds the tasks that group the files of one or more complete size classes by their bytes.
 void compareBytes(ComparisonRun &run, Indexes indexes)
 {
     std::vector<Candidates> classes;
@@ -82,7 +82,7 @@ void compareFingerprints(ComparisonRun &run, Indexes sizeClass)
         run.addGroup(std::move(group));
 }
 
-/// Groups the files of some whole size classes by their fingerprints.
+/// Groups the files of one or more complete size classes by their fingerprints.
 void compareSamples(ComparisonRun &run, Indexes indexes)
 {
     while (!indexes.empty()) {
@@ -93,7 +93,7 @@ void compareSamples(ComparisonRun &run, Indexes indexes)
     }
 }
 
-/// Adds the tasks that each call \a compare for some whole size classes.
+/// Adds tasks for all files in \a order. Each calls \a compare for one or more complete size classes.
 void addTasks(ComparisonRun &run, Indexes order, Comparison compare)
 {
     while (!order.empty()) {

@@ -19,7 +19,7 @@ struct ComparisonCallbacks
     /// Called from time to time with the bytes compared so far and the bytes of all files to compare. A file
     /// counts with its whole size as soon as it is known to differ.
     std::function<void(qint64 done, qint64 total)> progress;
-    /// True ends the comparison early, with no groups.
+    /// True ends the comparison early; the result then has no groups.
     AbandonCheck abandoned;
 };
 

@@ -29,7 +29,7 @@ qint64 milliseconds(const statx_timestamp &time)
     return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1'000'000;
 }
 
-/// The birth time; nothing if it is unknown. Like QFileInfo, takes 1970-01-01 00:00:00 UTC for unknown.
+/// The birth time; nothing if it is unknown. Like QFileInfo, treats 1970-01-01 00:00:00 UTC as unknown.
 std::optional<qint64> birthTime(const struct statx &facts)
 {
     const qint64 time = milliseconds(facts.stx_btime);

@@ -61,7 +61,7 @@ QList<DuplicateGroup> makeGroups(QList<QStringList> duplicates, const AbandonChe
     return abandoned() ? QList<DuplicateGroup>() : groups;
 }
 
-/// The result of FingerprintTable::sortedDuplicates() for \a paths; empty if abandoned. A function of its own
+/// The result of FingerprintTable::sortedDuplicates() for \a paths; empty if abandoned. A separate function,
 /// so that its tables are freed before the groups are built: each group takes more than a kilobyte.
 QList<QStringList> findEqualFiles(const QStringList &paths, const AnalysisCallbacks &callbacks)
 {

@@ -29,8 +29,8 @@ HashValue hashOf(Head head)
     return {qHashBits(head.data(), head.size()), 0};
 }
 
-/// The hash of all bytes of \a file. Cryptographic, so that nobody can create different files with equal
-/// hashes to slow down the comparison.
+/// The hash of all bytes of \a file. Cryptographic: crafted files with equal hashes could slow down the
+/// comparison.
 HashValue hashOfContent(const ComparisonRun &run, ComparedFile &file, qint64 size)
 {
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int readOnly = O_RDONLY | O_CLOEXEC;
 
-/// Opens the regular file \a name on which another program holds a lease and blocks until the lease is
+/// Opens the regular file \a name, on which another program holds a lease. Blocks until the lease is
 /// released. Returns -1 if \a name is not a regular file.
 int openLeasedFile([[maybe_unused]] const char *name)
 {
@@ -33,7 +33,7 @@ int openLeasedFile([[maybe_unused]] const char *name)
     return descriptor;
 }
 
-/// Opens \a name, whatever its type. Returns -1 on failure. Blocks on a lease, but not on a pipe.
+/// Opens \a name, a file of any type. Returns -1 on failure. Blocks on a lease, but not on a pipe.
 int openForReading(const char *name)
 {
     const int descriptor = ::open(name, readOnly | O_NONBLOCK);

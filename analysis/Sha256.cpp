@@ -51,7 +51,7 @@ std::unique_ptr<EVP_MD, Free> fetchAlgorithm()
 /// Empty if libcrypto fails, for example because its configuration excludes SHA-256.
 QByteArray sha256ByLibcrypto(QByteArrayView head, QByteArrayView tail)
 {
-    // Fetched once, because that takes longer than hashing a small file. Read-only afterwards.
+    // Fetched only once: fetching takes longer than hashing a small file. Read-only afterwards.
     static const std::unique_ptr<EVP_MD, Free> algorithm = fetchAlgorithm();
     const std::unique_ptr<EVP_MD_CTX, Free> context(EVP_MD_CTX_new());
 

@@ -8,7 +8,7 @@
 
 /// Background tasks that hold a pointer to their owner, which waits for them before it is destroyed.
 ///
-/// Used on the owner's thread only. The tasks use nothing of this class but the predicate abandoned().
+/// Used on the owner's thread only. The tasks only use its predicate abandoned().
 class BackgroundTasks
 {
 public:

@@ -17,6 +17,6 @@ void fitRow(const QList<QWidget *> &captions);
 /// pixels wide; at least 70.
 [[nodiscard]] int stretchToFit(const QStringList &texts, QFont font, int width);
 
-/// Fits the rich text of \a label like a row of one caption. If the text is higher than the label, moves it
+/// Fits the rich text of \a label like a row of one caption. If the text is taller than the label, moves it
 /// up by at most the space above the letters of the first line, and shrinks it further if that is not enough.
 void fitTitle(QLabel *label);

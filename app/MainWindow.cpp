@@ -47,7 +47,7 @@ MainWindow::MainWindow(QWidget *parent)
 
     installCentralContainer(createTopBar());
     setStyleSheet(StyleSheets::mainWindow);
-    // Kept deliberately: overrides the form's 1035 by 720; the user gets a window of fixed size.
+    // Kept deliberately: overrides the form's size, 1035 x 720; the user gets a window of fixed size.
     setFixedHeight(723);
     setFixedWidth(1025);
 
@@ -206,7 +206,7 @@ void MainWindow::fitCaptions()
 {
     fitTitle(ui->label);
     fitRow({ui->labelFilesScanned, ui->labelDuplicatesFound, ui->labelElapsedTime});
-    // The value label is 4 pixels higher than its neighbours; the margin aligns their texts.
+    // The value label is 4 pixels taller than its neighbours; the margin aligns their texts.
     ui->labelElapsedTimeValue->setContentsMargins(0, 0, 0, 4);
 
     fitCategoryCaptions();

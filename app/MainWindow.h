@@ -149,16 +149,16 @@ private:
     QList<DuplicateGroup> groups;
     /// Pointers into groups, by category key; the key "all" has every group.
     QMap<QString, QList<DuplicateGroup *>> groupsByCategory;
-    /// Groups that the first batch and each later batch of a category add to the tree.
+    /// Maximum number of groups that the first batch and each later batch of a category add to the tree.
     qint32 firstBatchSize = 20;
     qint32 nextBatchSize = 20;
-    /// The tree has a row for each group of the current category.
+    /// True if the tree has a row for each group of the current category.
     bool allBatchesLoaded = false;
     /// Key of the category in the tree.
     QString currentCategory;
     /// Groups of the current category that have a row. Row i shows group i of the category.
     qint32 loadedGroupCount = 0;
-    /// The loading panel has been shown once; never reset.
+    /// True once the loading panel has been shown; never reset.
     bool loadingOverlayActive = false;
     /// Guards loadNextBatch() against recursion.
     bool batchLoading = false;
@@ -175,7 +175,7 @@ private:
     qint32 loadingDotIndex = 0;
     QPushButton *btnHelp = nullptr;
     QToolButton *btnMenu = nullptr;
-    /// Pointers to all groups.
+    /// Pointers into groups, one for each element, in the same order.
     QList<DuplicateGroup *> allGroups;
     /// The settings of the next scan.
     ScanOptions scanOptions;
@@ -190,7 +190,7 @@ private:
     QString scanStatusText;
     /// Dots after scanStatusText, 0 to 3.
     qint32 statusDotCount = 0;
-    // Kept deliberately: never counts; within 500 ms of each report, the user sees 0 duplicates again.
+    // Kept deliberately: stays 0; within 500 ms of each report, the user sees 0 duplicates again.
     qint32 duplicatesFound = 0;
     /// Paths that the last collection has delivered.
     QStringList collectedFiles;

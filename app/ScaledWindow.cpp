@@ -45,11 +45,11 @@ bool ScaledWindow::eventFilter(QObject *object, QEvent *event)
     return QGraphicsView::eventFilter(object, event);
 }
 
-/// Paints in bands. Qt scales a higher picture on the global thread pool and waits, but a scan may keep every
-/// thread of the pool busy.
+/// Paints in bands. Qt scales a taller image on the global thread pool and waits for it, but a scan may keep
+/// every thread of the pool busy.
 void ScaledWindow::paintEvent(QPaintEvent *event)
 {
-    // Qt uses the pool from 96 device pixels on; the device pixel ratio may be 3.
+    // Qt uses the pool for 96 or more device pixels; 30 pixels stay below that at a device pixel ratio of 3.
     constexpr int bandHeight = 30;
     const QRect exposed = event->rect();
     for (int top = exposed.top(); top <= exposed.bottom(); top += bandHeight) {

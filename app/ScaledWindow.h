@@ -33,6 +33,6 @@ private:
     QGraphicsProxyWidget *m_proxy;
 };
 
-/// Shows \a window. If it does not fit on the primary screen, shows it in a ScaledWindow and returns that
-/// one; null otherwise.
+/// Shows \a window. If it does not fit on the primary screen, shows it in a ScaledWindow and returns that;
+/// otherwise returns null.
 [[nodiscard]] std::unique_ptr<ScaledWindow> showOnPrimaryScreen(QWidget &window);

@@ -59,7 +59,7 @@ void MainWindow::addVolumeRow(const Volume &volume)
     layout->setSpacing(10);
     auto *const icon = new QLabel(row);
     icon->setPixmap(QFileIconProvider().icon(QFileInfo(volume.rootPath)).pixmap(24, 24));
-    // The desktop theme may have a smaller icon only.
+    // The desktop theme may have only a smaller icon.
     icon->setFixedSize(24, 24);
     icon->setAlignment(Qt::AlignCenter);
     layout->addWidget(icon);
@@ -108,7 +108,7 @@ void MainWindow::addFolderRow(const QString &path)
     deleteButton->setFixedSize(24, 24);
     layout->addWidget(deleteButton);
 
-    // Kept deliberately: 3 pixels higher than the row of a volume, which the user sees.
+    // Kept deliberately: the user sees a row that is 3 pixels taller than the row of a volume.
     appendFolderRow(row, 48, path, deleteButton);
 }
 

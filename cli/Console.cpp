@@ -30,7 +30,7 @@ HANDLE handleOf(Stream stream)
 }
 #else
 /// Opens the standard streams that the parent closed, so that no other file gets their descriptors. They are
-/// opened in the wrong direction: reading and writing still fail.
+/// opened in the wrong direction, so that reading and writing still fail.
 void occupyClosedStreams()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -19,7 +19,7 @@
 /// A regular file that is open for reading, together with its folder.
 ///
 /// It stays the same file if its path leads to another file later. Links are followed in the folders of the
-/// path, never at its end. Any one thread.
+/// path, never at its end. Usable by one thread at a time.
 class HeldFile
 {
 public:

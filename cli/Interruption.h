@@ -4,5 +4,5 @@
 /// After such an event, interrupted() returns true. The handlers interrupt blocking system calls.
 void catchInterruptions();
 
-/// Whether the program was asked to end. Any thread.
+/// Whether the program was asked to end. Callable from any thread.
 [[nodiscard]] bool interrupted();

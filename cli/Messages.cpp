@@ -45,7 +45,7 @@ QString withVisibleControls(QStringView text)
 void printLine(const QString &line)
 {
     const QByteArray bytes = withVisibleControls(line).toUtf8() + '\n';
-    // Nothing is left to be done when standard error cannot be written.
+    // There is no other stream to report a failure of standard error.
     (void)std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stderr);
 }
 

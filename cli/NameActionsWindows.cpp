@@ -21,7 +21,7 @@ Obstacle lastError()
 
 std::optional<Obstacle> deleteFile(HeldFile &candidate)
 {
-    // Through the handle: the path may lead to another file by now.
+    // Uses the handle, because the path may lead to another file by now.
     const HANDLE handle = ::ReOpenFile(handleOf(candidate.content()), DELETE,
         FILE_SHARE_READ | FILE_SHARE_DELETE, FILE_FLAG_OPEN_REPARSE_POINT);
     if (handle == INVALID_HANDLE_VALUE)

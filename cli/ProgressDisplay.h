@@ -9,7 +9,7 @@
 #include <mutex>
 #include <thread>
 
-/// Shows the progress of a search in one line on standard error. A thread of its own redraws the line five
+/// Shows the progress of a search in one line on standard error. A separate thread redraws the line five
 /// times a second.
 class ProgressDisplay
 {
@@ -20,9 +20,9 @@ public:
     ~ProgressDisplay();
     Q_DISABLE_COPY_MOVE(ProgressDisplay)
 
-    /// Sets the number of files found so far. Any thread.
+    /// Sets the number of files found so far. Callable from any thread.
     void showFiles(qint64 files);
-    /// Sets the bytes compared so far and in all. Any thread.
+    /// Sets the bytes compared so far and in total. Callable from any thread.
     void showBytes(qint64 done, qint64 total);
 
     /// Draws the last state. Then clears the line on a terminal, and ends it elsewhere.

@@ -20,7 +20,7 @@ struct ProgressState
 class RateEstimate
 {
 public:
-    /// Adds a measurement: \a bytes in all, \a milliseconds after the start.
+    /// Adds a measurement: \a bytes in total, \a milliseconds after the start.
     void add(qint64 bytes, qint64 milliseconds);
 
     /// 0 in the first second, when there is too little to estimate from.

@@ -13,7 +13,7 @@
 class QSaveFile;
 
 /// The destination of a report: standard output, a device or pipe, or a file, which is written completely or
-/// not at all. Any one thread.
+/// not at all. Usable by one thread at a time.
 class ReportOutput
 {
 public:
@@ -22,7 +22,7 @@ public:
     ~ReportOutput();
     Q_DISABLE_COPY_MOVE(ReportOutput)
 
-    /// A reason why the file cannot be written that can be detected without touching it.
+    /// Why the file cannot be written, as far as this can be detected without touching it.
     [[nodiscard]] std::optional<QString> obstacle() const;
 
     /// False if nothing more can be written, or if the program was interrupted.

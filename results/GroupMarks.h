@@ -10,9 +10,9 @@
 ///
 /// \a shown lists the groups of the category, pointers into \a groups. \a checked lists the checked paths of
 /// each loaded group row; row i shows shown[i]. Groups with the same files in the same order get the same
-/// marks, those of the last row among them.
+/// marks: those of the last of their rows.
 ///
-/// Kept deliberately: groups without a row lose their marks but not their hasMarkedFiles. Delete then leaves
-/// files that the user has not seen.
+/// Kept deliberately: groups without a row lose their marks but not their hasMarkedFiles. Delete then keeps
+/// the files that the user has not seen.
 void saveMarks(
     QList<DuplicateGroup> &groups, const QList<DuplicateGroup *> &shown, const QList<QSet<QString>> &checked);

@@ -13,7 +13,7 @@ constexpr std::array<QStringView, 6> devices{u"CON", u"PRN", u"AUX", u"NUL", u"C
 constexpr std::array<QStringView, 2> ports{u"COM", u"LPT"};
 constexpr QStringView portDigits = u"0123456789¹²³";
 
-/// Whether Windows takes \a name for a device. It ignores a suffix and the blanks before it.
+/// Whether Windows treats \a name as a device. Windows ignores a suffix and the blanks before it.
 bool isDeviceName(QStringView name)
 {
     const QStringView base = name.left(name.indexOf(u'.')).trimmed();

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// A folder that is still to be read.
+/// A folder that has not been read yet.
 struct Folder
 {
     QString path;

@@ -24,8 +24,8 @@ bool isEmpty(const FILETIME &time)
     return time.dwLowDateTime == 0 && time.dwHighDateTime == 0;
 }
 
-/// Whether \a entry is a symbolic link or a junction. Windows marks cloud files and deduplicated ones as
-/// reparse points as well; they are files.
+/// Whether \a entry is a symbolic link or a junction. Cloud files and deduplicated files are reparse points
+/// too, but not links.
 bool isLink(const WIN32_FIND_DATAW &entry)
 {
     return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
@@ -34,7 +34,7 @@ bool isLink(const WIN32_FIND_DATAW &entry)
 
 } // namespace
 
-/// A search of Windows for all entries of a folder.
+/// Lists the entries of a folder with FindFirstFileEx() and FindNextFile().
 struct FolderEntries::Search
 {
     explicit Search(const QString &folderWithSlash)
@@ -62,7 +62,7 @@ struct FolderEntries::Search
         return handle != INVALID_HANDLE_VALUE; // NOLINT(performance-no-int-to-ptr): a macro of Windows.
     }
 
-    /// Goes to the next entry, at first to the one that opening has found.
+    /// Moves to the next entry; the first call, to the entry that the constructor has found.
     bool next()
     {
         if (!isOpen())
@@ -114,7 +114,8 @@ bool FolderEntries::isLeftOut() const
         return true;
     if (m_hidden == HiddenEntries::LeftOut && (entry.dwFileAttributes & FILE_ATTRIBUTE_HIDDEN) != 0)
         return true;
-    // Kept deliberately: Qt takes shortcuts for links, and reads their targets when it is given their paths.
+    // Kept deliberately: Qt treats a shortcut as a link and would read its target, so the user never
+    // sees shortcuts.
     return !m_search->isFolder() && m_name.endsWith(u".lnk");
 }
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 /// Iterates depth-first over the files in some folders and their subfolders. The entries of each folder come
-/// in the order of FolderEntries, the files of a subfolder in the place of the subfolder. Not thread-safe.
+/// in the order of FolderEntries, with the files of a subfolder in its place. Not thread-safe.
 ///
 /// Only one folder is open at a time: before the walk enters a subfolder, it reads the rest of the current
 /// folder into memory and closes it. A deep tree therefore needs one descriptor, and a folder without
@@ -32,7 +32,7 @@ private:
         bool isFolder;
     };
 
-    /// The entries of a closed folder that are still to be walked.
+    /// The remaining entries of a closed folder.
     struct Level
     {
         std::vector<Entry> entries = {};

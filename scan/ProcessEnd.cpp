@@ -12,7 +12,7 @@
 void endProcess(int exitCode)
 {
 #ifdef Q_OS_WIN
-    // ExitProcess() runs the exit code of the libraries.
+    // Not ExitProcess(), which would run the exit handlers of the libraries.
     ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(exitCode));
 #endif
     std::_Exit(exitCode);

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What a scan collects. The options dialog edits a copy; each scan runs with a copy of its own.
+/// What a scan collects. The options dialog edits a copy; each scan has its own copy.
 struct ScanOptions
 {
     /// Keys of the selected categories: "picture", "video", "audio", "document", "archive", "other".

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// A work queue that several threads take items from and add items to. Thread-safe.
+/// A work queue for several threads, which take items from it and add items to it. Thread-safe.
 template <typename Item>
 class WorkQueue
 {
@@ -31,7 +31,8 @@ public:
     }
 
     /// Removes and returns the item that was added last: last in, first out keeps the queue short. Blocks
-    /// while the queue is empty but an unfinished item may still add some. Nothing once all are finished.
+    /// while the queue is empty but an unfinished item may still add items. Returns nothing once all items
+    /// are finished.
     [[nodiscard]] std::optional<Item> take()
     {
         const QMutexLocker lock(&m_mutex);

@@ -221,7 +221,7 @@ void tst_analysisProgress::completesOnPoolThreads()
     QCOMPARE(results, QList<QList<QList<QString>>>(threads, expected.files()));
 }
 
-/// A caller that is no pool thread must not release one: the pool would run more threads than its maximum.
+/// A caller outside the pool must not release a thread: the pool would run more threads than its maximum.
 void tst_analysisProgress::releasesNoThreadOutsideThePool()
 {
     const PoolSize size(1);

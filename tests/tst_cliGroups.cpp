@@ -11,7 +11,7 @@ using Qt::Literals::StringLiterals::operator""_s;
 
 namespace {
 
-/// A file of a survey. With inode 0, the file gets an inode of its own.
+/// A file of a survey. With inode 0, the file gets a unique inode.
 struct Found
 {
     QString path;

@@ -95,7 +95,7 @@ void writeLinksAndSpecialFiles(const QString &folder)
     makeSocket(folder + u"/socket"_s);
 }
 
-/// QDirIterator takes them for links on Windows.
+/// On Windows, QDirIterator treats shortcuts as links.
 void writeShortcuts(const QString &folder)
 {
     for (const QString &name : {u"a.lnk"_s, u"a.LNK"_s, u"b"_s, u"folder.lnk/c"_s})

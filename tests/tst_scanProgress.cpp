@@ -61,7 +61,7 @@ void tst_scanProgress::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     QVERIFY(m_folder->isValid());
-    // As in a process that has not scanned yet.
+    // The values in a process that has not scanned yet.
     scannedFileCount = 0;
     acceptedFileCount = 0;
     lastReportedCount = 0;

@@ -30,7 +30,7 @@ constexpr auto busConfiguration = R"(<busconfig>
 
 } // namespace
 
-/// The D-Bus service of a desktop's file manager, on a bus of its own.
+/// The D-Bus service of a desktop's file manager, on a separate bus.
 class FileManagerService : public QObject
 {
     Q_OBJECT

@@ -18,7 +18,7 @@ import sys
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[1]
-# System headers that change with the versions of Qt and gcc.
+# System headers whose contents change with the version of Qt or gcc.
 VERSION_HEADERS = ("/qtcoreversion.h", "/c++config.h")
 
 
@@ -81,7 +81,7 @@ class Lint:
         if self.has_passed(stamp, entry):
             return None
         stamp.unlink(missing_ok=True)
-        # Before clang-tidy runs: a file that is changed meanwhile must be checked again.
+        # Before clang-tidy runs, so that a file that changes meanwhile is checked again.
         files = {name: digest(name) for name in self.dependencies(entry)}
         run = subprocess.run([self.clang_tidy, "-quiet", "-p", str(self.folder), str(path)],
                              capture_output=True, text=True, check=False)

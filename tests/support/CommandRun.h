@@ -13,16 +13,16 @@ struct CommandRun
     QByteArray errors;
 };
 
-/// Where a program runs, and with what.
+/// Working folder, environment and streams of a program.
 struct CommandSetup
 {
     /// Working folder; empty: that of the test.
     QString folder = {};
     /// Environment as "NAME=value"; empty: that of the test.
     QStringList environment = {};
-    /// "NAME=value", beside the environment of the test.
+    /// "NAME=value", in addition to the environment.
     QStringList variables = {};
-    /// File for standard output; empty: CommandRun::output.
+    /// File for standard output; empty: output is in CommandRun::output.
     QString outputFile = {};
     /// Standard input.
     QByteArray input = {};

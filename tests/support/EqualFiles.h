@@ -14,7 +14,7 @@ protected:
     ~EqualFiles() = default;
     Q_DISABLE_COPY_MOVE(EqualFiles)
 
-    /// Makes new ones, in a folder of their own.
+    /// Creates new files in a new folder.
     void reset();
 
     [[nodiscard]] QString path(const QString &name) const

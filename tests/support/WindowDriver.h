@@ -67,7 +67,7 @@ public:
     void removeAllFolders();
     /// Adds a folder with the Add button and the folder dialog.
     void addFolder(const QString &path);
-    /// Replaces the listed folders by \a paths, with the folder dialog.
+    /// Replaces the listed folders with \a paths in the folder dialog.
     void setFolders(const QStringList &paths);
     /// Like setFolders(), but without dialogs: faster for many windows or folders.
     void listFolders(const QStringList &paths);

@@ -25,8 +25,7 @@ void reportWindow()
 } // namespace
 
 /// Plugin that prints whether the window is visible and which folders it lists, then ends the program. Loaded
-/// with
-/// "-plugin windowreport".
+/// with "-plugin windowreport".
 class WindowReport : public QGenericPlugin
 {
     Q_OBJECT
