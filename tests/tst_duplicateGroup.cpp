@@ -4,6 +4,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDateTime>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -113,6 +114,9 @@ void tst_duplicateGroup::usesTheCreationTimeNotTheModificationTime()
     setModificationTime(path('1'), 3000);
     setModificationTime(path('2'), 2000);
     setModificationTime(path('3'), 1000);
+    // Wine takes the modification time for the creation time.
+    if (const QFileInfo file(path('1')); file.birthTime() == file.lastModified())
+        QSKIP("This file system keeps no creation times");
     QCOMPARE(indexOfKeptCopy(paths(QStringLiteral("321"))), 2);
 }
 
