@@ -122,6 +122,17 @@ def copy_tree():
             copy.unlink()
 
 
+def check_test(mutant, source):
+    """Checks that the test program and the functions exist; an unknown function fails and would kill every mutant."""
+    if not source.is_file():
+        raise Fault(f"{mutant.place}: no such test: {source.stem}")
+    text = source.read_text(encoding="utf-8")
+    for function in mutant.function.split():
+        name = function.partition(":")[0]
+        if f"::{name}()" not in text:
+            raise Fault(f"{mutant.place}: {source.stem} has no function {name}")
+
+
 def build(targets):
     """Returns whether the targets build. Writes the output to build/mutants/build.log."""
     with open(WORK / "build.log", "w", encoding="utf-8") as log:
@@ -194,7 +205,7 @@ def run(mutants):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("pattern", nargs="?", default="", help="run only mutants whose file, title or location matches")
-    parser.add_argument("--check", action="store_true", help="only check that all mutants apply to the sources")
+    parser.add_argument("--check", action="store_true", help="only check that all mutants apply to the sources and that their tests exist")
     options = parser.parse_args()
     mutants = [mutant for path in sorted(MUTANTS.glob("*.mutants")) for mutant in read_mutants(path)]
     for mutant in mutants:
@@ -203,8 +214,7 @@ def main():
             raise Fault(f"{mutant.place}: no such file: {mutant.file}")
         mutant.applied_to(path.read_text(encoding="utf-8"))
         for test in mutant.tests:
-            if not (PROJECT / "tests" / f"{test}.cpp").is_file():
-                raise Fault(f"{mutant.place}: no such test: {test}")
+            check_test(mutant, PROJECT / "tests" / f"{test}.cpp")
     print(f"{len(mutants)} mutants, {sum(1 for mutant in mutants if mutant.survives)} of them expected to survive")
     if options.check:
         return 0
